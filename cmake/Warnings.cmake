@@ -1,0 +1,13 @@
+# Our own targets compile without a warning; users of the library keep their own settings.
+option(HALVERMONTE_WERROR "Treat warnings as errors" ${PROJECT_IS_TOP_LEVEL})
+
+function(halvermonte_warnings target)
+  target_compile_options(${target} PRIVATE -Wall -Wextra -Wpedantic -Wshadow -Wconversion)
+  if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU" AND CMAKE_CXX_COMPILER_VERSION VERSION_LESS 13)
+    # It sees overlaps in "text" + std::string that are not there (GCC bug 105651).
+    target_compile_options(${target} PRIVATE -Wno-restrict)
+  endif()
+  if(HALVERMONTE_WERROR)
+    target_compile_options(${target} PRIVATE -Werror)
+  endif()
+endfunction()

@@ -1,0 +1,22 @@
+// Platform objects as values of ours.
+#pragma once
+
+#include <CoreFoundation/CoreFoundation.h>
+
+#include <string>
+
+#include "platform/Values.hpp"
+
+namespace halvermonte {
+
+/// The text in UTF-8, written over what the buffer held.
+void copyCharacters(CFStringRef text, std::string& buffer);
+
+double doubleOf(CFNumberRef number);
+
+/// The list of texts; absent where there is no list.
+Array textsOf(CFArrayRef list);
+/// The list of numbers, as 64-bit floats.
+Array numbersOf(CFArrayRef list);
+
+}  // namespace halvermonte

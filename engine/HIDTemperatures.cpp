@@ -1,0 +1,131 @@
+#include <cmath>
+#include <string>
+
+#include "engine/CFConversions.hpp"
+#include "engine/Temperatures.hpp"
+#include "hid/HIDSensors.h"
+#include "platform/CFOwned.hpp"
+#include "platform/Conversions.hpp"
+#include "platform/Foundation.hpp"
+
+namespace halvermonte {
+namespace {
+
+/// The sensors' names and readings at this moment, paired by index.
+class HIDSensors {
+ public:
+  HIDSensors()
+      : sensors_(matching(kSensorsPage, kTemperatureUsage)),
+        readings_(getThermalValues(sensors_.get())),
+        names_(getProductNames(sensors_.get())) {}
+
+  CFIndex size() const { return names_ ? CFArrayGetCount(names_.get()) : 0; }
+
+  /// The name, written over what the buffer held.
+  void copyName(CFIndex index, std::string& buffer) const {
+    copyCharacters(static_cast<CFStringRef>(CFArrayGetValueAtIndex(names_.get(), index)), buffer);
+  }
+
+  int32_t degrees(CFIndex index) const {
+    const CFIndex count = CFArrayGetCount(readings_.get());
+    if (index >= count) {
+      throw RangeException("index " + std::to_string(index) + " beyond the " +
+                           std::to_string(count) + " temperatures of the HID event system");
+    }
+    const void* const reading = CFArrayGetValueAtIndex(readings_.get(), index);
+    return truncated<int32_t>(doubleOf(static_cast<CFNumberRef>(reading)));
+  }
+
+ private:
+  CFOwned<CFDictionaryRef> sensors_;
+  CFOwned<CFMutableArrayRef> readings_;
+  CFOwned<CFMutableArrayRef> names_;
+};
+
+/// Sensors that are shown as one average, whatever they read.
+struct Group {
+  std::string_view prefix;
+  const char* name;
+  float sum = 0;
+  float count = 0;
+};
+
+/// How many entries the mini list may still take from this source.
+int32_t miniBudget(CFIndex sensors) { return sensors > 7 ? 7 : static_cast<int32_t>(sensors) - 1; }
+
+void addGroups(const HIDSensors& sensors, TemperatureLists& lists, int32_t& budget) {
+  Group groups[] = {
+      {"pACC MTR", "CPU Performance Cores"},
+      {"eACC MTR", "CPU Efficiency Cores"},
+      {"GPU MTR", "GPU Cluster"},
+  };
+  std::string name;
+  for (CFIndex i = 0; i < sensors.size(); ++i) {
+    sensors.copyName(i, name);
+    const int32_t degrees = sensors.degrees(i);
+    for (Group& group : groups) {
+      if (!name.starts_with(group.prefix)) continue;
+      group.sum += static_cast<float>(degrees);
+      group.count += 1.0F;
+    }
+  }
+  for (const Group& group : groups) {
+    if (group.count <= 0 || group.sum <= 0) continue;
+    const auto average = truncated<int32_t>(std::round(group.sum / group.count));
+    lists.full.append(group.name, average);
+    lists.mini.append(group.name, average);
+    --budget;  // below zero too
+  }
+}
+
+struct Relabel {
+  std::string_view product;
+  const char* name;
+};
+constexpr Relabel kRelabels[] = {
+    {"Tg1b", "Power Management Unit"},           {"NAND CH0 temp", "SSD NAND I/O"},
+    {"gas gauge battery", "Gas Gauge Battery"},  {"SOC MTR Temp Sensor0", "M1 SOC Sensor 1"},
+    {"SOC MTR Temp Sensor1", "M1 SOC Sensor 2"}, {"SOC MTR Temp Sensor2", "M1 SOC Sensor 3"},
+    {"ANE MTR Temp Sensor1", "Neural Engine"},   {"ISP MTR Temp Sensor5", "Image Signal Processor"},
+};
+
+/// Gives a known product its display name; false for any other, which is never shown by itself.
+bool relabel(std::string& name) {
+  bool relabelled = false;
+  for (const Relabel& row : kRelabels) {
+    if (name != row.product) continue;
+    name = row.name;
+    relabelled = true;
+  }
+  // A guard for rows to come: summaries of other sensors are not sensors.
+  const bool summary =
+      name.starts_with("Avg:") || name.starts_with("Min:") || name.starts_with("Max:");
+  return relabelled && !summary;
+}
+
+void addIndividuals(const HIDSensors& sensors, SensorsHistory& history, TemperatureLists& lists,
+                    int32_t& budget) {
+  std::string name;
+  for (CFIndex i = 0; i < sensors.size(); ++i) {
+    sensors.copyName(i, name);
+    const bool relabelled = relabel(name);
+    const int32_t degrees = history.clamped(name, sensors.degrees(i));
+    const bool accepted = relabelled && degrees >= 0 && degrees <= 110;
+    if (!accepted || lists.full.mentions(name)) continue;
+    lists.full.append(name, degrees);
+    if (budget <= 0 || lists.mini.mentions(name)) continue;
+    lists.mini.append(name, degrees);
+    --budget;
+  }
+}
+
+}  // namespace
+
+void addHIDTemperatures(SensorsHistory& history, TemperatureLists& lists) {
+  const HIDSensors sensors;
+  int32_t budget = miniBudget(sensors.size());
+  addGroups(sensors, lists, budget);
+  addIndividuals(sensors, history, lists, budget);
+}
+
+}  // namespace halvermonte

@@ -1,0 +1,120 @@
+#include "engine/HalvermonteSensorsEngine.hpp"
+
+#include <IOKit/IOKitLib.h>
+
+#include "engine/CFConversions.hpp"
+#include "engine/Catalogue.hpp"
+#include "engine/DiskThroughput.hpp"
+#include "engine/EngineState.hpp"
+#include "engine/Fans.hpp"
+#include "engine/Report.hpp"
+#include "engine/Temperatures.hpp"
+#include "hid/HIDSensors.h"
+#include "platform/CFOwned.hpp"
+#include "platform/Processor.hpp"
+#include "smc/SMC.h"
+
+namespace halvermonte {
+namespace {
+
+/// The pass's connection: opened into the engine's `conn`, and closed once. A connection that did
+/// not open is read and closed all the same: known sensors then fade by a degree a pass.
+class SMCConnection {
+ public:
+  explicit SMCConnection(uint32_t& conn) : conn_(conn) { SMCOpen(&conn_); }
+  ~SMCConnection() {
+    if (!closed_) SMCClose(conn_);
+  }
+  SMCConnection(const SMCConnection&) = delete;
+  SMCConnection& operator=(const SMCConnection&) = delete;
+
+  void close() {
+    closed_ = true;
+    SMCClose(conn_);
+  }
+
+ private:
+  uint32_t& conn_;
+  bool closed_ = false;
+};
+
+Array sensorNames(uint32_t page, uint32_t usage) {
+  const CFOwned sensors(matching(page, usage));
+  const CFOwned names(getProductNames(sensors.get()));
+  return textsOf(names.get());
+}
+
+Array sensorReadings(CFMutableArrayRef (*read)(CFDictionaryRef), uint32_t page, uint32_t usage) {
+  const CFOwned sensors(matching(page, usage));
+  const CFOwned readings(read(sensors.get()));
+  return numbersOf(readings.get());
+}
+
+}  // namespace
+
+HalvermonteSensorsEngine::HalvermonteSensorsEngine() : state_(std::make_unique<EngineState>()) {
+  EngineState& engine = *state_;
+  engine.workflowFile = Text("");
+  IOMasterPort(bootstrap_port, &engine.masterPort);
+  const Text processorName = askSytemInfoForProcessorName();
+  const int32_t cores = physicalCores();
+  IOServiceGetMatchingServices(engine.masterPort, IOServiceMatching("IOBlockStorageDriver"),
+                               &engine.drivelist);
+  engine.smcTempKeys = temperatureKeys();
+  engine.smcVoltageKeys = voltageKeys();
+  engine.smcCurrentKeys = currentKeys();
+  engine.smcPowerKeys = powerKeys();
+  engine.smcKeyHumanReadableNames = humanReadableNames(processorName.view(), cores);
+  temperatureWalk_ =
+      std::make_unique<TemperatureWalk>(engine.smcTempKeys, engine.smcKeyHumanReadableNames);
+  seedDiskHistories(engine);
+}
+
+HalvermonteSensorsEngine::~HalvermonteSensorsEngine() = default;
+
+void HalvermonteSensorsEngine::pass(SensorsRecord& record) {
+  EngineState& engine = *state_;
+  const DiskTotals totals = sampleDisks(engine);
+
+  SMCConnection connection(engine.conn);
+  TemperatureLists temperatures;
+  const FixedReadings fixed = readFixedTemperatures(engine.conn);
+  addHIDTemperatures(engine.sensorsHistory, temperatures);
+  addCatalogueTemperatures(*temperatureWalk_, engine.conn, engine.sensorsHistory,
+                           temperatures.full);
+  addFixedTemperatures(fixed, temperatures.mini);
+  const TextPair fans = readFans(engine.conn);
+  connection.close();
+
+  storeTexts(record, temperatures, fans);
+  const bool stored = storeDictionaries(record);
+  if (kProcessor == Processor::arm64 && stored) steadyProcessors(record, engine.prevTempos);
+
+  publishDisks(engine, totals, record);
+}
+
+Array HalvermonteSensorsEngine::currentArray() const {
+  return sensorNames(kPowerSensorsPage, kCurrentUsage);
+}
+
+Array HalvermonteSensorsEngine::voltageArray() const {
+  return sensorNames(kPowerSensorsPage, kVoltageUsage);
+}
+
+Array HalvermonteSensorsEngine::thermalArray() const {
+  return sensorNames(kSensorsPage, kTemperatureUsage);
+}
+
+Array HalvermonteSensorsEngine::returnCurrentValues() const {
+  return sensorReadings(getPowerValues, kPowerSensorsPage, kCurrentUsage);
+}
+
+Array HalvermonteSensorsEngine::returnVoltageValues() const {
+  return sensorReadings(getPowerValues, kPowerSensorsPage, kVoltageUsage);
+}
+
+Array HalvermonteSensorsEngine::returnThermalValues() const {
+  return sensorReadings(getThermalValues, kSensorsPage, kTemperatureUsage);
+}
+
+}  // namespace halvermonte

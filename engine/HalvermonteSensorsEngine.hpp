@@ -1,0 +1,67 @@
+// HalvermonteSensorsEngine: samples the computer's sensors and disk traffic into a host's record.
+//
+// A host makes one engine and hands it a record on each tick. The engine has no lock and no thread:
+// its passes must not overlap. The record's properties may be read from any thread meanwhile.
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <utility>
+
+#include "platform/Export.h"
+#include "platform/Values.hpp"
+#include "record/StatisticsData.hpp"
+
+namespace halvermonte {
+
+struct EngineState;
+class TemperatureWalk;
+
+class HALVERMONTE_EXPORT HalvermonteSensorsEngine {
+ public:
+  /// Asks for the processor's name (seconds, where a system tool answers) and the number of cores,
+  /// and matches the drives: none of these is asked for again.
+  HalvermonteSensorsEngine();
+  /// Drops the engine's objects. The drive iterator and the main port stay with IOKit on purpose.
+  ~HalvermonteSensorsEngine();
+  HalvermonteSensorsEngine(const HalvermonteSensorsEngine&) = delete;
+  HalvermonteSensorsEngine& operator=(const HalvermonteSensorsEngine&) = delete;
+
+  /// One pass: fills the record's sensor and disk properties and returns the same record, which is
+  /// kept only for the length of the pass. Raises a RangeException where the HID event system names
+  /// more sensors than it gives values; what a setter of the record throws passes as well.
+  /// REQUIRES: a record.
+  template <class Record>
+  std::shared_ptr<Record> getSensorsInfo(std::shared_ptr<Record> record) {
+    pass(*record);
+    return record;
+  }
+
+  /// The processor's name by the hardware report; "" where it tells none. Runs a command.
+  Text askSytemInfoForProcessorName() const;
+  /// Physical cores; at least 1.
+  int32_t physicalCores() const;
+  /// The process's CPU use in percent of one core; 0.0 where ps could not be started or prints no
+  /// number, -1.0 where its output cannot be read. Runs a command.
+  float askSystemPS(int32_t processIdentifier) const;
+
+  /// Names and readings of the HID sensors, aligned by index. Names are absent where the event
+  /// system returns no list; current and voltage readings end the process then.
+  Array currentArray() const;
+  Array voltageArray() const;
+  Array thermalArray() const;
+  Array returnCurrentValues() const;
+  Array returnVoltageValues() const;
+  Array returnThermalValues() const;
+
+  /// What the engine carries between passes (engine/EngineState.hpp).
+  const EngineState& state() const noexcept { return *state_; }
+
+ private:
+  void pass(SensorsRecord& record);
+
+  std::unique_ptr<EngineState> state_;
+  std::unique_ptr<TemperatureWalk> temperatureWalk_;
+};
+
+}  // namespace halvermonte

@@ -1,0 +1,30 @@
+// The temperatures of one pass: from the controller's fixed keys, from the HID event system, and
+// from the catalogue's keys. Each source has its own accepted range, on purpose.
+#pragma once
+
+#include <array>
+#include <cstdint>
+
+#include "engine/Catalogue.hpp"
+#include "engine/SensorsHistory.hpp"
+#include "engine/TemperatureLists.hpp"
+
+namespace halvermonte {
+
+/// The keys that always go into the mini list. TB0T is read twice, for the battery and the
+/// enclosure.
+inline constexpr size_t kFixedReadings = 17;
+using FixedReadings = std::array<double, kFixedReadings>;
+
+FixedReadings readFixedTemperatures(uint32_t conn);
+void addFixedTemperatures(const FixedReadings& readings, TextPair& mini);
+
+/// Group averages, then relabelled sensors. Raises a RangeException where there are fewer readings
+/// than names.
+void addHIDTemperatures(SensorsHistory& history, TemperatureLists& lists);
+
+/// The highest accepted reading under each display name, in the order shown to people.
+void addCatalogueTemperatures(const TemperatureWalk& walk, uint32_t conn, SensorsHistory& history,
+                              TextPair& full);
+
+}  // namespace halvermonte

@@ -1,0 +1,48 @@
+// What the targets share: passes of an engine over a machine, and what holds after any of them.
+#pragma once
+
+#include <cstdio>
+#include <cstdlib>
+#include <memory>
+
+#include "engine/HalvermonteSensorsEngine.hpp"
+#include "platform/portable/LiveCounters.hpp"
+#include "platform/portable/Machine.hpp"
+#include "record/StatisticsData.hpp"
+#include "smc/SMC.h"
+
+namespace halvermonte {
+
+/// Ends the process, which is how a target reports a finding.
+inline void require(bool holds, const char* what) {
+  if (holds) return;
+  std::fprintf(stderr, "does not hold: %s\n", what);
+  std::abort();
+}
+
+/// Whether the controller tells of more fans than can be named: a pass ends the process then, on
+/// purpose, and there is nothing to find.
+inline bool hasTooManyFans() {
+  uint32_t connection = 0;
+  if (SMCOpen(&connection) != 0) return false;
+  const auto fans = static_cast<int32_t>(SMCGetFanNumber("FNum", connection));
+  SMCClose(connection);
+  return fans > 10;
+}
+
+/// Makes an engine and several passes over the current machine, `next` between them.
+template <class Next>
+void makePasses(Next next) {
+  HalvermonteSensorsEngine engine;
+  const auto record = std::make_shared<StatisticsData>();
+  const size_t objects = portable::liveObjects();
+  const size_t handles = portable::liveHandles();
+  for (int pass = 0; pass < 3 && !hasTooManyFans(); ++pass) {
+    require(engine.getSensorsInfo(record) == record, "a pass returns its record");
+    require(portable::liveObjects() == objects, "a pass releases its objects");
+    require(portable::liveHandles() == handles, "a pass gives its handles back");
+    next();
+  }
+}
+
+}  // namespace halvermonte

@@ -1,0 +1,12 @@
+// Points in time as ISO 8601 texts.
+#pragma once
+
+#include <string>
+
+namespace halvermonte {
+
+/// The point in time in UTC to the nearest millisecond, such as "2026-01-02T03:04:05.678Z"; ""
+/// where it lies outside the years 0000 to 9999 or is no number.
+std::string isoDate(double secondsSince1970);
+
+}  // namespace halvermonte

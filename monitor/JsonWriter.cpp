@@ -1,0 +1,152 @@
+#include "monitor/JsonWriter.hpp"
+
+#include <charconv>
+#include <cmath>
+#include <cstdio>
+
+#include "monitor/IsoDate.hpp"
+#include "monitor/Utf8.hpp"
+
+namespace halvermonte {
+
+namespace {
+
+class JsonWriter {
+ public:
+  std::string take() { return std::move(out_); }
+
+  void raw(std::string_view json) { out_ += json; }
+
+  void text(std::string_view characters) {
+    out_ += '"';
+    while (!characters.empty()) takeCharacter(characters);
+    out_ += '"';
+  }
+
+  template <class Figure>
+  void figure(Figure figure) {
+    char digits[32];
+    out_.append(digits, std::to_chars(digits, digits + sizeof digits, figure).ptr);
+  }
+
+  void value(Flag flag) { raw(flag ? "true" : "false"); }
+  void value(Int number) { figure(number); }
+
+  void value(const Value& any) {
+    switch (any.kind()) {
+      case Value::Kind::text:
+        return text(any.asText().view());
+      case Value::Kind::number:
+        return number(any.asNumber());
+      case Value::Kind::array:
+        return array(any.asArray());
+      case Value::Kind::dictionary:
+        return dictionary(any.asDictionary());
+      case Value::Kind::date:
+        return date(any.asDate().secondsSince1970());
+      case Value::Kind::absent:
+      case Value::Kind::image:
+        return raw("null");
+    }
+  }
+
+ private:
+  void takeCharacter(std::string_view& text) {
+    const std::string_view before = text;
+    const char32_t code = takeCodePoint(text);
+    if (code == kReplacementCharacter) {
+      out_ += kReplacementUtf8;
+    } else if (code == '"' || code == '\\' || code < 0x20) {
+      escape(static_cast<char>(code));
+    } else {
+      out_ += before.substr(0, before.size() - text.size());
+    }
+  }
+
+  void escape(char character) {
+    constexpr std::string_view kNamed = "\"\\\b\f\n\r\t", kLetters = "\"\\bfnrt";
+    char code[8];
+    if (const size_t place = kNamed.find(character); place != kNamed.npos) {
+      std::snprintf(code, sizeof code, "\\%c", kLetters[place]);
+    } else {
+      std::snprintf(code, sizeof code, "\\u%04x", static_cast<unsigned>(character));
+    }
+    out_ += code;
+  }
+
+  void number(const Number& boxed) {
+    switch (boxed.form()) {
+      case Number::Form::int32:
+        return figure(boxed.int32Value());
+      case Number::Form::uint64:
+        return figure(boxed.uint64Value());
+      case Number::Form::float32:
+        return finite(boxed.float32Value());
+      case Number::Form::float64:
+        return finite(boxed.float64Value());
+    }
+  }
+
+  template <class Float>
+  void finite(Float number) {
+    std::isfinite(number) ? figure(number) : raw("null");
+  }
+
+  void array(const Array& array) {
+    std::string_view separator = "[";
+    for (const Value& element : array.elements()) {
+      raw(std::exchange(separator, ","));
+      value(element);
+    }
+    raw(array.size() == 0 ? "[]" : "]");
+  }
+
+  void dictionary(const Dictionary& dictionary) {
+    std::string_view separator = "{";
+    for (const Dictionary::Entry& entry : dictionary.entries()) {
+      raw(std::exchange(separator, ","));
+      text(entry.key.view());
+      raw(":");
+      value(entry.value);
+    }
+    raw(dictionary.size() == 0 ? "{}" : "}");
+  }
+
+  void date(double secondsSince1970) {
+    const std::string iso = isoDate(secondsSince1970);
+    iso.empty() ? raw("null") : text(iso);
+  }
+
+  std::string out_;
+};
+
+void beginLine(JsonWriter& json, uint64_t tick) {
+  json.raw("{\"tick\":");
+  json.figure(tick);
+}
+
+}  // namespace
+
+std::string jsonLine(uint64_t tick, const StatisticsData& record) {
+  JsonWriter json;
+  beginLine(json, tick);
+  std::string_view separator = ",\"record\":{";
+#define PROPERTY(name, Name, Type, initial, copy, turn) \
+  json.raw(std::exchange(separator, ","));              \
+  json.raw("\"" #name "\":");                           \
+  json.value(record.name());
+#include "record/properties.def"
+  json.raw("}}\n");
+  return json.take();
+}
+
+std::string jsonLine(uint64_t tick, std::string_view exceptionReason) {
+  JsonWriter json;
+  beginLine(json, tick);
+  json.raw(",\"exception\":");
+  json.text(exceptionReason);
+  json.raw("}\n");
+  return json.take();
+}
+
+}  // namespace halvermonte

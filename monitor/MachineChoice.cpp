@@ -1,0 +1,94 @@
+#include "monitor/MachineChoice.hpp"
+
+#include <unistd.h>
+
+#include <algorithm>
+#include <cerrno>
+#include <cstring>
+#include <utility>
+
+#include "monitor/Line.hpp"
+#include "monitor/StandardStreams.hpp"
+#include "platform/linux/LinuxMachine.hpp"
+#include "platform/simulated/BundledMachines.hpp"
+#include "platform/simulated/MachineFileError.hpp"
+
+namespace halvermonte {
+
+namespace {
+
+constexpr std::string_view kFallback = "M1";
+
+ChosenMachine simulated(std::unique_ptr<SimulatedMachine> machine, const std::string& reason = "") {
+  ChosenMachine chosen;
+  chosen.simulated = machine.get();
+  chosen.title = machine->name() + ", simulated" + (reason.empty() ? "" : ": " + reason);
+  chosen.machine = std::move(machine);
+  return chosen;
+}
+
+std::unique_ptr<SimulatedMachine> bundled(const BundledMachine& machine) {
+  return SimulatedMachine::fromText(machine.json, std::string(machine.fileName));
+}
+
+std::unique_ptr<SimulatedMachine> fromFile(const std::string& path) {
+  if (access(path.c_str(), R_OK) != 0) {
+    if (errno == ENOENT) {
+      throw Failure("--machine: no bundled machine and no file is called \"" + path +
+                    "\" (see --machine list)");
+    }
+    throw Failure(path + ": " + std::strerror(errno));
+  }
+  return SimulatedMachine::fromFile(path);
+}
+
+ChosenMachine named(const std::string& name) {
+  try {
+    const BundledMachine* const machine = findBundledMachine(name);
+    return simulated(machine != nullptr ? bundled(*machine) : fromFile(name));
+  } catch (const MachineFileError& error) {
+    throw Failure(error.what(), 2);
+  }
+}
+
+ChosenMachine host(std::unique_ptr<Machine> machine) {
+  ChosenMachine chosen;
+  chosen.title = (machine->isThisComputer() ? "This computer: " : "") + machine->name();
+  chosen.machine = std::move(machine);
+  return chosen;
+}
+
+}  // namespace
+
+bool offersReadings(Machine& machine) {
+  const SMCService controller = machine.smcService();
+  if (controller.code == kCodeSuccess && controller.present) return true;
+  const auto services = machine.hidServices(HIDSensorKind::temperature);
+  if (services != nullptr && !services->empty()) return true;
+  return machine.driveCount().value_or(0) > 0;
+}
+
+ChosenMachine chooseMachine(const Options& options, std::unique_ptr<Machine> thisComputer) {
+  if (options.machine && options.machine != "host") return named(*options.machine);
+  if (options.machine || offersReadings(*thisComputer)) return host(std::move(thisComputer));
+  return simulated(bundled(*findBundledMachine(kFallback)), "this computer offers nothing to read");
+}
+
+ChosenMachine chooseMachine(const Options& options) {
+  const LinuxRoots roots{.sys = options.sys, .proc = options.proc};
+  return chooseMachine(options, std::make_unique<LinuxMachine>(roots));
+}
+
+std::string machineList() {
+  size_t nameCells = 0;
+  for (const BundledMachine& machine : bundledMachines()) {
+    nameCells = std::max(nameCells, cells(machine.name));
+  }
+  std::string list;
+  for (const BundledMachine& machine : bundledMachines()) {
+    list += leftAligned(machine.name, nameCells) + "  " + machine.description() + "\n";
+  }
+  return list;
+}
+
+}  // namespace halvermonte

@@ -1,0 +1,33 @@
+// Which computer the monitor looks at.
+#pragma once
+
+#include <memory>
+#include <string>
+
+#include "monitor/Options.hpp"
+#include "platform/portable/Machine.hpp"
+#include "platform/simulated/SimulatedMachine.hpp"
+
+namespace halvermonte {
+
+struct ChosenMachine {
+  std::unique_ptr<Machine> machine;
+  SimulatedMachine* simulated = nullptr;  ///< the machine, where it is one from a file
+  std::string title;  ///< its name, whether it is simulated, and why it where it was not asked for
+};
+
+/// The machine that the options name or, where they name none, this computer if it offers anything
+/// to read, else the bundled M1. Throws a Failure: status 1 where nothing is called so, 2 where the
+/// file is no machine file.
+ChosenMachine chooseMachine(const Options& options);
+
+/// The same, with `thisComputer` standing for this computer.
+ChosenMachine chooseMachine(const Options& options, std::unique_ptr<Machine> thisComputer);
+
+/// Whether a pass of the engine would find anything there.
+bool offersReadings(Machine& machine);
+
+/// The bundled machines, a line each.
+std::string machineList();
+
+}  // namespace halvermonte

@@ -1,0 +1,147 @@
+#include "monitor/Options.hpp"
+
+#include <CLI/CLI.hpp>
+#include <charconv>
+#include <cstdio>
+#include <cstdlib>
+
+#include "engine/Version.h"
+
+namespace halvermonte {
+
+namespace {
+
+constexpr char kHelp[] =
+    R"(usage: halvermonte-monitor [OPTION]...
+Shows temperatures, fans and disk traffic, of this computer or a simulated one.
+
+  -m, --machine WHICH     "host" (this computer), a bundled machine's NAME, a
+                          machine FILE, or "list"; default: this computer, or
+                          the bundled M1 where this offers nothing to read
+  -f, --format FORMAT     text, or json: the whole record, one line a pass
+      --json              the same as --format json
+  -n, --ticks N           so many reports or lines; default 1
+  -i, --interval SECONDS  between passes; default 1, the least for disk rates
+      --watch             until Ctrl-C; redrawn in place at a terminal
+      --fahrenheit        degrees Fahrenheit in text
+      --pid PID           adds a process's CPU use to text
+      --sys DIR           in place of /sys
+      --proc DIR          in place of /proc
+      --version           the versions of the monitor and the engine
+  -h, --help              this text
+
+examples:
+  halvermonte-monitor --watch
+  halvermonte-monitor --machine list
+  halvermonte-monitor -m M1 --json -n 3 -i 0 | jq .record.sensors
+)";
+
+std::string versions() {
+  char engine[32];
+  std::snprintf(engine, sizeof engine, "%.0f", HalvermonteSensorsEngineVersionNumber);
+  return "halvermonte-monitor " HALVERMONTE_VERSION "\nengine " + std::string(engine) + "\n";
+}
+
+template <class Integer>
+std::optional<Integer> positiveInteger(const std::string& text) {
+  Integer number = 0;
+  const char* const end = text.data() + text.size();
+  const auto [stop, error] = std::from_chars(text.data(), end, number);
+  if (error != std::errc() || stop != end || number < 1) return std::nullopt;
+  return number;
+}
+
+std::optional<double> seconds(const std::string& text) {
+  constexpr double kMost = 1e6;
+  if (text.empty() || text.find_first_not_of("0123456789.eE+-") != text.npos) return std::nullopt;
+  char* stop = nullptr;
+  const double number = std::strtod(text.c_str(), &stop);
+  if (*stop != '\0' || !(number >= 0 && number <= kMost)) return std::nullopt;
+  return number;
+}
+
+std::optional<Format> format(const std::string& text) {
+  if (text == "text") return Format::text;
+  if (text == "json") return Format::json;
+  return std::nullopt;
+}
+
+std::optional<std::string> any(const std::string& text) { return text; }
+
+class CommandLine {
+ public:
+  CommandLine() {
+    app_.set_help_flag("-h,--help");
+    app_.set_version_flag("--version", versions());
+    option("-m,--machine", machine_, any, "");
+    option("-f,--format", format_, format, "text or json");
+    app_.add_flag("--json", json_);
+    option("-n,--ticks", ticks_, positiveInteger<uint64_t>, "a positive integer");
+    option("-i,--interval", options_.interval, seconds, "seconds from 0 to 1000000");
+    app_.add_flag("--watch", options_.watch);
+    app_.add_flag("--fahrenheit", options_.fahrenheit);
+    option("--pid", options_.process, positiveInteger<int32_t>, "a process identifier");
+    option("--sys", sys_, any, "");
+    option("--proc", proc_, any, "");
+  }
+
+  // Throws a CLI::ParseError.
+  Options parse(int argc, const char* const* argv) {
+    app_.parse(argc, argv);
+    if (json_ && format_ == Format::text) refuse("--json", "excludes --format text");
+    if (sys_ || proc_) expectThisComputer();
+    options_.machine = machine_;
+    options_.format = json_ ? Format::json : format_.value_or(Format::text);
+    options_.ticks = ticks_.value_or(options_.watch ? Options::kEndless : 1);
+    options_.sys = sys_.value_or(options_.sys);
+    options_.proc = proc_.value_or(options_.proc);
+    return options_;
+  }
+
+ private:
+  [[noreturn]] static void refuse(const std::string& name, const std::string& reason) {
+    throw CLI::ValidationError(name, reason);
+  }
+
+  void expectThisComputer() {
+    if (!machine_) machine_ = "host";
+    if (machine_ != "host") refuse(sys_ ? "--sys" : "--proc", "belongs to --machine host alone");
+  }
+
+  // Where an option is given twice, the last one counts.
+  template <class Target, class Conversion>
+  void option(const char* names, Target& target, Conversion conversion, const char* expected) {
+    const std::string name = std::string(names).substr(std::string_view(names).find("--"));
+    const auto convert = [=, &target](const std::string& text) {
+      const auto value = conversion(text);
+      if (!value) refuse(name, std::string("expected ") + expected + ", not \"" + text + "\"");
+      target = *value;
+    };
+    app_.add_option_function<std::string>(names, convert)
+        ->type_name("value")
+        ->multi_option_policy(CLI::MultiOptionPolicy::TakeLast);
+  }
+
+  CLI::App app_;
+  Options options_;
+  std::optional<std::string> machine_, sys_, proc_;
+  std::optional<Format> format_;
+  std::optional<uint64_t> ticks_;
+  bool json_ = false;
+};
+
+}  // namespace
+
+std::variant<Options, Answer> parseOptions(int argc, const char* const* argv) {
+  try {
+    return CommandLine().parse(argc, argv);
+  } catch (const CLI::CallForHelp&) {
+    return Answer{kHelp, ""};
+  } catch (const CLI::CallForVersion&) {
+    return Answer{versions(), ""};
+  } catch (const CLI::ParseError& error) {
+    return Answer{"", std::string(error.what()) + " (see --help)"};
+  }
+}
+
+}  // namespace halvermonte

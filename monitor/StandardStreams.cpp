@@ -1,0 +1,90 @@
+#include "monitor/StandardStreams.hpp"
+
+#include <fcntl.h>
+#include <poll.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <cstdio>
+#include <cstring>
+#include <sstream>
+
+namespace halvermonte {
+
+namespace {
+
+// A number that is free would be given to the next file opened, and complaints would land in it.
+void closeOffMissingStreams() {
+  int descriptor = open("/dev/null", O_RDWR);
+  while (descriptor >= 0 && descriptor <= STDERR_FILENO) descriptor = open("/dev/null", O_RDWR);
+  close(descriptor);
+}
+
+}  // namespace
+
+Output::Output() : descriptor_(fcntl(STDOUT_FILENO, F_DUPFD_CLOEXEC, STDERR_FILENO + 1)) {
+  if (dup2(STDERR_FILENO, STDOUT_FILENO) < 0) close(STDOUT_FILENO);
+  closeOffMissingStreams();
+  std::setvbuf(stdout, nullptr, _IOLBF, 0);
+}
+
+Output::~Output() { close(descriptor_); }
+
+void Output::write(std::string_view text) const {
+  while (!text.empty()) {
+    const ssize_t written = ::write(descriptor_, text.data(), text.size());
+    if (written >= 0) {
+      text.remove_prefix(static_cast<size_t>(written));
+    } else if (errno == EPIPE) {
+      throw ReaderGone();
+    } else if (errno == EAGAIN) {
+      pollfd ready{descriptor_, POLLOUT, 0};
+      poll(&ready, 1, -1);
+    } else if (errno != EINTR) {
+      throw Failure(std::string("standard output: ") + std::strerror(errno));
+    }
+  }
+}
+
+bool Output::isTerminal() const { return isatty(descriptor_) == 1; }
+
+HeldMessages::HeldMessages(Streams streams) : streams_(static_cast<int>(streams)) {
+  int pipeEnds[2];
+  // Non-blocking at both ends: a pass that prints more than a pipe holds loses lines, and never
+  // hangs.
+  if (pipe2(pipeEnds, O_CLOEXEC | O_NONBLOCK) != 0) {
+    throw Failure(std::string("pipe: ") + std::strerror(errno));
+  }
+  readEnd_ = pipeEnds[0];
+  std::fflush(stdout);
+  for (int i = 0; i < streams_; ++i) {
+    former_[static_cast<size_t>(i)] = fcntl(STDOUT_FILENO + i, F_DUPFD_CLOEXEC, STDERR_FILENO + 1);
+    dup2(pipeEnds[1], STDOUT_FILENO + i);
+  }
+  close(pipeEnds[1]);
+}
+
+HeldMessages::~HeldMessages() {
+  std::fflush(stdout);
+  for (int i = 0; i < streams_; ++i) {
+    const int former = former_[static_cast<size_t>(i)];
+    dup2(former, STDOUT_FILENO + i);
+    close(former);
+  }
+  close(readEnd_);
+}
+
+std::vector<std::string> HeldMessages::take() {
+  std::fflush(stdout);
+  std::string printed;
+  char piece[4096];
+  for (ssize_t size; (size = read(readEnd_, piece, sizeof piece)) > 0;) {
+    printed.append(piece, static_cast<size_t>(size));
+  }
+  std::vector<std::string> lines;
+  std::istringstream stream(printed);
+  for (std::string line; std::getline(stream, line);) lines.push_back(line);
+  return lines;
+}
+
+}  // namespace halvermonte

@@ -1,0 +1,48 @@
+#include "monitor/Utf8.hpp"
+
+#include <cstdint>
+
+namespace halvermonte {
+
+namespace {
+
+// The well-formed sequences: the lead bytes, the range of the byte after them, and how many
+// continuation bytes there are in all.
+struct Sequence {
+  uint8_t firstLead, lastLead, lowest, highest;
+  int continuations;
+};
+constexpr Sequence kSequences[] = {
+    {0xC2, 0xDF, 0x80, 0xBF, 1}, {0xE0, 0xE0, 0xA0, 0xBF, 2}, {0xE1, 0xEC, 0x80, 0xBF, 2},
+    {0xED, 0xED, 0x80, 0x9F, 2}, {0xEE, 0xEF, 0x80, 0xBF, 2}, {0xF0, 0xF0, 0x90, 0xBF, 3},
+    {0xF1, 0xF3, 0x80, 0xBF, 3}, {0xF4, 0xF4, 0x80, 0x8F, 3},
+};
+
+char32_t continued(const Sequence& sequence, uint8_t lead, std::string_view& text) {
+  char32_t code = lead & (0x3FU >> sequence.continuations);
+  uint8_t lowest = sequence.lowest, highest = sequence.highest;
+  for (int i = 0; i < sequence.continuations; ++i) {
+    const auto byte = text.empty() ? uint8_t{0} : static_cast<uint8_t>(text.front());
+    if (byte < lowest || byte > highest) return kReplacementCharacter;
+    text.remove_prefix(1);
+    code = code << 6 | (byte & 0x3FU);
+    lowest = 0x80, highest = 0xBF;
+  }
+  return code;
+}
+
+}  // namespace
+
+char32_t takeCodePoint(std::string_view& text) {
+  const auto lead = static_cast<uint8_t>(text.front());
+  text.remove_prefix(1);
+  if (lead < 0x80) return lead;
+  for (const Sequence& sequence : kSequences) {
+    if (lead >= sequence.firstLead && lead <= sequence.lastLead) {
+      return continued(sequence, lead, text);
+    }
+  }
+  return kReplacementCharacter;
+}
+
+}  // namespace halvermonte

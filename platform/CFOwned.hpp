@@ -1,0 +1,29 @@
+// Owns one reference to a platform object, from the create or copy call that gave it.
+#pragma once
+
+#include <CoreFoundation/CoreFoundation.h>
+
+#include <utility>
+
+namespace halvermonte {
+
+template <class Reference>
+class CFOwned {
+ public:
+  explicit CFOwned(Reference object) noexcept : object_(object) {}
+  ~CFOwned() {
+    if (object_ != nullptr) CFRelease(object_);
+  }
+  CFOwned(const CFOwned&) = delete;
+  CFOwned& operator=(const CFOwned&) = delete;
+
+  Reference get() const noexcept { return object_; }
+  explicit operator bool() const noexcept { return object_ != nullptr; }
+  /// Hands the reference to the caller.
+  Reference take() noexcept { return std::exchange(object_, nullptr); }
+
+ private:
+  Reference object_;
+};
+
+}  // namespace halvermonte

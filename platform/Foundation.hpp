@@ -1,0 +1,74 @@
+// The few Foundation services that the core uses. One function each: apple/Foundation.mm calls the
+// system's Foundation, portable/Foundation.cpp does the same elsewhere. Any thread may call them.
+#pragma once
+
+#include <exception>
+#include <functional>
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "platform/Values.hpp"
+
+namespace halvermonte {
+
+/// What the platform raises on a programming error. It carries its reason.
+class HALVERMONTE_EXPORT PlatformException : public std::exception {
+ public:
+  explicit PlatformException(std::string reason) : reason_(std::move(reason)) {}
+  ~PlatformException() override;
+
+  const std::string& reason() const noexcept { return reason_; }
+  const char* what() const noexcept override { return reason_.c_str(); }
+
+ private:
+  std::string reason_;
+};
+
+/// An index beyond the end of a list.
+class HALVERMONTE_EXPORT RangeException : public PlatformException {
+ public:
+  using PlatformException::PlatformException;
+  ~RangeException() override;
+};
+
+namespace foundation {
+
+/// The computer's name as its owner sees it; absent where the platform reports none.
+Text localizedHostName();
+
+/// The current date by the machine's clock.
+Date currentDate();
+
+enum class ByteCountStyle { file = 0, decimal = 2 };
+
+/// A byte count for display, such as "Zero KB", "999 KB" or "1.5 MB".
+std::string byteCountText(int64_t bytes, ByteCountStyle style);
+
+/// The host application's translation of the key, or the key itself.
+std::string bundleText(const char* key);
+
+/// The format with its "%@" replaced by the argument.
+std::string formatted(const std::string& format, const std::string& argument);
+
+/// True where the first text stands before the second in the order shown to people: without regard
+/// to case, runs of digits by their value ("Core 2" before "Core 10").
+bool standsBefore(std::string_view first, std::string_view second);
+
+/// What the command prints under /bin/sh, its bytes as they come, once it has closed its output;
+/// absent where it could not be started. Standard error is left as it is. Waits without limit.
+std::optional<std::string> outputOfCommand(const std::string& command);
+
+/// The root of a property list in XML or binary form, its texts, numbers, lists and maps; absent
+/// where the bytes are none.
+Value propertyList(std::string_view bytes);
+
+/// Writes one line to the system's log.
+void log(std::string_view line);
+
+/// Calls, and answers the reason of the platform exception that the call raised; absent where it
+/// raised none. Every other exception passes.
+std::optional<std::string> reasonRaisedBy(const std::function<void()>& call);
+
+}  // namespace foundation
+}  // namespace halvermonte

@@ -1,0 +1,25 @@
+/* What the engine calls of the HID event system that the platform's own headers do not declare. */
+#ifndef HALVERMONTE_PLATFORM_IOHIDEVENTSYSTEM_H
+#define HALVERMONTE_PLATFORM_IOHIDEVENTSYSTEM_H
+
+#include <CoreFoundation/CoreFoundation.h>
+#include <IOKit/hidsystem/IOHIDEventSystemClient.h>
+#include <IOKit/hidsystem/IOHIDServiceClient.h>
+#include <stdint.h>
+
+#include "platform/Export.h"
+
+HALVERMONTE_C_BEGIN
+
+typedef struct __IOHIDEvent* IOHIDEventRef;
+
+IOHIDEventSystemClientRef IOHIDEventSystemClientCreate(CFAllocatorRef allocator);
+int IOHIDEventSystemClientSetMatching(IOHIDEventSystemClientRef client, CFDictionaryRef matching);
+/* The current event of the type; NULL where the service gives none. */
+IOHIDEventRef IOHIDServiceClientCopyEvent(IOHIDServiceClientRef service, int64_t type,
+                                          int32_t options, int64_t timestamp);
+double IOHIDEventGetFloatValue(IOHIDEventRef event, int32_t field);
+
+HALVERMONTE_C_END
+
+#endif

@@ -1,0 +1,187 @@
+#include "platform/linux/BlockDrives.hpp"
+
+#include <algorithm>
+#include <array>
+#include <cstdint>
+#include <span>
+#include <utility>
+
+#include "platform/linux/DevicePath.hpp"
+#include "platform/linux/Files.hpp"
+#include "platform/linux/Text.hpp"
+
+namespace halvermonte::linuxos {
+namespace {
+
+/// Numbered names of what is no drive, or lies on other drives.
+constexpr auto kOtherDevices = std::to_array<std::string_view>(
+    {"bcache", "dm-", "drbd", "fd", "loop", "md", "nbd", "ram", "rbd", "sr", "zd", "zram"});
+
+/// Names of whole drives where only names are known: lettered, and numbered.
+constexpr auto kLetteredDrives = std::to_array<std::string_view>({"dasd", "hd", "sd", "vd", "xvd"});
+constexpr auto kNumberedDrives = std::to_array<std::string_view>({"mmcblk", "mtdblock", "pmem"});
+
+bool isLettered(std::string_view name, std::string_view prefix) {
+  return name.starts_with(prefix) && name.size() > prefix.size() &&
+         name.find_first_not_of("abcdefghijklmnopqrstuvwxyz") == name.npos;
+}
+
+/// "nvme0n1", of which "nvme0c3n1" is a path.
+bool isNvme(std::string_view name) {
+  const size_t space = name.find('n', 4);
+  return space != name.npos && isNumbered(name.substr(0, space), "nvme") &&
+         isNumbered(name.substr(space), "n");
+}
+
+bool isWholeDrive(std::string_view name) {
+  const auto lettered = [&](std::string_view prefix) { return isLettered(name, prefix); };
+  const auto numbered = [&](std::string_view prefix) { return isNumbered(name, prefix); };
+  return isNvme(name) || std::any_of(kLetteredDrives.begin(), kLetteredDrives.end(), lettered) ||
+         std::any_of(kNumberedDrives.begin(), kNumberedDrives.end(), numbered);
+}
+
+bool isOtherDevice(std::string_view name) {
+  const bool isCardArea = name.starts_with("mmcblk") && !isNumbered(name, "mmcblk");
+  return isCardArea ||
+         std::any_of(kOtherDevices.begin(), kOtherDevices.end(),
+                     [&](std::string_view prefix) { return isNumbered(name, prefix); });
+}
+
+bool isNvmePathOf(std::string_view name, std::string_view head) {
+  const size_t space = head.find('n', 4);
+  if (!isNvme(head) || !name.starts_with(head.substr(0, space))) return false;
+  const std::string_view rest = name.substr(space);
+  const size_t end = rest.find('n');
+  return end != rest.npos && isNumbered(rest.substr(0, end), "c") &&
+         rest.substr(end) == head.substr(space);
+}
+
+std::optional<int64_t> bytes(std::string_view sectors) {
+  constexpr uint64_t kSectorBytes = 512;  // whatever the drive's own blocks are
+  const std::optional<uint64_t> count = unsignedInteger(sectors);
+  return count ? std::optional(static_cast<int64_t>(*count * kSectorBytes)) : std::nullopt;
+}
+
+/// The line of the table that is about the device, from after its name.
+std::string_view countersOf(std::string_view table, std::string_view name) {
+  for (const std::string_view line : split(table, '\n')) {
+    const std::vector<std::string_view> fields = words(line);
+    if (fields.size() > 2 && fields[2] == name) {
+      return line.substr(static_cast<size_t>(fields[2].data() + name.size() - line.data()));
+    }
+  }
+  return {};
+}
+
+bool isIdle(const DriveStatistics& drive) {
+  return *drive.bytesRead == 0 && *drive.bytesWritten == 0;
+}
+
+std::optional<DriveStatistics> statisticsIn(KeptFile& stat) {
+  std::array<char, 512> buffer;
+  return driveStatistics(stat.read(buffer));
+}
+
+}  // namespace
+
+std::optional<DriveStatistics> driveStatistics(std::string_view counters) {
+  const std::vector<std::string_view> fields = words(counters);
+  if (fields.size() < 11) return std::nullopt;
+  const DriveStatistics drive{bytes(fields[2]), bytes(fields[6])};
+  if (!drive.bytesRead || !drive.bytesWritten) return std::nullopt;
+  return drive;
+}
+
+BlockDrives::BlockDrives(SystemCalls& calls, const std::string& sys, const std::string& proc)
+    : calls_(calls), sys_(sys), table_(proc + "/diskstats") {}
+
+size_t BlockDrives::count() {
+  std::vector<Entry> present = found();
+  std::stable_sort(present.begin(), present.end(), [](const Entry& first, const Entry& second) {
+    return standsBeforeInHardware(first.path, second.path);
+  });
+  for (Entry& drive : present) {
+    if (!isKnown(drive)) drives_.push_back(std::move(drive));
+  }
+  return drives_.size();
+}
+
+void BlockDrives::beginWalk() {
+  const bool needsTable = std::any_of(drives_.begin(), drives_.end(),
+                                      [](const Entry& drive) { return drive.stats.empty(); });
+  if (needsTable) tableText_ = textOf(calls_, table_, kTableBound).value_or("");
+}
+
+Drive BlockDrives::read(size_t index) {
+  if (index >= drives_.size()) return UnreadableDrive{};
+  const std::optional<DriveStatistics> counters = statistics(drives_[index]);
+  return counters ? Drive(*counters) : Drive(UnreadableDrive{});
+}
+
+std::vector<BlockDrives::Entry> BlockDrives::found() const {
+  const std::optional<std::vector<std::string>> names = namesIn(calls_, sys_ + "/block");
+  if (!names) return foundInTable();
+  std::vector<Entry> drives;
+  for (const std::string& name : *names) {
+    const std::optional<std::string> path = devicePath(sys_, sys_ + "/block/" + name);
+    if (!path || !isDrive(name, *path)) continue;
+    drives.push_back({name, *path, {}});
+    drives.back().stats.emplace_back(calls_, sys_ + "/block/" + name + "/stat");
+    addPaths(drives.back(), *names);
+  }
+  return drives;
+}
+
+std::vector<BlockDrives::Entry> BlockDrives::foundInTable() const {
+  std::vector<Entry> drives;
+  const std::string table = textOf(calls_, table_, kTableBound).value_or("");
+  for (const std::string_view line : split(table, '\n')) {
+    const std::vector<std::string_view> fields = words(line);
+    if (fields.size() <= 2 || !isWholeDrive(fields[2])) continue;
+    drives.push_back({std::string(fields[2]), std::string(fields[2]), {}});
+  }
+  return drives;
+}
+
+bool BlockDrives::isDrive(const std::string& name, const std::string& path) const {
+  // The head of a multipath drive is the one drive that the kernel counts as virtual.
+  const bool isVirtual =
+      path.starts_with("virtual/") && !path.starts_with("virtual/nvme-subsystem/");
+  if (isVirtual || isOtherDevice(name)) return false;
+  const std::string folder = sys_ + "/block/" + name;
+  if (wordingOf(calls_, folder + "/hidden") == "1") return false;
+  if (wordingOf(calls_, folder + "/size") == "0") return false;
+  return namesIn(calls_, folder + "/slaves").value_or(std::vector<std::string>()).empty();
+}
+
+void BlockDrives::addPaths(Entry& drive, const std::vector<std::string>& names) const {
+  for (const std::string& name : names) {
+    if (isNvmePathOf(name, drive.name)) {
+      drive.stats.emplace_back(calls_, sys_ + "/block/" + name + "/stat");
+    }
+  }
+}
+
+bool BlockDrives::isKnown(const Entry& drive) {
+  return std::any_of(drives_.begin(), drives_.end(), [&](Entry& known) {
+    if (known.path != drive.path) return false;
+    statistics(known);  // tells whether it is still there
+    return known.stats.empty() || known.stats.front().state() != KeptFile::State::gone;
+  });
+}
+
+std::optional<DriveStatistics> BlockDrives::statistics(Entry& drive) const {
+  if (drive.stats.empty()) return driveStatistics(countersOf(tableText_, drive.name));
+  std::optional<DriveStatistics> sum = statisticsIn(drive.stats.front());
+  if (!sum || !isIdle(*sum)) return sum;
+  // Before Linux 6.2 only the paths of a multipath drive are counted.
+  for (KeptFile& path : std::span(drive.stats).subspan(1)) {
+    if (const std::optional<DriveStatistics> part = statisticsIn(path)) {
+      *sum->bytesRead += *part->bytesRead;
+      *sum->bytesWritten += *part->bytesWritten;
+    }
+  }
+  return sum;
+}
+
+}  // namespace halvermonte::linuxos

@@ -1,0 +1,88 @@
+#include "platform/linux/Files.hpp"
+
+#include <dirent.h>
+
+#include <algorithm>
+#include <array>
+#include <cerrno>
+#include <cstdlib>
+#include <cstring>
+#include <memory>
+#include <utility>
+
+#include "platform/linux/Text.hpp"
+
+namespace halvermonte::linuxos {
+namespace {
+
+/// Hands each entry of what getdents64 packed to the visitor.
+template <class Visitor>
+void forEachEntry(const char* packed, size_t size, Visitor visit) {
+  for (size_t place = 0; place < size;) {
+    dirent64 head;
+    std::memcpy(&head, packed + place, offsetof(dirent64, d_name));
+    visit(std::string_view(packed + place + offsetof(dirent64, d_name)));
+    place += head.d_reclen;
+  }
+}
+
+}  // namespace
+
+Descriptor::Descriptor(Descriptor&& other) noexcept
+    : calls_(other.calls_), number_(std::exchange(other.number_, -1)) {}
+
+Descriptor& Descriptor::operator=(Descriptor&& other) noexcept {
+  std::swap(calls_, other.calls_);
+  std::swap(number_, other.number_);
+  return *this;
+}
+
+void Descriptor::close() noexcept {
+  if (number_ >= 0) calls_->close(std::exchange(number_, -1));
+}
+
+std::optional<std::string> textOf(SystemCalls& calls, const std::string& path, size_t bound) {
+  const Descriptor file(calls, calls.open(path.c_str()));
+  if (!file) return std::nullopt;
+  std::string text;
+  std::array<char, 4096> part;
+  while (text.size() < bound) {
+    const ssize_t count =
+        calls.readAt(file.number(), part.data(), part.size(), static_cast<off_t>(text.size()));
+    if (count < 0 && errno == EINTR) continue;
+    if (count < 0) return std::nullopt;
+    if (count == 0) break;
+    text.append(part.data(), static_cast<size_t>(count));
+  }
+  text.resize(std::min(text.size(), bound));
+  return text;
+}
+
+std::string wordingOf(SystemCalls& calls, const std::string& path) {
+  return std::string(trimmed(textOf(calls, path).value_or("")));
+}
+
+std::optional<std::vector<std::string>> namesIn(SystemCalls& calls, const std::string& path) {
+  const Descriptor folder(calls, calls.openFolder(path.c_str()));
+  if (!folder) return std::nullopt;
+  std::vector<std::string> names;
+  std::array<char, 8192> packed;
+  ssize_t size;
+  while ((size = calls.listOn(folder.number(), packed.data(), packed.size())) > 0) {
+    forEachEntry(packed.data(), static_cast<size_t>(size), [&](std::string_view name) {
+      if (name != "." && name != "..") names.emplace_back(name);
+    });
+  }
+  if (size < 0) return std::nullopt;
+  std::sort(names.begin(), names.end());
+  return names;
+}
+
+std::optional<std::string> realPath(const std::string& path) {
+  const std::unique_ptr<char, decltype(&std::free)> resolved(realpath(path.c_str(), nullptr),
+                                                             &std::free);
+  if (!resolved) return std::nullopt;
+  return resolved.get();
+}
+
+}  // namespace halvermonte::linuxos

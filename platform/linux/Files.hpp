@@ -1,0 +1,49 @@
+// Reading files and folders of the kernel, whole and bounded.
+#pragma once
+
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "platform/linux/SystemCalls.hpp"
+
+namespace halvermonte::linuxos {
+
+/// Owns a descriptor.
+class Descriptor {
+ public:
+  Descriptor() noexcept = default;
+  Descriptor(SystemCalls& calls, int number) noexcept : calls_(&calls), number_(number) {}
+  Descriptor(Descriptor&& other) noexcept;
+  Descriptor& operator=(Descriptor&& other) noexcept;
+  ~Descriptor() { close(); }
+
+  explicit operator bool() const noexcept { return number_ >= 0; }
+  int number() const noexcept { return number_; }
+  void close() noexcept;
+
+ private:
+  SystemCalls* calls_ = nullptr;
+  int number_ = -1;
+};
+
+/// An attribute fits one page; what does not is cut there.
+inline constexpr size_t kAttributeBound = 4096;
+/// Tables of many processors or devices.
+inline constexpr size_t kTableBound = size_t{4} << 20;
+
+/// The file's text up to the bound; absent where it cannot be opened or read.
+std::optional<std::string> textOf(SystemCalls& calls, const std::string& path,
+                                  size_t bound = kAttributeBound);
+
+/// The file's text trimmed; "" where there is none.
+std::string wordingOf(SystemCalls& calls, const std::string& path);
+
+/// The names in a folder, sorted, without "." and ".."; absent where it cannot be opened or read.
+std::optional<std::vector<std::string>> namesIn(SystemCalls& calls, const std::string& path);
+
+/// The path without links; absent where something on it does not exist.
+std::optional<std::string> realPath(const std::string& path);
+
+}  // namespace halvermonte::linuxos

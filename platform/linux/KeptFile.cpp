@@ -1,0 +1,69 @@
+#include "platform/linux/KeptFile.hpp"
+
+#include <sys/resource.h>
+
+#include <algorithm>
+#include <cerrno>
+#include <utility>
+
+namespace halvermonte::linuxos {
+namespace {
+
+/// Descriptors from this number on are left to the host.
+int firstReserved() {
+  rlimit limit{};
+  if (getrlimit(RLIMIT_NOFILE, &limit) != 0 || limit.rlim_cur > 1 << 20) return 1 << 20;
+  const int count = static_cast<int>(limit.rlim_cur);
+  return count - std::min(64, count / 4);
+}
+
+bool isGone(int error) { return error == ENODEV || error == ENOENT; }
+bool isShortage(int error) { return error == EMFILE || error == ENFILE; }
+
+}  // namespace
+
+KeptFile::KeptFile(SystemCalls& calls, std::string path) : calls_(&calls), path_(std::move(path)) {
+  reopen();
+}
+
+void KeptFile::reopen() {
+  file_ = opened();
+  if (file_) {
+    state_ = file_.number() < firstReserved() ? State::kept : State::openedPerRead;
+    if (state_ == State::openedPerRead) file_.close();
+  } else if (isShortage(error_)) {
+    state_ = State::openedPerRead;
+  } else {
+    state_ = isGone(error_) ? State::gone : State::unreadable;
+  }
+}
+
+std::string_view KeptFile::read(std::span<char> buffer) {
+  std::string_view text;
+  if (state_ == State::kept) text = readFrom(file_, buffer);
+  if (state_ == State::openedPerRead) {
+    if (const Descriptor file = opened()) text = readFrom(file, buffer);
+  }
+  if (isGone(error_)) {
+    state_ = State::gone;
+    file_.close();
+  }
+  return text;
+}
+
+std::string_view KeptFile::readFrom(const Descriptor& file, std::span<char> buffer) {
+  ssize_t size;
+  do {
+    size = calls_->readAt(file.number(), buffer.data(), buffer.size(), 0);
+  } while (size < 0 && errno == EINTR);
+  error_ = size < 0 ? errno : 0;
+  return {buffer.data(), static_cast<size_t>(std::max<ssize_t>(size, 0))};
+}
+
+Descriptor KeptFile::opened() {
+  Descriptor file(*calls_, calls_->open(path_.c_str()));
+  error_ = file ? 0 : errno;
+  return file;
+}
+
+}  // namespace halvermonte::linuxos

@@ -1,0 +1,73 @@
+#include "platform/linux/LinuxMachine.hpp"
+
+#include <ctime>
+#include <utility>
+
+#include "platform/linux/BlockDrives.hpp"
+#include "platform/linux/Commands.hpp"
+#include "platform/linux/HostName.hpp"
+#include "platform/linux/Processor.hpp"
+
+namespace halvermonte {
+
+LinuxMachine::LinuxMachine(LinuxRoots roots, linuxos::SystemCalls& calls)
+    : roots_(std::move(roots)),
+      calls_(calls),
+      commands_(std::make_unique<linuxos::Commands>()),
+      drives_(std::make_unique<linuxos::BlockDrives>(calls_, roots_.sys, roots_.proc)) {}
+
+LinuxMachine::~LinuxMachine() = default;
+
+std::string LinuxMachine::name() {
+  if (!isThisComputer()) {
+    return "tree at " + (roots_.sys != LinuxRoots().sys ? roots_.sys : roots_.proc);
+  }
+  const std::string model = linuxos::modelName(calls_, roots_.sys);
+  return model.empty() ? "Linux computer" : model;
+}
+
+bool LinuxMachine::isThisComputer() {
+  const LinuxRoots here;
+  return roots_.sys == here.sys && roots_.proc == here.proc && roots_.etc == here.etc;
+}
+
+std::optional<size_t> LinuxMachine::driveCount() {
+  const std::lock_guard lock(mutex_);
+  return drives_->count();
+}
+
+void LinuxMachine::beginDriveWalk() {
+  const std::lock_guard lock(mutex_);
+  drives_->beginWalk();
+}
+
+Drive LinuxMachine::drive(size_t index) {
+  const std::lock_guard lock(mutex_);
+  return drives_->read(index);
+}
+
+double LinuxMachine::clock() {
+  timespec now{};
+  clock_gettime(CLOCK_REALTIME, &now);
+  return static_cast<double>(now.tv_sec) + static_cast<double>(now.tv_nsec) * 1e-9;
+}
+
+std::optional<std::string> LinuxMachine::localizedHostName() {
+  // This computer's own /etc says nothing about a tree.
+  const bool knowsOwner = isThisComputer() || roots_.etc != LinuxRoots().etc;
+  std::optional<std::string> name;
+  if (knowsOwner) name = linuxos::prettyHostName(calls_, roots_.etc);
+  return name ? name : linuxos::kernelHostName(calls_, roots_.proc);
+}
+
+std::optional<std::string> LinuxMachine::outputOfCommand(const std::string& command) {
+  if (command != linuxos::kHardwareReportCommand) return commands_->outputOf(command);
+  return linuxos::hardwareReport(linuxos::processorName(calls_, roots_.sys, roots_.proc));
+}
+
+std::optional<int64_t> LinuxMachine::kernelVariable(const std::string& name) {
+  if (name != "hw.physicalcpu") return std::nullopt;
+  return linuxos::physicalCores(calls_, roots_.sys, roots_.proc);
+}
+
+}  // namespace halvermonte

@@ -1,0 +1,64 @@
+// The machine that is a Linux computer, asked through the kernel's own files.
+#pragma once
+
+#include <memory>
+#include <mutex>
+#include <optional>
+#include <string>
+
+#include "platform/linux/SystemCalls.hpp"
+#include "platform/portable/Machine.hpp"
+
+namespace halvermonte {
+
+namespace linuxos {
+class BlockDrives;
+class Commands;
+}  // namespace linuxos
+
+/// Where the kernel's files are. With other folders than these the machine is a tree: the files of
+/// some computer, as they were.
+struct LinuxRoots {
+  std::string sys = "/sys";
+  std::string proc = "/proc";
+  std::string etc = "/etc";
+};
+
+/// Answers from this computer, or from a tree. Reads only: nothing is written, no device is opened
+/// and nothing that sleeps is woken. What cannot be read is absent, and no question fails because
+/// of it.
+///
+/// Any thread may ask, while others do.
+class LinuxMachine : public Machine {
+ public:
+  explicit LinuxMachine(LinuxRoots roots = {},
+                        linuxos::SystemCalls& calls = linuxos::SystemCalls::real());
+  ~LinuxMachine() override;
+
+  /// The model by its maker's name, never the host's name; of a tree, where it lies.
+  std::string name() override;
+  /// True for the default roots alone.
+  bool isThisComputer() override;
+
+  std::optional<size_t> driveCount() override;
+  void beginDriveWalk() override;
+  Drive drive(size_t index) override;
+
+  double clock() override;
+  /// The name that the owner gave, else the kernel's; absent in a tree that holds neither.
+  std::optional<std::string> localizedHostName() override;
+  /// Runs the command in /bin/sh, and waits until its output is closed. The command that asks a Mac
+  /// for its hardware report is answered from this computer instead.
+  std::optional<std::string> outputOfCommand(const std::string& command) override;
+  /// "hw.physicalcpu": cores, however many threads each runs.
+  std::optional<int64_t> kernelVariable(const std::string& name) override;
+
+ private:
+  const LinuxRoots roots_;
+  linuxos::SystemCalls& calls_;
+  std::unique_ptr<linuxos::Commands> commands_;
+  std::mutex mutex_;  ///< guards what follows
+  std::unique_ptr<linuxos::BlockDrives> drives_;
+};
+
+}  // namespace halvermonte

@@ -1,0 +1,86 @@
+#include "platform/linux/Text.hpp"
+
+#include <strings.h>
+
+#include <algorithm>
+#include <charconv>
+
+namespace halvermonte::linuxos {
+namespace {
+
+constexpr std::string_view kBlanks{" \t\r\n\v\f\0", 7};
+
+template <class Integer>
+std::optional<Integer> wholeNumber(std::string_view text) {
+  const std::string_view digits = trimmed(text);
+  Integer value{};
+  const char* const end = digits.data() + digits.size();
+  const auto [stop, error] = std::from_chars(digits.data(), end, value);
+  if (error != std::errc() || stop != end) return std::nullopt;
+  return value;
+}
+
+bool isDigit(char character) { return character >= '0' && character <= '9'; }
+
+}  // namespace
+
+std::string_view trimmed(std::string_view text) {
+  const size_t start = text.find_first_not_of(kBlanks);
+  if (start == std::string_view::npos) return {};
+  return text.substr(start, text.find_last_not_of(kBlanks) - start + 1);
+}
+
+std::string squeezed(std::string_view text) {
+  std::string result;
+  for (const std::string_view word : words(text)) {
+    if (!result.empty()) result += ' ';
+    result += word;
+  }
+  return result;
+}
+
+std::vector<std::string_view> split(std::string_view text, char separator) {
+  std::vector<std::string_view> pieces;
+  for (size_t end; (end = text.find(separator)) != std::string_view::npos;) {
+    pieces.push_back(text.substr(0, end));
+    text.remove_prefix(end + 1);
+  }
+  pieces.push_back(text);
+  return pieces;
+}
+
+std::vector<std::string_view> words(std::string_view text) {
+  std::vector<std::string_view> found;
+  while (!(text = trimmed(text)).empty()) {
+    const size_t end = std::min(text.find_first_of(kBlanks), text.size());
+    found.push_back(text.substr(0, end));
+    text.remove_prefix(end);
+  }
+  return found;
+}
+
+std::optional<int64_t> integer(std::string_view text) { return wholeNumber<int64_t>(text); }
+
+std::optional<uint64_t> unsignedInteger(std::string_view text) {
+  return wholeNumber<uint64_t>(text);
+}
+
+bool isNumbered(std::string_view text, std::string_view prefix) {
+  return text.starts_with(prefix) && text.size() > prefix.size() &&
+         std::all_of(text.begin() + static_cast<ptrdiff_t>(prefix.size()), text.end(), isDigit);
+}
+
+std::optional<std::string_view> field(std::string_view text, std::string_view name,
+                                      char separator) {
+  for (const std::string_view line : split(text, '\n')) {
+    const size_t end = line.find(separator);
+    if (end == std::string_view::npos) continue;
+    const std::string_view found = trimmed(line.substr(0, end));
+    const bool same =
+        found.size() == name.size() && strncasecmp(found.data(), name.data(), name.size()) == 0;
+    if (same) return trimmed(line.substr(end + 1));
+  }
+  return std::nullopt;
+}
+
+}  // namespace halvermonte::linuxos

@@ -1,0 +1,7 @@
+#include "platform/linux/LinuxMachine.hpp"
+
+namespace halvermonte {
+
+std::unique_ptr<Machine> makeThisComputer() { return std::make_unique<LinuxMachine>(); }
+
+}  // namespace halvermonte

@@ -1,0 +1,66 @@
+#include "platform/Foundation.hpp"
+
+#include <libintl.h>
+#include <unistd.h>
+
+#include <array>
+#include <cerrno>
+#include <chrono>
+#include <cstdio>
+#include <ctime>
+
+#include "platform/portable/Machine.hpp"
+
+namespace halvermonte {
+
+PlatformException::~PlatformException() = default;
+RangeException::~RangeException() = default;
+
+namespace foundation {
+
+Text localizedHostName() {
+  const std::optional<std::string> name = Machine::current().localizedHostName();
+  return name ? Text(*name) : Text();
+}
+
+Date currentDate() { return Date(Machine::current().clock()); }
+
+std::string bundleText(const char* key) { return gettext(key); }
+
+std::string formatted(const std::string& format, const std::string& argument) {
+  static constexpr std::string_view kPlace = "%@";
+  const size_t place = format.find(kPlace);
+  if (place == std::string::npos) return format;
+  return format.substr(0, place) + argument + format.substr(place + kPlace.size());
+}
+
+std::optional<std::string> outputOfCommand(const std::string& command) {
+  return Machine::current().outputOfCommand(command);
+}
+
+void log(std::string_view line) {
+  using std::chrono::system_clock;
+  const auto now = system_clock::now();
+  const std::time_t seconds = system_clock::to_time_t(now);
+  const auto sinceEpoch =
+      std::chrono::duration_cast<std::chrono::milliseconds>(now.time_since_epoch());
+  std::tm local{};
+  localtime_r(&seconds, &local);
+  std::array<char, 32> date{};
+  std::strftime(date.data(), date.size(), "%Y-%m-%d %H:%M:%S", &local);
+  std::fprintf(stderr, "%s.%03d %s[%d] %.*s\n", date.data(),
+               static_cast<int>(sinceEpoch.count() % 1000), program_invocation_short_name, getpid(),
+               static_cast<int>(line.size()), line.data());
+}
+
+std::optional<std::string> reasonRaisedBy(const std::function<void()>& call) {
+  try {
+    call();
+    return std::nullopt;
+  } catch (const PlatformException& exception) {
+    return exception.reason();
+  }
+}
+
+}  // namespace foundation
+}  // namespace halvermonte

@@ -1,0 +1,169 @@
+// The abstract computer that answers the portable platform's calls. Its defaults together are an
+// empty one: no controller, no sensors, no drives, a clock at 0, commands that print nothing. A
+// Machine is asked from one thread at a time, unless its own header says more.
+#pragma once
+
+#include <array>
+#include <cstdint>
+#include <memory>
+#include <optional>
+#include <string>
+#include <variant>
+#include <vector>
+
+namespace halvermonte {
+
+/// The codes of IOKit that the portable platform itself gives.
+inline constexpr uint32_t kCodeSuccess = 0;
+inline constexpr uint32_t kCodeError = 0xE00002BC;
+inline constexpr uint32_t kCodeBadArgument = 0xE00002C2;
+inline constexpr uint32_t kCodeInvalidDestination = 0x10000003;
+
+/// The result byte of a controller that has no such key.
+inline constexpr uint8_t kSMCKeyNotFound = 0x84;
+
+/// Whether "AppleSMC" can be matched: `code` is that of the matching call; where it is 0, `present`
+/// tells whether a service was found.
+struct SMCService {
+  uint32_t code = kCodeSuccess;
+  bool present = false;
+};
+
+/// The answer to the key-info command. A nonzero `code` leaves the caller's reply unwritten; a
+/// nonzero `result` comes in a reply whose other fields are 0.
+struct SMCKeyInfo {
+  uint32_t code = kCodeSuccess;
+  uint8_t result = 0;
+  uint32_t dataSize = 0;
+  uint32_t dataType = 0;  ///< four-character code
+};
+
+/// The answer to the read command; `code` and `result` as in SMCKeyInfo.
+struct SMCKeyBytes {
+  uint32_t code = kCodeSuccess;
+  uint8_t result = 0;
+  std::array<uint8_t, 32> bytes{};
+};
+
+/// The HID sensor kinds, each a usage page and a usage.
+enum class HIDSensorKind { temperature, current, voltage };
+
+/// One HID sensor service. No `product`: it has no such property. No `value`: it gives no event.
+struct HIDService {
+  std::optional<std::string> product;
+  std::optional<double> value;  ///< degrees Celsius, amperes or volts
+};
+using HIDServices = std::vector<HIDService>;
+
+/// A block-storage driver whose properties cannot be read.
+struct UnreadableDrive {};
+/// A block-storage driver without a Statistics dictionary.
+struct DriveWithoutStatistics {};
+/// A driver's Statistics: bytes since it started, each of them optional.
+struct DriveStatistics {
+  std::optional<int64_t> bytesRead;
+  std::optional<int64_t> bytesWritten;
+};
+using Drive = std::variant<UnreadableDrive, DriveWithoutStatistics, DriveStatistics>;
+
+class Machine {
+ public:
+  Machine() = default;
+  Machine(const Machine&) = delete;
+  Machine& operator=(const Machine&) = delete;
+  virtual ~Machine() = default;
+
+  /// What a person calls it.
+  virtual std::string name() { return "Empty machine"; }
+  /// Whether it is the computer that the program runs on. Its readings are real only then.
+  virtual bool isThisComputer() { return false; }
+
+  virtual SMCService smcService() { return {}; }
+  /// Opens a connection to the controller; the code is IOServiceOpen's. What is asked until the
+  /// next opening belongs to one pass.
+  virtual uint32_t openSMC() { return kCodeSuccess; }
+  virtual void closeSMC() {}
+  /// Whether calls in the 88-byte layout are answered.
+  virtual bool answersWideCalls() { return true; }
+  virtual SMCKeyInfo smcKeyInfo(uint32_t /*key*/) { return {.result = kSMCKeyNotFound}; }
+  virtual SMCKeyBytes smcKeyBytes(uint32_t /*key*/) { return {.result = kSMCKeyNotFound}; }
+
+  /// The services of a kind in service order; null: the event system returns no list. The list
+  /// stays as it is for as long as the caller holds it.
+  virtual std::shared_ptr<const HIDServices> hidServices(HIDSensorKind /*kind*/) {
+    return std::make_shared<HIDServices>();
+  }
+
+  /// How many block-storage drivers match; absent: the matching call fails.
+  virtual std::optional<size_t> driveCount() { return 0; }
+  /// Called before a walk takes its first driver. May raise a PlatformException.
+  virtual void beginDriveWalk() {}
+  /// The driver at that place of the list that driveCount() counted. May raise a PlatformException.
+  virtual Drive drive(size_t /*index*/) { return UnreadableDrive{}; }
+
+  /// Seconds since 1970-01-01T00:00:00Z.
+  virtual double clock() { return 0; }
+  /// Absent: the platform reports none.
+  virtual std::optional<std::string> localizedHostName() { return std::nullopt; }
+  /// What the command prints under /bin/sh; absent: it could not be started.
+  virtual std::optional<std::string> outputOfCommand(const std::string& /*command*/) { return ""; }
+  /// A kernel variable; absent: there is none of that name.
+  virtual std::optional<int64_t> kernelVariable(const std::string& /*name*/) {
+    return std::nullopt;
+  }
+
+  /// The machine that answers the calling thread: the innermost ScopedMachine's, else the
+  /// process's.
+  static Machine& current();
+  /// Sets the process's machine, which the caller keeps alive; null: this computer again.
+  static void setProcessMachine(Machine* machine);
+};
+
+/// This computer, made by the one machine folder that is linked for the system (linux/ has it).
+std::unique_ptr<Machine> makeThisComputer();
+
+/// Makes a machine answer the calling thread until the guard's end. Guards nest.
+class ScopedMachine {
+ public:
+  explicit ScopedMachine(Machine& machine);
+  ~ScopedMachine();
+  ScopedMachine(const ScopedMachine&) = delete;
+  ScopedMachine& operator=(const ScopedMachine&) = delete;
+
+ private:
+  Machine* former_;
+};
+
+/// Forwards every question to another machine, so that a test or a recorder overrides just one.
+class MachineWrapper : public Machine {
+ public:
+  explicit MachineWrapper(Machine& inner) : inner_(inner) {}
+
+  std::string name() override { return inner_.name(); }
+  bool isThisComputer() override { return inner_.isThisComputer(); }
+  SMCService smcService() override { return inner_.smcService(); }
+  uint32_t openSMC() override { return inner_.openSMC(); }
+  void closeSMC() override { inner_.closeSMC(); }
+  bool answersWideCalls() override { return inner_.answersWideCalls(); }
+  SMCKeyInfo smcKeyInfo(uint32_t key) override { return inner_.smcKeyInfo(key); }
+  SMCKeyBytes smcKeyBytes(uint32_t key) override { return inner_.smcKeyBytes(key); }
+  std::shared_ptr<const HIDServices> hidServices(HIDSensorKind kind) override {
+    return inner_.hidServices(kind);
+  }
+  std::optional<size_t> driveCount() override { return inner_.driveCount(); }
+  void beginDriveWalk() override { inner_.beginDriveWalk(); }
+  Drive drive(size_t index) override { return inner_.drive(index); }
+  double clock() override { return inner_.clock(); }
+  std::optional<std::string> localizedHostName() override { return inner_.localizedHostName(); }
+  std::optional<std::string> outputOfCommand(const std::string& command) override {
+    return inner_.outputOfCommand(command);
+  }
+  std::optional<int64_t> kernelVariable(const std::string& name) override {
+    return inner_.kernelVariable(name);
+  }
+
+ protected:
+  Machine& inner_;
+};
+
+}  // namespace halvermonte

@@ -1,0 +1,101 @@
+/* CoreFoundation for systems that lack it: what the engine uses of it, under the platform's names
+ * and rules. A create or copy function's result is the caller's to release; a get function's is
+ * not. Retain and release are safe from any thread; releasing NULL ends the process. */
+#ifndef HALVERMONTE_PORTABLE_COREFOUNDATION_H
+#define HALVERMONTE_PORTABLE_COREFOUNDATION_H
+
+#include <stdint.h>
+
+#ifdef __cplusplus
+extern "C" {
+#endif
+
+typedef unsigned char Boolean;
+typedef long CFIndex;
+typedef uint32_t CFStringEncoding;
+typedef const void* CFTypeRef;
+typedef const struct __CFAllocator* CFAllocatorRef;
+typedef const struct __CFString* CFStringRef;
+typedef const struct __CFNumber* CFNumberRef;
+typedef const struct __CFArray* CFArrayRef;
+typedef struct __CFArray* CFMutableArrayRef;
+typedef const struct __CFDictionary* CFDictionaryRef;
+typedef struct __CFDictionary* CFMutableDictionaryRef;
+
+#define kCFAllocatorDefault ((CFAllocatorRef)0)
+
+CFTypeRef CFRetain(CFTypeRef object);
+void CFRelease(CFTypeRef object);
+
+/* Texts. They are kept as UTF-8, whatever 8-bit encoding they are made from: ASCII in practice. */
+enum { kCFStringEncodingMacRoman = 0, kCFStringEncodingUTF8 = 0x08000100 };
+CFStringEncoding CFStringGetSystemEncoding(void);
+CFStringRef CFStringCreateWithCString(CFAllocatorRef allocator, const char* characters,
+                                      CFStringEncoding encoding);
+typedef struct {
+  CFIndex location;
+  CFIndex length;
+} CFRange;
+/* At least as many as the text has UTF-16 units, and enough for the functions below. */
+CFIndex CFStringGetLength(CFStringRef text);
+CFIndex CFStringGetMaximumSizeForEncoding(CFIndex length, CFStringEncoding encoding);
+/* Writes the whole text (the only range there is here) as UTF-8 without a NUL, and its size in
+ * bytes. Returns the number of units written; 0 where the buffer is too small. */
+CFIndex CFStringGetBytes(CFStringRef text, CFRange range, CFStringEncoding encoding,
+                         uint8_t lossByte, Boolean isExternalRepresentation, uint8_t* buffer,
+                         CFIndex size, CFIndex* usedSize);
+
+/* A constant text, alive as long as the process. */
+CFStringRef CFStringMakeConstantString_(const char* characters);
+#ifdef __cplusplus
+#define CFSTR(literal)                                                           \
+  ([]() -> CFStringRef {                                                         \
+    static const CFStringRef constant = CFStringMakeConstantString_("" literal); \
+    return constant;                                                             \
+  }())
+#endif
+
+/* Numbers. */
+typedef CFIndex CFNumberType;
+enum {
+  kCFNumberSInt32Type = 3,
+  kCFNumberSInt64Type = 4,
+  kCFNumberDoubleType = 13,
+};
+CFNumberRef CFNumberCreate(CFAllocatorRef allocator, CFNumberType type, const void* value);
+/* 1 where the value came over without loss. */
+Boolean CFNumberGetValue(CFNumberRef number, CFNumberType type, void* value);
+
+/* Lists. Their elements are retained. */
+typedef struct {
+  int unused;
+} CFArrayCallBacks;
+extern const CFArrayCallBacks kCFTypeArrayCallBacks;
+CFMutableArrayRef CFArrayCreateMutable(CFAllocatorRef allocator, CFIndex capacity,
+                                       const CFArrayCallBacks* callBacks);
+void CFArrayAppendValue(CFMutableArrayRef array, const void* value);
+CFIndex CFArrayGetCount(CFArrayRef array);
+/* REQUIRES: an index within the list. */
+const void* CFArrayGetValueAtIndex(CFArrayRef array, CFIndex index);
+
+/* Maps from text. Their keys and values are retained. */
+typedef struct {
+  int unused;
+} CFDictionaryKeyCallBacks;
+typedef struct {
+  int unused;
+} CFDictionaryValueCallBacks;
+extern const CFDictionaryKeyCallBacks kCFTypeDictionaryKeyCallBacks;
+extern const CFDictionaryValueCallBacks kCFTypeDictionaryValueCallBacks;
+CFDictionaryRef CFDictionaryCreate(CFAllocatorRef allocator, const void** keys, const void** values,
+                                   CFIndex count, const CFDictionaryKeyCallBacks* keyCallBacks,
+                                   const CFDictionaryValueCallBacks* valueCallBacks);
+CFIndex CFDictionaryGetCount(CFDictionaryRef dictionary);
+/* NULL where the key is missing. */
+const void* CFDictionaryGetValue(CFDictionaryRef dictionary, const void* key);
+
+#ifdef __cplusplus
+}
+#endif
+
+#endif

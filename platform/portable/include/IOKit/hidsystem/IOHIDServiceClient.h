@@ -1,0 +1,20 @@
+/* The services of the HID event system, for systems that lack it. */
+#ifndef HALVERMONTE_PORTABLE_IOHIDSERVICECLIENT_H
+#define HALVERMONTE_PORTABLE_IOHIDSERVICECLIENT_H
+
+#include <CoreFoundation/CoreFoundation.h>
+
+#ifdef __cplusplus
+extern "C" {
+#endif
+
+typedef struct __IOHIDServiceClient* IOHIDServiceClientRef;
+
+/* NULL where the service has no such property. */
+CFTypeRef IOHIDServiceClientCopyProperty(IOHIDServiceClientRef service, CFStringRef key);
+
+#ifdef __cplusplus
+}
+#endif
+
+#endif

@@ -1,0 +1,69 @@
+#include "platform/simulated/BundledMachines.hpp"
+
+#include <algorithm>
+
+#include "platform/simulated/JsonPlace.hpp"
+#include "platform/simulated/MachineFile.hpp"
+
+namespace halvermonte {
+namespace {
+
+char lowered(char letter) {
+  return letter >= 'A' && letter <= 'Z' ? static_cast<char>(letter - 'A' + 'a') : letter;
+}
+
+bool equalInAnyCase(std::string_view first, std::string_view second) {
+  return std::equal(first.begin(), first.end(), second.begin(), second.end(),
+                    [](char a, char b) { return lowered(a) == lowered(b); });
+}
+
+std::string counted(size_t count, std::string_view noun) {
+  std::string text = std::to_string(count) + " ";
+  text += noun;
+  if (count != 1) text += 's';
+  return text;
+}
+
+std::string processorOf(const BundledMachine& machine) {
+  const std::string fileName(machine.fileName);
+  const JsonValue json = parseJson(machine.json, fileName);
+  const auto report = JsonPlace(fileName, json).required("processor");
+  const auto intel = report.find("cpu_type");
+  return (intel ? *intel : report.required("chip_type")).text();
+}
+
+size_t fansOf(const MachineTick& tick) {
+  const auto count = tick.smc.keys.find(fourCharacterCode("FNum"));
+  return count == tick.smc.keys.end() ? 0 : count->second->bytesAt(tick.time)[0];
+}
+
+size_t hidSensorsOf(const MachineTick& tick) {
+  size_t sensors = 0;
+  for (const auto& list : tick.hid) {
+    if (list && *list) sensors += (*list)->size();
+  }
+  return sensors;
+}
+
+}  // namespace
+
+std::string BundledMachine::description() const {
+  const MachineFile machine = MachineFile::fromText(json, std::string(fileName));
+  const MachineTick& tick = machine.ticks.front();
+  const auto cores = static_cast<size_t>(machine.kernelVariables.at("hw.physicalcpu"));
+  const size_t drives = tick.drives && *tick.drives ? (*tick.drives)->size() : 0;
+  return processorOf(*this) + ", " + counted(cores, "core") + ", " +
+         counted(tick.smc.keys.size(), "SMC key") + ", " +
+         counted(hidSensorsOf(tick), "HID sensor") + ", " + counted(fansOf(tick), "fan") + ", " +
+         counted(drives, "drive");
+}
+
+const BundledMachine* findBundledMachine(std::string_view name) {
+  for (const BundledMachine& machine : bundledMachines()) {
+    const std::string_view stem = machine.fileName.substr(0, machine.fileName.rfind('.'));
+    if (equalInAnyCase(name, machine.name) || equalInAnyCase(name, stem)) return &machine;
+  }
+  return nullptr;
+}
+
+}  // namespace halvermonte

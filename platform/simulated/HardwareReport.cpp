@@ -1,0 +1,96 @@
+// Writes the report that "system_profiler SPHardwareDataType -xml" prints.
+#include <locale>
+#include <sstream>
+
+#include "platform/simulated/MachineFileReaders.hpp"
+
+namespace halvermonte {
+namespace {
+
+constexpr std::string_view kStart =
+    R"(<?xml version="1.0" encoding="UTF-8"?>
+<!DOCTYPE plist PUBLIC "-//Apple//DTD PLIST 1.0//EN" "http://www.apple.com/DTDs/PropertyList-1.0.dtd">
+<plist version="1.0">
+<array>
+	<dict>
+		<key>_items</key>
+		<array>
+			<dict>
+)";
+
+constexpr std::string_view kEnd =
+    R"(			</dict>
+		</array>
+	</dict>
+</array>
+</plist>
+)";
+
+// What XML has no way to write.
+bool isUnwritable(std::string_view rest) {
+  const auto byte = static_cast<uint8_t>(rest.front());
+  const bool isControl = byte < 0x20 && byte != '\t' && byte != '\n' && byte != '\r';
+  return isControl || rest.starts_with("\xEF\xBF\xBE") || rest.starts_with("\xEF\xBF\xBF");
+}
+
+std::string escaped(std::string_view text, const JsonPlace& place) {
+  std::string xml;
+  for (size_t i = 0; i < text.size(); ++i) {
+    if (isUnwritable(text.substr(i))) place.refuse("a text of characters that XML allows");
+    switch (text[i]) {
+      case '&':
+        xml += "&amp;";
+        break;
+      case '<':
+        xml += "&lt;";
+        break;
+      case '>':
+        xml += "&gt;";
+        break;
+      case '\r':
+        xml += "&#13;";
+        break;  // a bare one would be read as a line feed
+      default:
+        xml += text[i];
+    }
+  }
+  return xml;
+}
+
+std::string element(std::string_view name, std::string_view content) {
+  std::string xml;
+  xml.append("<").append(name).append(">").append(content);
+  return xml.append("</").append(name).append(">");
+}
+
+std::string realText(double value) {
+  std::ostringstream text;
+  text.imbue(std::locale::classic());
+  text.precision(17);
+  text << value;
+  return text.str();
+}
+
+std::string valueElement(const JsonPlace& place) {
+  const auto& content = place.value().content;
+  if (const auto* flag = std::get_if<bool>(&content)) return *flag ? "<true/>" : "<false/>";
+  if (const auto* integer = std::get_if<int64_t>(&content)) {
+    return element("integer", std::to_string(*integer));
+  }
+  if (const auto* real = std::get_if<double>(&content)) return element("real", realText(*real));
+  return element("string", escaped(place.text("a text, a number, true or false"), place));
+}
+
+}  // namespace
+
+std::string readHardwareReport(const JsonPlace& place) {
+  std::string report(kStart);
+  for (const auto& [name, member] : place.members()) {
+    report += "\t\t\t\t" + element("key", escaped(name, member)) + "\n";
+    report += "\t\t\t\t" + valueElement(member) + "\n";
+  }
+  report += kEnd;
+  return report;
+}
+
+}  // namespace halvermonte

@@ -1,0 +1,28 @@
+#include "platform/simulated/HexText.hpp"
+
+namespace halvermonte {
+namespace {
+
+// The digit's value; negative where it is none.
+int valueOfDigit(char digit) {
+  if (digit >= '0' && digit <= '9') return digit - '0';
+  if (digit >= 'a' && digit <= 'f') return digit - 'a' + 10;
+  if (digit >= 'A' && digit <= 'F') return digit - 'A' + 10;
+  return -1;
+}
+
+}  // namespace
+
+std::optional<std::string> bytesOfHex(std::string_view digits) {
+  if (digits.size() % 2 != 0) return std::nullopt;
+  std::string bytes;
+  for (size_t i = 0; i < digits.size(); i += 2) {
+    const int high = valueOfDigit(digits[i]);
+    const int low = valueOfDigit(digits[i + 1]);
+    if (high < 0 || low < 0) return std::nullopt;
+    bytes += static_cast<char>(high * 16 + low);
+  }
+  return bytes;
+}
+
+}  // namespace halvermonte

@@ -1,0 +1,74 @@
+// A value of a JSON text together with where it stands, read strictly: what is not as expected
+// throws MachineFileError naming the place and the expectation.
+#pragma once
+
+#include <cstdint>
+#include <initializer_list>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+#include "platform/simulated/JsonValue.hpp"
+
+namespace halvermonte {
+
+/// REQUIRES: the tree and the file's name outlive it.
+class JsonPlace {
+ public:
+  using Names = std::initializer_list<std::string_view>;
+  struct Member;
+
+  JsonPlace(const std::string& fileName, const JsonValue& root)
+      : JsonPlace(fileName, root, std::string()) {}
+
+  [[noreturn]] void refuse(std::string_view expectation) const;
+
+  const JsonValue& value() const { return *value_; }
+  bool isNull() const { return std::holds_alternative<std::nullptr_t>(value_->content); }
+
+  const std::string& text(std::string_view expectation = "a text") const;
+  double number() const;
+  int64_t integer(int64_t least, int64_t greatest) const;
+  /// An integer of the whole range of the type.
+  template <class Integer>
+  Integer integer() const {
+    using Limits = std::numeric_limits<Integer>;
+    return static_cast<Integer>(integer(Limits::min(), Limits::max()));
+  }
+  /// One of the texts, as its place among them.
+  size_t oneOfTexts(Names texts) const;
+
+  std::vector<JsonPlace> elements(std::string_view expectation = "an array") const;
+  std::vector<Member> members() const;
+
+  /// Refuses a value that is no object, and a member of any other name.
+  void expectOnly(Names names) const;
+  /// The member; absent where it is not given. REQUIRES: an object.
+  std::optional<JsonPlace> find(std::string_view name) const;
+  /// The member, refused where it is not given. REQUIRES: an object.
+  JsonPlace required(std::string_view name) const;
+  /// The only one of the members that is given; none where none is. REQUIRES: an object.
+  std::optional<Member> atMostOneOf(Names names) const;
+  Member exactlyOneOf(Names names) const;
+
+ private:
+  JsonPlace(const std::string& fileName, const JsonValue& value, std::string pointer)
+      : fileName_(&fileName), value_(&value), pointer_(std::move(pointer)) {}
+
+  template <class Content>
+  const Content& get(std::string_view expectation) const;
+  JsonPlace at(std::string_view token, const JsonValue& value) const;
+
+  const std::string* fileName_;
+  const JsonValue* value_;
+  std::string pointer_;
+};
+
+struct JsonPlace::Member {
+  std::string_view name;
+  JsonPlace place;
+};
+
+}  // namespace halvermonte

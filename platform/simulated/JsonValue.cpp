@@ -1,0 +1,187 @@
+#include "platform/simulated/JsonValue.hpp"
+
+#include <algorithm>
+#include <cstdio>
+#include <limits>
+#include <nlohmann/json.hpp>
+#include <optional>
+#include <utility>
+
+#include "platform/simulated/MachineFileError.hpp"
+
+namespace halvermonte {
+namespace {
+
+// Builds the tree from the parser's events. The last element of every open container is the one
+// that is being read, so the tree itself tells the place.
+class JsonBuilder : public nlohmann::json_sax<nlohmann::json> {
+ public:
+  JsonBuilder(std::string_view text, const std::string& fileName)
+      : text_(text), fileName_(fileName) {}
+
+  JsonValue takeRoot() { return std::move(root_); }
+
+  /// REQUIRES: an offset into the text, or its size.
+  [[noreturn]] void refuseText(size_t offset) const;
+
+  bool null() override { return add(nullptr); }
+  bool boolean(bool value) override { return add(value); }
+  bool number_integer(number_integer_t value) override { return add(value); }
+  bool number_unsigned(number_unsigned_t value) override;
+  bool number_float(number_float_t value, const string_t&) override { return add(value); }
+  bool string(string_t& value) override { return add(std::move(value)); }
+  bool binary(binary_t&) override { return false; }  // not in JSON
+  bool start_object(std::size_t) override { return open(JsonValue::Object()); }
+  bool key(string_t& name) override;
+  bool end_object() override;
+  bool start_array(std::size_t) override { return open(JsonValue::Array()); }
+  bool end_array() override { return close(); }
+  bool parse_error(std::size_t position, const std::string& token,
+                   const nlohmann::json::exception& error) override;
+
+ private:
+  JsonValue& slot();
+  template <class Content>
+  bool add(Content&& content) {
+    slot().content = std::forward<Content>(content);
+    return true;
+  }
+  template <class Container>
+  bool open(Container&& container);
+  bool close() {
+    open_.pop_back();
+    return true;
+  }
+
+  /// The pointer to the container, at that depth of the open ones.
+  std::string placeOfOpen(size_t depth) const;
+  /// The pointer to the value that comes next.
+  std::string placeOfNext() const;
+
+  std::string_view text_;
+  const std::string& fileName_;
+  JsonValue root_;
+  std::vector<JsonValue*> open_;
+};
+
+JsonValue& JsonBuilder::slot() {
+  if (open_.empty()) return root_;
+  auto& container = open_.back()->content;
+  if (auto* array = std::get_if<JsonValue::Array>(&container)) return array->emplace_back();
+  return std::get<JsonValue::Object>(container).back().value;
+}
+
+template <class Container>
+bool JsonBuilder::open(Container&& container) {
+  if (open_.size() == kDeepestJson) {
+    throw MachineFileError(fileName_, placeOfNext(),
+                           "at most " + std::to_string(kDeepestJson) + " levels of nesting");
+  }
+  JsonValue& value = slot();
+  value.content = std::forward<Container>(container);
+  open_.push_back(&value);
+  return true;
+}
+
+bool JsonBuilder::number_unsigned(number_unsigned_t value) {
+  if (std::in_range<int64_t>(value)) return add(static_cast<int64_t>(value));
+  return add(static_cast<double>(value));
+}
+
+bool JsonBuilder::key(string_t& name) {
+  std::get<JsonValue::Object>(open_.back()->content).push_back({std::move(name), {}});
+  return true;
+}
+
+bool JsonBuilder::end_object() {
+  std::vector<std::string_view> names;
+  for (const JsonMember& member : std::get<JsonValue::Object>(open_.back()->content)) {
+    names.push_back(member.name);
+  }
+  std::sort(names.begin(), names.end());
+  const auto twice = std::adjacent_find(names.begin(), names.end());
+  if (twice != names.end()) {
+    std::string place = placeOfOpen(open_.size() - 1);
+    appendToPointer(place, *twice);
+    throw MachineFileError(fileName_, place, "this member only once");
+  }
+  return close();
+}
+
+bool JsonBuilder::parse_error(std::size_t position, const std::string&,
+                              const nlohmann::json::exception& error) {
+  constexpr int kNumberOverflow = 406;
+  if (error.id == kNumberOverflow) {
+    const std::string place = placeOfNext();
+    throw MachineFileError(fileName_, place.empty() ? "/" : place,
+                           "a number within the range of a 64-bit float");
+  }
+  refuseText(std::min(std::max<size_t>(position, 1) - 1, text_.size()));
+}
+
+void JsonBuilder::refuseText(size_t offset) const {
+  const std::string_view before = text_.substr(0, offset);
+  const auto lines = std::count(before.begin(), before.end(), '\n');
+  const std::string_view line = before.substr(before.rfind('\n') + 1);
+  const auto characters = std::count_if(line.begin(), line.end(), [](char byte) {
+    return (static_cast<uint8_t>(byte) & 0xC0) != 0x80;  // not a continuation byte of UTF-8
+  });
+  throw MachineFileError(
+      fileName_, "line " + std::to_string(lines + 1) + ", column " + std::to_string(characters + 1),
+      "well-formed JSON in UTF-8");
+}
+
+std::string JsonBuilder::placeOfOpen(size_t depth) const {
+  std::string pointer;
+  for (size_t level = 0; level < depth; ++level) {
+    const auto& container = open_[level]->content;
+    if (const auto* array = std::get_if<JsonValue::Array>(&container)) {
+      appendToPointer(pointer, std::to_string(array->size() - 1));
+    } else {
+      appendToPointer(pointer, std::get<JsonValue::Object>(container).back().name);
+    }
+  }
+  return pointer;
+}
+
+std::string JsonBuilder::placeOfNext() const {
+  if (open_.empty()) return {};
+  std::string pointer = placeOfOpen(open_.size() - 1);
+  const auto& container = open_.back()->content;
+  if (const auto* array = std::get_if<JsonValue::Array>(&container)) {
+    appendToPointer(pointer, std::to_string(array->size()));
+  } else {
+    appendToPointer(pointer, std::get<JsonValue::Object>(container).back().name);
+  }
+  return pointer;
+}
+
+}  // namespace
+
+JsonValue parseJson(std::string_view text, const std::string& fileName) {
+  JsonBuilder builder(text, fileName);
+  // The parser takes a NUL for the end of its input, whatever follows.
+  const size_t nul = text.find('\0');
+  if (nul != std::string_view::npos) builder.refuseText(nul);
+  nlohmann::json::sax_parse(text.begin(), text.end(), &builder);
+  return builder.takeRoot();
+}
+
+void appendToPointer(std::string& pointer, std::string_view token) {
+  pointer += '/';
+  for (const char character : token) {
+    if (character == '~') {
+      pointer += "~0";
+    } else if (character == '/') {
+      pointer += "~1";
+    } else if (static_cast<uint8_t>(character) < 0x20 || character == 0x7F) {
+      char escaped[7];
+      std::snprintf(escaped, sizeof escaped, "\\u%04x", static_cast<unsigned>(character));
+      pointer += escaped;
+    } else {
+      pointer += character;
+    }
+  }
+}
+
+}  // namespace halvermonte

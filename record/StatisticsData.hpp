@@ -1,0 +1,62 @@
+// StatisticsData: the record that the host application owns, fills and reads, and that a pass of
+// the engine fills with temperatures, fans and disk throughput.
+//
+// Its properties stand in properties.def. Each has a getter named as the property (hostName()) and
+// a setter (setHostName(value)). Any thread may call any of them: a property is read and written as
+// a whole, and a reader gets its own reference. Nothing makes several properties consistent
+// together.
+#pragma once
+
+#include <cstdint>
+
+#include "platform/Export.h"
+#include "platform/Values.hpp"
+#include "record/Atomic.hpp"
+
+namespace halvermonte {
+
+using Flag = int8_t;  ///< NO is 0, YES is 1
+using Int = int32_t;
+
+/// The properties that a pass of the engine writes, and reads back: what the engine knows of a
+/// record.
+class HALVERMONTE_EXPORT SensorsRecord {
+ public:
+  virtual ~SensorsRecord();
+
+#define PROPERTY(name, Name, Type, initial, copy, turn)
+#define ENGINE_PROPERTY(name, Name, Type, initial, copy, turn) \
+  virtual Type name() const = 0;                               \
+  virtual void set##Name(Type value) = 0;
+#include "record/properties.def"
+};
+
+class HALVERMONTE_EXPORT StatisticsData final : public SensorsRecord {
+ public:
+  /// Stores the defaults of properties.def: the host's name and the current date among them.
+  StatisticsData();
+  ~StatisticsData() override;
+  StatisticsData(const StatisticsData&) = delete;
+  StatisticsData& operator=(const StatisticsData&) = delete;
+
+  /// Makes this record a snapshot of another: texts and containers are fresh, with the source's
+  /// contents, so they stay as they are when the source goes on; elements, numbers and two battery
+  /// texts are shared; six properties keep their own values (properties.def says which).
+  /// Not atomic as a whole. Raises a PlatformException at the first text to be copied that is
+  /// absent in the source; what stood before it is copied by then.
+  void populateStatisticsDataFrom(const StatisticsData& source);
+
+#define PROPERTY(name, Name, Type, initial, copy, turn) \
+  Type name() const { return name##_.load(); }          \
+  void set##Name(Type value) { name##_.store(std::move(value)); }
+#define ENGINE_PROPERTY(name, Name, Type, initial, copy, turn) \
+  Type name() const override { return name##_.load(); }        \
+  void set##Name(Type value) override { name##_.store(std::move(value)); }
+#include "record/properties.def"
+
+ private:
+#define PROPERTY(name, Name, Type, initial, copy, turn) Atomic<Type> name##_;
+#include "record/properties.def"
+};
+
+}  // namespace halvermonte

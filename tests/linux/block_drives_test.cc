@@ -1,0 +1,232 @@
+#include "platform/linux/BlockDrives.hpp"
+
+#include <gmock/gmock.h>
+#include <sys/resource.h>
+
+#include "tests/linux/Tree.hpp"
+
+namespace halvermonte::test {
+namespace {
+
+using ::testing::ElementsAre;
+using ::testing::IsEmpty;
+
+std::string statOf(int64_t sectorsRead, int64_t sectorsWritten) {
+  return "  10 0 " + std::to_string(sectorsRead) + " 5 20 0 " + std::to_string(sectorsWritten) +
+         " 6 0 7 8 0 0 0 0 0 0\n";
+}
+
+/// Adds a device whose counters are that many sectors read, and none written.
+void addDevice(Tree& tree, const std::string& name, const std::string& parent,
+               int64_t sectorsRead) {
+  const std::string device = "sys/devices/" + parent + "/" + name;
+  tree.write(device + "/stat", statOf(sectorsRead, 0));
+  tree.write(device + "/size", "500118192\n").write(device + "/hidden", "0\n");
+  tree.folder(device + "/slaves").folder(device + "/holders");
+  tree.link("sys/block/" + name, device);
+}
+
+/// Bytes read of each drive, in the machine's order; -1 for one that cannot be read.
+std::vector<int64_t> walk(LinuxMachine& machine, size_t count) {
+  std::vector<int64_t> bytes;
+  machine.beginDriveWalk();
+  for (size_t i = 0; i < count; ++i) {
+    const Drive drive = machine.drive(i);
+    const auto* const statistics = std::get_if<DriveStatistics>(&drive);
+    bytes.push_back(statistics != nullptr ? statistics->bytesRead.value_or(-2) : -1);
+  }
+  return bytes;
+}
+
+std::vector<int64_t> drivesOf(const Tree& tree) {
+  LinuxMachine machine(tree.roots());
+  return walk(machine, machine.driveCount().value_or(99));
+}
+
+TEST(DriveStatistics, SectorsAreOf512BytesInEveryFormOfTheFile) {
+  for (const char* form : {"1 2 3 4 5 6 7 8 9 10 11", "1 2 3 4 5 6 7 8 9 10 11 12 13 14 15\n",
+                           "  1  2 3 4 5 6 7 8 9 10 11 12 13 14 15 16 17\r\n"}) {
+    const auto drive = linuxos::driveStatistics(form);
+    ASSERT_TRUE(drive) << form;
+    EXPECT_EQ(drive->bytesRead, 3 * 512);
+    EXPECT_EQ(drive->bytesWritten, 7 * 512);
+  }
+}
+
+TEST(DriveStatistics, OtherTextsAreNone) {
+  for (const char* text : {"", "\n", "1 2 3 4 5 6 7 8 9 10", "a b c d e f g h i j k",
+                           "1 2 x 4 5 6 7 8 9 10 11", "1 2 3 4 5 6 -7 8 9 10 11"}) {
+    EXPECT_FALSE(linuxos::driveStatistics(text)) << text;
+  }
+}
+
+TEST(BlockDrives, EncryptedVolumesOnAMirrorCountAsTheTwoDisks) {
+  Tree tree;
+  addDevice(tree, "sda", "pci0000:00/0000:00:17.0/ata1/host0/target0:0:0/0:0:0:0/block", 100);
+  addDevice(tree, "sdb", "pci0000:00/0000:00:17.0/ata2/host1/target1:0:0/1:0:0:0/block", 200);
+  tree.write(
+      "sys/devices/pci0000:00/0000:00:17.0/ata1/host0/target0:0:0/0:0:0:0/block/sda/sda1/stat",
+      statOf(90, 0));
+  for (const char* name : {"md127", "dm-0", "dm-1", "loop0", "zram0", "ram0"}) {
+    addDevice(tree, name, "virtual/block", 300);
+  }
+  EXPECT_THAT(drivesOf(tree), ElementsAre(100 * 512, 200 * 512));
+}
+
+TEST(BlockDrives, StackedDeviceOutsideTheVirtualOnesIsKnownByItsSlaves) {
+  Tree tree;
+  addDevice(tree, "sda", "pci0000:00/ata1/block", 100);
+  addDevice(tree, "stack", "platform/stack", 300);
+  tree.link("sys/devices/platform/stack/stack/slaves/sda", "sys/block/sda");
+  EXPECT_THAT(drivesOf(tree), ElementsAre(100 * 512));
+}
+
+TEST(BlockDrives, MultipathHeadStandsForItsPaths) {
+  Tree tree;
+  const std::string head = "virtual/nvme-subsystem/nvme-subsys0";
+  addDevice(tree, "nvme0n1", head, 70);
+  addDevice(tree, "nvme0c0n1", "pci0000:00/0000:01:00.0/nvme/nvme0", 40);
+  addDevice(tree, "nvme0c1n1", "pci0000:00/0000:02:00.0/nvme/nvme1", 30);
+  addDevice(tree, "nvme0c1n11", "pci0000:00/0000:02:00.0/nvme/nvme1", 5);
+  for (const char* path : {"nvme0c0n1", "nvme0c1n1", "nvme0c1n11"}) {
+    tree.write("sys/block/" + std::string(path) + "/hidden", "1\n");
+  }
+  EXPECT_THAT(drivesOf(tree), ElementsAre(70 * 512));
+  tree.write("sys/devices/" + head + "/nvme0n1/stat", statOf(0, 0));
+  EXPECT_THAT(drivesOf(tree), ElementsAre((40 + 30) * 512)) << "kernels before 6.2 count the paths";
+}
+
+TEST(BlockDrives, EmptyCardReaderAndOpticalDriveDoNotCount) {
+  Tree tree;
+  addDevice(tree, "sdc", "pci0000:00/usb1/host6/target6:0:0/6:0:0:0/block", 1);
+  tree.write("sys/block/sdc/size", "0\n");
+  addDevice(tree, "sr0", "pci0000:00/ata3/host2/target2:0:0/2:0:0:0/block", 2);
+  addDevice(tree, "fd0", "platform/floppy.0/block", 3);
+  addDevice(tree, "mmcblk0", "platform/mmc/mmc_host/mmc0/mmc0:0001/block", 4);
+  addDevice(tree, "mmcblk0boot0", "platform/mmc/mmc_host/mmc0/mmc0:0001/block/mmcblk0", 5);
+  addDevice(tree, "nbd0", "virtual/block", 6);
+  EXPECT_THAT(drivesOf(tree), ElementsAre(4 * 512));
+}
+
+TEST(BlockDrives, OrderIsTheHardwaresWhateverTheNames) {
+  Tree tree;
+  addDevice(tree, "sdb", "pci0000:00/host2/block", 1);
+  addDevice(tree, "sda", "pci0000:00/host10/block", 2);
+  addDevice(tree, "vda", "pci0000:00/0000:00:0a.0/virtio1/block", 3);
+  addDevice(tree, "vdb", "pci0000:00/0000:00:09.0/virtio2/block", 4);
+  EXPECT_THAT(drivesOf(tree), ElementsAre(1 * 512, 2 * 512, 4 * 512, 3 * 512));
+}
+
+TEST(BlockDrives, WithoutBlockFolderTheTablesNamesTell) {
+  Tree tree;
+  tree.write("proc/diskstats",
+             " 259 0 nvme0n1 1 0 11 0 0 0 0 0 0 0 0\n 259 1 nvme0n1p1 1 0 9 0 0 0 0 0 0 0 0\n"
+             " 259 2 nvme0c0n1 1 0 9 0 0 0 0 0 0 0 0\n 202 0 xvda 1 0 12 0 0 0 0 0 0 0 0\n"
+             " 202 1 xvda1 1 0 9 0 0 0 0 0 0 0 0\n 179 0 mmcblk0 1 0 13 0 0 0 0 0 0 0 0\n"
+             " 179 1 mmcblk0p1 1 0 9 0 0 0 0 0 0 0 0\n 253 0 dm-0 1 0 9 0 0 0 0 0 0 0 0\n"
+             " 7 0 loop0 1 0 9 0 0 0 0 0 0 0 0\n 11 0 sr0 1 0 9 0 0 0 0 0 0 0 0\nsda\n\n");
+  // In the order of their names, as nothing tells where they hang.
+  EXPECT_THAT(drivesOf(tree), ElementsAre(12 * 512, 13 * 512, 11 * 512));
+}
+
+TEST(BlockDrives, TableIsReadAgainForEachWalk) {
+  Tree tree;
+  tree.write("proc/diskstats", " 8 0 sda 1 0 10 0 0 0 0 0 0 0 0\n");
+  LinuxMachine machine(tree.roots());
+  ASSERT_EQ(machine.driveCount(), 1u);
+  EXPECT_THAT(walk(machine, 1), ElementsAre(10 * 512));
+  tree.write("proc/diskstats", " 8 0 sda 1 0 20 0 0 0 0 0 0 0 0\n");
+  EXPECT_THAT(walk(machine, 1), ElementsAre(20 * 512));
+  tree.write("proc/diskstats", "");
+  EXPECT_THAT(walk(machine, 1), ElementsAre(-1));
+}
+
+TEST(BlockDrives, CountersAreReadAnewAndGarbageIsUnreadable) {
+  Tree tree;
+  addDevice(tree, "sda", "pci0000:00/block", 1);
+  LinuxMachine machine(tree.roots());
+  ASSERT_EQ(machine.driveCount(), 1u);
+  EXPECT_THAT(walk(machine, 1), ElementsAre(1 * 512));
+  tree.write("sys/block/sda/stat", statOf(2, 0));
+  EXPECT_THAT(walk(machine, 1), ElementsAre(2 * 512));
+  tree.write("sys/block/sda/stat", "");
+  EXPECT_THAT(walk(machine, 1), ElementsAre(-1));
+  tree.write("sys/block/sda/stat", std::string(1 << 20, '7'));
+  EXPECT_THAT(walk(machine, 1), ElementsAre(-1));
+  tree.write("sys/block/sda/stat", statOf(3, 0));
+  EXPECT_THAT(walk(machine, 1), ElementsAre(3 * 512));
+}
+
+TEST(BlockDrives, DanglingLinksAndMissingFoldersAreNoDrives) {
+  Tree tree;
+  EXPECT_THAT(drivesOf(tree), IsEmpty());
+  tree.link("sys/block/sda", "sys/devices/nowhere");
+  EXPECT_THAT(drivesOf(tree), IsEmpty());
+}
+
+/// Answers as a device does that was pulled.
+class PulledDevices : public linuxos::SystemCalls {
+ public:
+  ssize_t readAt(int descriptor, char* buffer, size_t size, off_t offset) override {
+    if (!pulled) return SystemCalls::readAt(descriptor, buffer, size, offset);
+    errno = ENODEV;
+    return -1;
+  }
+  bool pulled = false;
+};
+
+TEST(BlockDrives, PulledDriveIsUnreadableAndGetsANewPlaceWhenItIsBack) {
+  Tree tree;
+  addDevice(tree, "sda", "pci0000:00/block", 1);
+  PulledDevices calls;
+  LinuxMachine machine(tree.roots(), calls);
+  ASSERT_EQ(machine.driveCount(), 1u);
+  calls.pulled = true;
+  EXPECT_THAT(walk(machine, 1), ElementsAre(-1));
+  calls.pulled = false;
+  EXPECT_THAT(walk(machine, 1), ElementsAre(-1)) << "its counters have started again from 0";
+  EXPECT_EQ(machine.driveCount(), 2u);
+  EXPECT_THAT(walk(machine, 2), ElementsAre(-1, 1 * 512));
+  EXPECT_EQ(machine.driveCount(), 2u);
+}
+
+/// Lowers how many descriptors the process may hold, until the end.
+class FewDescriptors {
+ public:
+  explicit FewDescriptors(rlim_t count) {
+    getrlimit(RLIMIT_NOFILE, &former_);
+    const rlimit few{count, former_.rlim_max};
+    setrlimit(RLIMIT_NOFILE, &few);
+  }
+  FewDescriptors(const FewDescriptors&) = delete;
+  FewDescriptors& operator=(const FewDescriptors&) = delete;
+  ~FewDescriptors() { setrlimit(RLIMIT_NOFILE, &former_); }
+
+ private:
+  rlimit former_{};
+};
+
+TEST(BlockDrives, ShortOfDescriptorsEachReadOpensAndCloses) {
+  Tree tree;
+  for (int i = 0; i < 30; ++i) {
+    addDevice(tree, "sd" + std::string(1, static_cast<char>('a' + i % 26)) + (i < 26 ? "" : "a"),
+              "pci0000:00/host" + std::to_string(i) + "/block", i + 1);
+  }
+  const FewDescriptors few(24);
+  LinuxMachine machine(tree.roots());
+  ASSERT_EQ(machine.driveCount(), 30u);
+  const std::vector<int64_t> bytes = walk(machine, 30);
+  for (size_t i = 0; i < bytes.size(); ++i) {
+    EXPECT_EQ(bytes[i], static_cast<int64_t>(i + 1) * 512);
+  }
+  EXPECT_EQ(machine.outputOfCommand("echo free"), "free\n") << "some are left to the host";
+}
+
+TEST(BlockDrives, ThisComputersAreRead) {
+  LinuxMachine machine;
+  const size_t count = machine.driveCount().value_or(0);
+  for (const int64_t bytes : walk(machine, count)) EXPECT_GE(bytes, 0);
+}
+
+}  // namespace
+}  // namespace halvermonte::test

@@ -1,0 +1,36 @@
+// Short ways to write machine files.
+#pragma once
+
+#include <memory>
+#include <string>
+
+#include "platform/simulated/SimulatedMachine.hpp"
+
+namespace halvermonte {
+
+/// A machine file of the ticks, its other members given with a comma behind each.
+inline std::string machineText(const std::string& ticks, const std::string& members = "") {
+  return R"({"name": "Sample", )" + members + R"("ticks": [)" + ticks + "]}";
+}
+
+inline std::unique_ptr<SimulatedMachine> machineOf(const std::string& ticks,
+                                                   const std::string& members = "") {
+  return SimulatedMachine::fromText(machineText(ticks, members), "sample.json");
+}
+
+/// One tick that gives these keys of the controller.
+inline std::string tickOfKeys(const std::string& keys) {
+  return R"({"smc": {"keys": {)" + keys + "}}}";
+}
+
+/// The line that refuses the file; "" where it is read.
+inline std::string refusalOf(const std::string& text) {
+  try {
+    SimulatedMachine::fromText(text, "sample.json");
+  } catch (const MachineFileError& error) {
+    return error.what();
+  }
+  return {};
+}
+
+}  // namespace halvermonte
