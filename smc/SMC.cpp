@@ -7,7 +7,10 @@
 #include <cstdio>
 #include <cstring>
 
+#include "platform/IOOwned.hpp"
 #include "smc/Records.hpp"
+
+using halvermonte::IOOwned;
 
 namespace {
 
@@ -22,8 +25,8 @@ io_service_t firstSMCService() {
     std::printf("Error: IOServiceGetMatchingServices() = %08x\n", static_cast<unsigned>(matched));
     return 0;
   }
-  const io_service_t service = IOIteratorNext(iterator);
-  IOObjectRelease(iterator);
+  const IOOwned services(iterator);
+  const io_service_t service = IOIteratorNext(services.get());
   if (service == 0) std::puts("Error: no SMC found");
   return service;
 }
@@ -31,10 +34,9 @@ io_service_t firstSMCService() {
 }  // namespace
 
 int SMCOpen(uint32_t* conn) {
-  const io_service_t service = firstSMCService();
-  if (service == 0) return 1;
-  const kern_return_t opened = IOServiceOpen(service, mach_task_self(), 0, conn);
-  IOObjectRelease(service);
+  const IOOwned service(firstSMCService());
+  if (!service) return 1;
+  const kern_return_t opened = IOServiceOpen(service.get(), mach_task_self(), 0, conn);
   if (opened != KERN_SUCCESS) {
     std::printf("Error: IOServiceOpen() = %08x\n", static_cast<unsigned>(opened));
     return 1;
