@@ -6,7 +6,7 @@ namespace halvermonte {
 
 enum class Processor { x86_64, arm64 };
 
-#ifdef HALVERMONTE_PROCESSOR_ARM64
+#if HALVERMONTE_PROCESSOR_ARM64
 inline constexpr Processor kProcessor = Processor::arm64;
 #else
 inline constexpr Processor kProcessor = Processor::x86_64;

@@ -111,8 +111,12 @@ Boolean storeNumber(const std::variant<int64_t, double>& number, void* value) {
       },
       number);
   std::memcpy(value, &converted, sizeof converted);
-  return std::visit([&](auto source) { return static_cast<decltype(source)>(converted) == source; },
-                    number);
+  // A long double holds every value of both.
+  return std::visit(
+      [&](auto source) {
+        return static_cast<long double>(converted) == static_cast<long double>(source);
+      },
+      number);
 }
 
 }  // namespace

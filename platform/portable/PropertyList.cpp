@@ -6,6 +6,7 @@
 #include <memory>
 
 #include "platform/Foundation.hpp"
+#include "platform/portable/PropertyListShape.hpp"
 
 namespace halvermonte {
 namespace {
@@ -20,12 +21,13 @@ struct FreeMemory {
 };
 using OwnedText = std::unique_ptr<char, FreeMemory>;
 
+/// Absent where the node, or one inside it, is a text that is not UTF-8.
 Value valueOf(plist_t node);
 
 Text textOf(plist_t node) {
   uint64_t length = 0;
   const char* const characters = plist_get_string_ptr(node, &length);
-  return Text(std::string_view(characters, length));
+  return Text::fromUTF8(std::string_view(characters, length));
 }
 
 Number numberOf(plist_t node) {
@@ -51,7 +53,10 @@ Number numberOf(plist_t node) {
 Array arrayOf(plist_t node) {
   std::vector<Value> elements;
   const uint32_t size = plist_array_get_size(node);
-  for (uint32_t i = 0; i < size; ++i) elements.push_back(valueOf(plist_array_get_item(node, i)));
+  for (uint32_t i = 0; i < size; ++i) {
+    elements.push_back(valueOf(plist_array_get_item(node, i)));
+    if (!elements.back()) return {};
+  }
   return Array(std::move(elements));
 }
 
@@ -66,7 +71,8 @@ Dictionary dictionaryOf(plist_t node) {
     plist_dict_next_item(node, position, &key, &value);
     const OwnedText keyMemory(key);
     if (value == nullptr) break;
-    entries.push_back({Text(key), valueOf(value)});
+    entries.push_back({Text::fromUTF8(key), valueOf(value)});
+    if (!entries.back().key || !entries.back().value) return {};
   }
   return Dictionary(std::move(entries));
 }
@@ -93,12 +99,15 @@ Value valueOf(plist_t node) {
 
 Value foundation::propertyList(std::string_view bytes) {
   if (bytes.size() > std::numeric_limits<uint32_t>::max()) return {};
-  const auto size = static_cast<uint32_t>(bytes.size());
   plist_t root = nullptr;
-  if (plist_is_binary(bytes.data(), size) != 0) {
-    plist_from_bin(bytes.data(), size, &root);
+  if (plist_is_binary(bytes.data(), static_cast<uint32_t>(bytes.size())) != 0) {
+    if (!portable::isSoundBinary(bytes)) return {};
+    plist_from_bin(bytes.data(), static_cast<uint32_t>(bytes.size()), &root);
   } else {
-    plist_from_xml(bytes.data(), size, &root);
+    constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
+    if (bytes.starts_with(kByteOrderMark)) bytes.remove_prefix(kByteOrderMark.size());
+    if (!Text::fromUTF8(bytes) || !portable::isSoundXML(bytes)) return {};
+    plist_from_xml(bytes.data(), static_cast<uint32_t>(bytes.size()), &root);
   }
   const OwnedNode owner(root);
   return root != nullptr ? valueOf(root) : Value();
