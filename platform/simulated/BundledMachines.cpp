@@ -34,7 +34,9 @@ std::string processorOf(const BundledMachine& machine) {
 
 size_t fansOf(const MachineTick& tick) {
   const auto count = tick.smc.keys.find(fourCharacterCode("FNum"));
-  return count == tick.smc.keys.end() ? 0 : count->second->bytesAt(tick.time)[0];
+  if (count == tick.smc.keys.end()) return 0;
+  const std::optional<SMCAnswer>& answer = count->second;
+  return answer ? answer->bytesAt(tick.time)[0] : 0;
 }
 
 size_t hidSensorsOf(const MachineTick& tick) {

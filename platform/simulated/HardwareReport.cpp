@@ -71,6 +71,22 @@ std::string realText(double value) {
   return text.str();
 }
 
+std::string valueElement(const JsonPlace& place);
+
+std::string memberElements(const JsonPlace& place) {
+  std::string xml;
+  for (const auto& [name, member] : place.members()) {
+    xml += element("key", escaped(name, member)) + valueElement(member) + "\n";
+  }
+  return xml;
+}
+
+std::string arrayElement(const JsonPlace& place) {
+  std::string xml;
+  for (const JsonPlace& entry : place.elements()) xml += valueElement(entry);
+  return element("array", xml);
+}
+
 std::string valueElement(const JsonPlace& place) {
   const auto& content = place.value().content;
   if (const auto* flag = std::get_if<bool>(&content)) return *flag ? "<true/>" : "<false/>";
@@ -78,19 +94,17 @@ std::string valueElement(const JsonPlace& place) {
     return element("integer", std::to_string(*integer));
   }
   if (const auto* real = std::get_if<double>(&content)) return element("real", realText(*real));
-  return element("string", escaped(place.text("a text, a number, true or false"), place));
+  if (std::holds_alternative<JsonValue::Array>(content)) return arrayElement(place);
+  if (std::holds_alternative<JsonValue::Object>(content)) {
+    return element("dict", memberElements(place));
+  }
+  return element("string", escaped(place.text("a value that is not null"), place));
 }
 
 }  // namespace
 
 std::string readHardwareReport(const JsonPlace& place) {
-  std::string report(kStart);
-  for (const auto& [name, member] : place.members()) {
-    report += "\t\t\t\t" + element("key", escaped(name, member)) + "\n";
-    report += "\t\t\t\t" + valueElement(member) + "\n";
-  }
-  report += kEnd;
-  return report;
+  return std::string(kStart) + memberElements(place) + std::string(kEnd);
 }
 
 }  // namespace halvermonte

@@ -25,4 +25,15 @@ std::optional<std::string> bytesOfHex(std::string_view digits) {
   return bytes;
 }
 
+std::string hexOfBytes(std::string_view bytes) {
+  constexpr std::string_view kDigits = "0123456789abcdef";
+  std::string digits;
+  for (const char c : bytes) {
+    const auto byte = static_cast<unsigned char>(c);
+    digits += kDigits[byte >> 4];
+    digits += kDigits[byte & 0xF];
+  }
+  return digits;
+}
+
 }  // namespace halvermonte

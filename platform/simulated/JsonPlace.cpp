@@ -39,7 +39,7 @@ const Content& JsonPlace::get(std::string_view expectation) const {
 JsonPlace JsonPlace::at(std::string_view token, const JsonValue& value) const {
   std::string pointer = pointer_;
   appendToPointer(pointer, token);
-  return JsonPlace(*fileName_, value, std::move(pointer));
+  return {*fileName_, value, std::move(pointer)};
 }
 
 const std::string& JsonPlace::text(std::string_view expectation) const {

@@ -2,9 +2,8 @@
 
 #include <algorithm>
 #include <cstdio>
-#include <limits>
 #include <nlohmann/json.hpp>
-#include <optional>
+#include <unordered_set>
 #include <utility>
 
 #include "platform/simulated/MachineFileError.hpp"
@@ -33,53 +32,57 @@ class JsonBuilder : public nlohmann::json_sax<nlohmann::json> {
   bool binary(binary_t&) override { return false; }  // not in JSON
   bool start_object(std::size_t) override { return open(JsonValue::Object()); }
   bool key(string_t& name) override;
-  bool end_object() override;
+  bool end_object() override { return close(); }
   bool start_array(std::size_t) override { return open(JsonValue::Array()); }
   bool end_array() override { return close(); }
   bool parse_error(std::size_t position, const std::string& token,
                    const nlohmann::json::exception& error) override;
 
  private:
+  struct Container {
+    JsonValue* value;
+    std::unordered_set<std::string> names;  ///< an object's, so far
+  };
+
+  /// Where the value that comes next belongs.
   JsonValue& slot();
   template <class Content>
   bool add(Content&& content) {
     slot().content = std::forward<Content>(content);
     return true;
   }
-  template <class Container>
-  bool open(Container&& container);
+  template <class Content>
+  bool open(Content&& content);
   bool close() {
     open_.pop_back();
     return true;
   }
 
-  /// The pointer to the container, at that depth of the open ones.
-  std::string placeOfOpen(size_t depth) const;
   /// The pointer to the value that comes next.
   std::string placeOfNext() const;
 
   std::string_view text_;
   const std::string& fileName_;
   JsonValue root_;
-  std::vector<JsonValue*> open_;
+  std::vector<Container> open_;
 };
 
 JsonValue& JsonBuilder::slot() {
   if (open_.empty()) return root_;
-  auto& container = open_.back()->content;
-  if (auto* array = std::get_if<JsonValue::Array>(&container)) return array->emplace_back();
-  return std::get<JsonValue::Object>(container).back().value;
+  auto& content = open_.back().value->content;
+  if (auto* array = std::get_if<JsonValue::Array>(&content)) return array->emplace_back();
+  return std::get<JsonValue::Object>(content).back().value;
 }
 
-template <class Container>
-bool JsonBuilder::open(Container&& container) {
+template <class Content>
+bool JsonBuilder::open(Content&& content) {
   if (open_.size() == kDeepestJson) {
     throw MachineFileError(fileName_, placeOfNext(),
                            "at most " + std::to_string(kDeepestJson) + " levels of nesting");
   }
   JsonValue& value = slot();
-  value.content = std::forward<Container>(container);
-  open_.push_back(&value);
+  value.content = std::forward<Content>(content);
+  open_.push_back({&value, {}});
   return true;
 }
 
@@ -89,32 +92,18 @@ bool JsonBuilder::number_unsigned(number_unsigned_t value) {
 }
 
 bool JsonBuilder::key(string_t& name) {
-  std::get<JsonValue::Object>(open_.back()->content).push_back({std::move(name), {}});
+  Container& object = open_.back();
+  const bool isNew = object.names.insert(name).second;
+  std::get<JsonValue::Object>(object.value->content).push_back({std::move(name), {}});
+  if (!isNew) throw MachineFileError(fileName_, placeOfNext(), "this member only once");
   return true;
-}
-
-bool JsonBuilder::end_object() {
-  std::vector<std::string_view> names;
-  for (const JsonMember& member : std::get<JsonValue::Object>(open_.back()->content)) {
-    names.push_back(member.name);
-  }
-  std::sort(names.begin(), names.end());
-  const auto twice = std::adjacent_find(names.begin(), names.end());
-  if (twice != names.end()) {
-    std::string place = placeOfOpen(open_.size() - 1);
-    appendToPointer(place, *twice);
-    throw MachineFileError(fileName_, place, "this member only once");
-  }
-  return close();
 }
 
 bool JsonBuilder::parse_error(std::size_t position, const std::string&,
                               const nlohmann::json::exception& error) {
   constexpr int kNumberOverflow = 406;
   if (error.id == kNumberOverflow) {
-    const std::string place = placeOfNext();
-    throw MachineFileError(fileName_, place.empty() ? "/" : place,
-                           "a number within the range of a 64-bit float");
+    throw MachineFileError(fileName_, placeOfNext(), "a number within the range of a 64-bit float");
   }
   refuseText(std::min(std::max<size_t>(position, 1) - 1, text_.size()));
 }
@@ -131,29 +120,18 @@ void JsonBuilder::refuseText(size_t offset) const {
       "well-formed JSON in UTF-8");
 }
 
-std::string JsonBuilder::placeOfOpen(size_t depth) const {
+std::string JsonBuilder::placeOfNext() const {
   std::string pointer;
-  for (size_t level = 0; level < depth; ++level) {
-    const auto& container = open_[level]->content;
-    if (const auto* array = std::get_if<JsonValue::Array>(&container)) {
-      appendToPointer(pointer, std::to_string(array->size() - 1));
+  for (const Container& container : open_) {
+    const auto& content = container.value->content;
+    if (const auto* array = std::get_if<JsonValue::Array>(&content)) {
+      const bool isInnermost = &container == &open_.back();
+      appendToPointer(pointer, std::to_string(isInnermost ? array->size() : array->size() - 1));
     } else {
-      appendToPointer(pointer, std::get<JsonValue::Object>(container).back().name);
+      appendToPointer(pointer, std::get<JsonValue::Object>(content).back().name);
     }
   }
-  return pointer;
-}
-
-std::string JsonBuilder::placeOfNext() const {
-  if (open_.empty()) return {};
-  std::string pointer = placeOfOpen(open_.size() - 1);
-  const auto& container = open_.back()->content;
-  if (const auto* array = std::get_if<JsonValue::Array>(&container)) {
-    appendToPointer(pointer, std::to_string(array->size()));
-  } else {
-    appendToPointer(pointer, std::get<JsonValue::Object>(container).back().name);
-  }
-  return pointer;
+  return pointer.empty() ? "/" : pointer;
 }
 
 }  // namespace

@@ -1,5 +1,6 @@
 #include "platform/simulated/SimulatedMachine.hpp"
 
+#include <algorithm>
 #include <utility>
 
 #include "platform/Foundation.hpp"
@@ -54,7 +55,8 @@ void SimulatedMachine::apply(const MachineTick& tick) {
   clock_ = tick.time;
   smc_.apply(tick.smc);
   for (size_t kind = 0; kind < kHIDSensorKinds; ++kind) {
-    if (tick.hid[kind]) hid_[kind] = &*tick.hid[kind];
+    const std::optional<HIDServiceList>& list = tick.hid[kind];
+    if (list) hid_[kind] = &*list;
   }
   hidServices_ = {};
   if (tick.drives) drives_ = &*tick.drives;
@@ -78,6 +80,13 @@ void SimulatedMachine::Controller::apply(const SMCChange& change) {
 
 ControllerState SimulatedMachine::Controller::state() const {
   return saidState.value_or(keysGiven ? ControllerState::present : ControllerState::missing);
+}
+
+std::vector<uint32_t> SimulatedMachine::answeredKeys() const {
+  std::vector<uint32_t> keys;
+  for (const auto& [key, answer] : smc_.keys) keys.push_back(key);
+  std::ranges::sort(keys);
+  return keys;
 }
 
 SMCService SimulatedMachine::smcService() {

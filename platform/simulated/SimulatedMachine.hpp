@@ -30,6 +30,9 @@ class SimulatedMachine : public Machine {
   /// second a tick, and the waves with it.
   void nextTick();
 
+  /// The keys that the controller has in this tick, in order.
+  std::vector<uint32_t> answeredKeys() const;
+
   std::string name() override { return file_.name; }
   SMCService smcService() override;
   uint32_t openSMC() override;

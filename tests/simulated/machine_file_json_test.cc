@@ -2,7 +2,6 @@
 #include <gtest/gtest.h>
 
 #include <clocale>
-#include <ostream>
 
 #include "tests/simulated/MachineTexts.hpp"
 
@@ -15,7 +14,6 @@ struct NoJson {
   std::string text;
   std::string place;
 };
-void PrintTo(const NoJson& file, std::ostream* out) { *out << file.text; }
 
 const NoJson kNoJsons[] = {
     {"", "line 1, column 1"},
@@ -35,13 +33,11 @@ const NoJson kNoJsons[] = {
     {std::string("{\"name\": \"a\", \"ticks\": [{}]}\0{", 30), "line 1, column 29"},
 };
 
-class NotJson : public testing::TestWithParam<NoJson> {};
-
-TEST_P(NotJson, IsToldByLineAndColumn) {
-  EXPECT_EQ(refusalOf(GetParam().text), "sample.json: " + GetParam().place + kNoJson);
+TEST(MachineFileJson, IsRefusedByLineAndColumnWhereItIsNone) {
+  for (const auto& [text, place] : kNoJsons) {
+    EXPECT_EQ(refusalOf(text), "sample.json: " + place + kNoJson) << text;
+  }
 }
-
-INSTANTIATE_TEST_SUITE_P(MachineFile, NotJson, testing::ValuesIn(kNoJsons));
 
 TEST(MachineFileJson, NamesAMemberOnlyOnce) {
   EXPECT_EQ(refusalOf(R"({"name": "a", "ticks": [{}], "name": "b"})"),

@@ -231,11 +231,17 @@ TEST(SimulatedProcessor, KeepsEveryCharacter) {
             " <key>&amp;]]>\"' \t\r\n\xC3\xA9\xF0\x9F\x98\x80 ");
 }
 
+TEST(SimulatedProcessor, WritesACarriageReturnSoThatEveryReaderKeepsIt) {
+  const auto machine = machineOf("{}", R"("processor": {"cpu_type": "a\rb"}, )");
+  const std::string report = machine->outputOfCommand(kReportCommand).value();
+  EXPECT_NE(report.find("<string>a&#13;b</string>"), std::string::npos) << report;
+}
+
 TEST(SimulatedProcessor, HasNumbersAndFlagsToo) {
   const Dictionary item = itemOf(
-      R"({"integer": 12, "real": 0.1, "large": 1e300, "yes": true, "no": false, "empty": ""})");
+      R"({"integer": 12, "real": 0.1234567890123456, "large": 1e300, "yes": true, "no": false, "empty": ""})");
   EXPECT_EQ(item.find("integer").asNumber().uint64Value(), 12U);
-  EXPECT_EQ(item.find("real").asNumber().float64Value(), 0.1);
+  EXPECT_EQ(item.find("real").asNumber().float64Value(), 0.1234567890123456);
   EXPECT_EQ(item.find("large").asNumber().float64Value(), 1e300);
   EXPECT_EQ(item.find("yes").asNumber().int32Value(), 1);
   EXPECT_EQ(item.find("no").asNumber().int32Value(), 0);

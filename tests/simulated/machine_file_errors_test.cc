@@ -3,7 +3,7 @@
 
 #include <cstdio>
 #include <fstream>
-#include <ostream>
+#include <span>
 
 #include "tests/simulated/MachineTexts.hpp"
 
@@ -14,7 +14,6 @@ struct Refused {
   std::string text;
   std::string line;  ///< behind "sample.json: "
 };
-void PrintTo(const Refused& file, std::ostream* out) { *out << file.text; }
 
 std::string key(const std::string& answer) {
   return machineText(tickOfKeys(R"("TC0P": )" + answer));
@@ -75,9 +74,9 @@ const Refused kTopLevel[] = {
      "/commands/ps/exit: expected one of output, outputHex, launches"},
     {top(R"("processor": "Apple M1")"), "/processor: expected an object"},
     {top(R"("processor": {"cpu_type": null})"),
-     "/processor/cpu_type: expected a text, a number, true or false"},
-    {top(R"("processor": {"cpu_type": ["a"]})"),
-     "/processor/cpu_type: expected a text, a number, true or false"},
+     "/processor/cpu_type: expected a value that is not null"},
+    {top(R"("processor": {"cpu_type": ["a", {"b": null}]})"),
+     "/processor/cpu_type/1/b: expected a value that is not null"},
     {top(R"("processor": {"cpu_type": "\u0001"})"),
      "/processor/cpu_type: expected a text of characters that XML allows"},
 };
@@ -201,16 +200,14 @@ const Refused kAnswers[] = {
      kKey + "/readResult" + kResultRange},
 };
 
-class RefusedMachineFile : public testing::TestWithParam<Refused> {};
-
-TEST_P(RefusedMachineFile, IsToldByPlaceAndExpectation) {
-  EXPECT_EQ(refusalOf(GetParam().text), "sample.json: " + GetParam().line);
+void expectRefusals(std::span<const Refused> files) {
+  for (const auto& [text, line] : files) EXPECT_EQ(refusalOf(text), "sample.json: " + line) << text;
 }
 
-INSTANTIATE_TEST_SUITE_P(TopLevel, RefusedMachineFile, testing::ValuesIn(kTopLevel));
-INSTANTIATE_TEST_SUITE_P(Ticks, RefusedMachineFile, testing::ValuesIn(kTicks));
-INSTANTIATE_TEST_SUITE_P(Controller, RefusedMachineFile, testing::ValuesIn(kController));
-INSTANTIATE_TEST_SUITE_P(Answers, RefusedMachineFile, testing::ValuesIn(kAnswers));
+TEST(RefusedMachineFile, IsToldByItsTopLevel) { expectRefusals(kTopLevel); }
+TEST(RefusedMachineFile, IsToldByItsTick) { expectRefusals(kTicks); }
+TEST(RefusedMachineFile, IsToldByItsController) { expectRefusals(kController); }
+TEST(RefusedMachineFile, IsToldByItsKeysAnswer) { expectRefusals(kAnswers); }
 
 std::string refusalOfFile(const std::string& path) {
   try {

@@ -1,7 +1,6 @@
 // The machines that come with the library: found by name, and alive under the engine.
 #include <gtest/gtest.h>
 
-#include <ostream>
 #include <set>
 
 #include "engine/HalvermonteSensorsEngine.hpp"
@@ -68,24 +67,20 @@ Shown passesOver(const BundledMachine& bundled, int passes) {
   return shown;
 }
 
-void PrintTo(const BundledMachine& machine, std::ostream* out) { *out << machine.name; }
-
-class BundledMachineUnderTheEngine : public testing::TestWithParam<BundledMachine> {};
+class BundledMachineUnderTheEngine : public testing::TestWithParam<std::string> {};
 
 TEST_P(BundledMachineUnderTheEngine, ShowsReadingsThatMoveForMinutes) {
   constexpr int kPasses = 290;
-  const Shown shown = passesOver(GetParam(), kPasses);
+  const Shown shown = passesOver(*findBundledMachine(GetParam()), kPasses);
   EXPECT_GE(shown.sensorCount, 20U);
   EXPECT_GE(shown.temperatures.size(), kPasses / 2U);
   EXPECT_GE(shown.fans.size(), 30U);
   EXPECT_GE(shown.passesWithTraffic, kPasses / 2);
 }
 
-INSTANTIATE_TEST_SUITE_P(All, BundledMachineUnderTheEngine, testing::ValuesIn(bundledMachines()),
-                         [](const auto& machine) {
-                           return std::string(
-                               machine.param.fileName.substr(0, machine.param.fileName.rfind('.')));
-                         });
+INSTANTIATE_TEST_SUITE_P(All, BundledMachineUnderTheEngine,
+                         testing::Values("IntelNotebook", "IntelTower", "M1", "M2Max", "M3Max",
+                                         "M4Pro"));
 
 TEST(BundledMachines, HaveTheFansThatTheyNameAllApart) {
   const std::pair<std::string, size_t> fans[] = {

@@ -1,0 +1,90 @@
+#include "platform/simulated/MachineRecorder.hpp"
+
+#include "platform/Foundation.hpp"
+#include "platform/simulated/RecordingWriter.hpp"
+
+namespace halvermonte {
+
+MachineRecorder::MachineRecorder(Machine& machine, HostName hostName)
+    : MachineWrapper(machine), hostName_(hostName) {}
+
+void MachineRecorder::nextTick() {
+  complete();
+  RecordedTick next;
+  next.drives = tick().drives;  // one that is not asked for, its walk being cut short, is as it was
+  ticks_.push_back(std::move(next));
+}
+
+void MachineRecorder::complete() {
+  clock();
+  tick().answersWideCalls = inner_.answersWideCalls();
+  for (const auto kind :
+       {HIDSensorKind::temperature, HIDSensorKind::current, HIDSensorKind::voltage}) {
+    if (!tick().hid[static_cast<size_t>(kind)]) hidServices(kind);
+  }
+}
+
+std::string MachineRecorder::machineFile() {
+  complete();
+  return writtenAsMachineFile({.name = inner_.name(),
+                               .tellsHostName = hostName_ == HostName::kept,
+                               .hostName = inner_.localizedHostName(),
+                               .commands = commands_,
+                               .kernelVariables = kernelVariables_,
+                               .drivesMatched = driveCount_.has_value(),
+                               .ticks = ticks_});
+}
+
+SMCService MachineRecorder::smcService() { return *(tick().service = inner_.smcService()); }
+
+uint32_t MachineRecorder::openSMC() { return *(tick().openCode = inner_.openSMC()); }
+
+SMCKeyInfo MachineRecorder::smcKeyInfo(uint32_t key) {
+  return *(tick().keys[key].info = inner_.smcKeyInfo(key));
+}
+
+SMCKeyBytes MachineRecorder::smcKeyBytes(uint32_t key) {
+  return *(tick().keys[key].data = inner_.smcKeyBytes(key));
+}
+
+std::shared_ptr<const HIDServices> MachineRecorder::hidServices(HIDSensorKind kind) {
+  return *(tick().hid[static_cast<size_t>(kind)] = inner_.hidServices(kind));
+}
+
+std::optional<size_t> MachineRecorder::driveCount() {
+  driveCount_ = inner_.driveCount();
+  tick().drives.assign(driveCount_.value_or(0), UnreadableDrive{});
+  return driveCount_;
+}
+
+void MachineRecorder::beginDriveWalk() {
+  try {
+    inner_.beginDriveWalk();
+  } catch (const PlatformException& exception) {
+    tick().drivesRaise = exception.reason();
+    throw;
+  }
+}
+
+Drive MachineRecorder::drive(size_t index) {
+  const Drive answer = inner_.drive(index);
+  if (index < tick().drives.size()) tick().drives[index] = answer;
+  return answer;
+}
+
+double MachineRecorder::clock() {
+  if (!tick().time) tick().time = inner_.clock();
+  return *tick().time;
+}
+
+std::optional<std::string> MachineRecorder::outputOfCommand(const std::string& command) {
+  return commands_[command] = inner_.outputOfCommand(command);
+}
+
+std::optional<int64_t> MachineRecorder::kernelVariable(const std::string& name) {
+  const std::optional<int64_t> value = inner_.kernelVariable(name);
+  if (value) kernelVariables_[name] = *value;
+  return value;
+}
+
+}  // namespace halvermonte

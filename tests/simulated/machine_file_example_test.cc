@@ -1,0 +1,44 @@
+// The machine file that the documentation opens with.
+#include <gtest/gtest.h>
+
+#include <fstream>
+
+#include "engine/HalvermonteSensorsEngine.hpp"
+#include "platform/simulated/SimulatedMachine.hpp"
+#include "record/StatisticsData.hpp"
+
+namespace halvermonte {
+namespace {
+
+// The first indented block of the page.
+std::string example() {
+  std::ifstream page(DOCUMENTATION);
+  std::string block;
+  for (std::string line; std::getline(page, line);) {
+    if (line.starts_with("    ")) {
+      block += line + "\n";
+    } else if (!block.empty()) {
+      break;
+    }
+  }
+  return block;
+}
+
+TEST(DocumentedMachineFile, DoesWhatThePageSays) {
+  const auto machine = SimulatedMachine::fromText(example(), "example.json");
+  const ScopedMachine scope(*machine);
+  HalvermonteSensorsEngine engine;
+  const auto record = std::make_shared<StatisticsData>();
+  engine.getSensorsInfo(record);
+  EXPECT_EQ(record->sensors_fans().view(), "Left\nRight\n");
+  EXPECT_EQ(record->sensors_temperatureMini().view(), "CPU Proximity\nBattery\nEnclosure\n");
+  machine->nextTick();
+  engine.getSensorsInfo(record);
+  EXPECT_EQ(record->diskIO_speedReadText().view(), "2.5 MB/s");
+  machine->nextTick();
+  engine.getSensorsInfo(record);
+  EXPECT_EQ(record->sensors_temperatureMini().view(), "CPU Proximity\n");
+}
+
+}  // namespace
+}  // namespace halvermonte

@@ -1,0 +1,117 @@
+#include <gtest/gtest.h>
+
+#include "engine/HalvermonteSensorsEngine.hpp"
+#include "platform/simulated/BundledMachines.hpp"
+#include "platform/simulated/MachineRecorder.hpp"
+#include "platform/simulated/SimulatedMachine.hpp"
+#include "tests/support/RecordTexts.hpp"
+
+namespace halvermonte::test {
+namespace {
+
+constexpr size_t kTicks = 5;
+
+/// What the record holds after each pass, a property a line.
+using Contents = std::vector<std::string>;
+
+std::string lines(const StatisticsData& record) {
+  std::string lines;
+  for (const auto& [name, value] : described(record)) lines += name + ": " + value + '\n';
+  return lines;
+}
+
+/// Over the machine itself, or with the recorder in between.
+Contents passes(SimulatedMachine& machine, MachineRecorder* recorder) {
+  const ScopedMachine scope(recorder != nullptr ? static_cast<Machine&>(*recorder) : machine);
+  HalvermonteSensorsEngine engine;
+  const auto record = std::make_shared<StatisticsData>();
+  Contents contents;
+  for (size_t i = 0; i < kTicks; ++i) {
+    if (i > 0 && recorder != nullptr) recorder->nextTick();
+    if (i > 0) machine.nextTick();
+    engine.getSensorsInfo(record);
+    contents.push_back(lines(*record));
+  }
+  return contents;
+}
+
+std::string recorded(const std::string& file, Contents& seen) {
+  const auto machine = SimulatedMachine::fromText(file, "original.json");
+  MachineRecorder recorder(*machine, MachineRecorder::HostName::kept);
+  seen = passes(*machine, &recorder);
+  return recorder.machineFile();
+}
+
+/// Recording must not be seen by the engine, and its file must give the same passes.
+void expectTheSame(const std::string& file) {
+  const auto original = SimulatedMachine::fromText(file, "original.json");
+  const Contents expected = passes(*original, nullptr);
+  Contents seen;
+  const std::string recording = recorded(file, seen);
+  const auto machine = SimulatedMachine::fromText(recording, "recording.json");
+  const Contents replayed = passes(*machine, nullptr);
+  for (size_t tick = 0; tick < kTicks; ++tick) {
+    EXPECT_EQ(seen[tick], expected[tick]) << "in tick " << tick;
+    EXPECT_EQ(replayed[tick], expected[tick]) << "in tick " << tick << " of " << recording;
+  }
+}
+
+TEST(MachineRecorder, WritesAFileThatGivesTheSamePasses) {
+  for (const BundledMachine& machine : bundledMachines()) {
+    SCOPED_TRACE(machine.name);
+    expectTheSame(std::string(machine.json));
+  }
+}
+
+constexpr const char* kFaulty = R"json({
+  "name": "faulty",
+  "hostName": null,
+  "commands": {"system_profiler SPHardwareDataType -xml": {"launches": false}},
+  "ticks": [
+    {"time": 7.25,
+     "drives": [{"Bytes (Read)": 9}, null, "unreadable", {}],
+     "hid": {"temperature": [{"product": "Tg1b", "value": 41.7}, {"product": "x"}, {}]},
+     "smc": {"absentCode": 3, "keys": {
+       "TC0P": {"type": "flt ", "bytes": "0000c07f"},
+       "TC0D": {"type": "sp78", "value": 40, "size": 70},
+       "TG0D": {"type": "sp78", "value": 40, "readCode": 5},
+       "TN0D": {"type": "ui8 ", "value": 1, "infoCode": 16384},
+       "TB0T": {"type": "sp78", "value": 30, "readResult": 9},
+       "FNum": {"type": "ui8 ", "value": 1},
+       "F0ID": {"type": "{fds", "name": "Left", "infoResult": 2},
+       "F0Ac": {"type": "fpe2", "value": 900}}}},
+    {"drivesRaise": "gone", "hid": {"temperature": null}, "smc": {"keys": {"TC0P": null}}},
+    {"time": 3, "drives": null, "smc": {"service": "refused", "code": 9}},
+    {"smc": {"service": "unmatched"}, "hid": {"temperature": []}},
+    {"smc": {"service": "present", "wideCalls": "refuse"}}
+  ]
+})json";
+
+TEST(MachineRecorder, KeepsWhatAMachineFailsToAnswer) { expectTheSame(kFaulty); }
+
+TEST(MachineRecorder, KeepsThatDrivesCannotBeMatched) {
+  expectTheSame(R"({"name": "driveless", "ticks": [{"drives": null}, {"drives": [{}]}]})");
+}
+
+TEST(MachineRecorder, LeavesTheHostNameOut) {
+  const auto machine = SimulatedMachine::fromText(
+      R"({"name": "notebook", "hostName": "Hazel's", "ticks": [{}]})", "original.json");
+  MachineRecorder recorder(*machine, MachineRecorder::HostName::leftOut);
+  passes(*machine, &recorder);
+  EXPECT_EQ(recorder.machineFile().find("Hazel"), std::string::npos);
+}
+
+TEST(MachineRecorder, LetsTheClockStandStillWithinATick) {
+  struct Running : Machine {
+    double clock() override { return now += 0.25; }
+    double now = 0;
+  } running;
+  MachineRecorder recorder(running, MachineRecorder::HostName::leftOut);
+  EXPECT_EQ(recorder.clock(), 0.25);
+  EXPECT_EQ(recorder.clock(), 0.25);
+  recorder.nextTick();
+  EXPECT_EQ(recorder.clock(), 0.5);
+}
+
+}  // namespace
+}  // namespace halvermonte::test
