@@ -9,7 +9,7 @@
 namespace halvermonte::linuxos {
 
 std::optional<std::string> devicePath(const std::string& sys, const std::string& path) {
-  const std::optional<std::string> real = realPath(path);
+  std::optional<std::string> real = realPath(path);
   const std::optional<std::string> root = realPath(sys);
   if (!real || !root) return std::nullopt;
   for (const std::string& start : {*root + "/devices/", *root + "/"}) {

@@ -26,6 +26,44 @@ void forEachEntry(const char* packed, size_t size, Visitor visit) {
   }
 }
 
+std::optional<std::string> wholeText(SystemCalls& calls, const std::string& path, size_t bound) {
+  const Descriptor file(calls, calls.open(path.c_str()));
+  if (!file) return std::nullopt;
+  std::string text;
+  std::array<char, 4096> part;
+  while (text.size() < bound) {
+    const ssize_t count =
+        calls.readAt(file.number(), part.data(), part.size(), static_cast<off_t>(text.size()));
+    if (count < 0) return std::nullopt;
+    if (count == 0) break;
+    text.append(part.data(), static_cast<size_t>(count));
+  }
+  text.resize(std::min(text.size(), bound));
+  return text;
+}
+
+std::optional<std::vector<std::string>> allNames(SystemCalls& calls, const std::string& path) {
+  const Descriptor folder(calls, calls.openFolder(path.c_str()));
+  if (!folder) return std::nullopt;
+  std::vector<std::string> names;
+  std::array<char, 8192> packed;
+  ssize_t size;
+  while ((size = calls.listOn(folder.number(), packed.data(), packed.size())) > 0) {
+    forEachEntry(packed.data(), static_cast<size_t>(size), [&](std::string_view name) {
+      if (name != "." && name != "..") names.emplace_back(name);
+    });
+  }
+  return size == 0 ? std::optional(std::move(names)) : std::nullopt;
+}
+
+/// What is read here decides for long, so it is tried again where that may help.
+template <class Attempt>
+auto tried(Attempt attempt) {
+  auto result = attempt();
+  const bool isLasting = errno == ENOENT || errno == ENOTDIR || errno == EACCES;
+  return result || isLasting ? result : attempt();
+}
+
 }  // namespace
 
 Descriptor::Descriptor(Descriptor&& other) noexcept
@@ -42,20 +80,7 @@ void Descriptor::close() noexcept {
 }
 
 std::optional<std::string> textOf(SystemCalls& calls, const std::string& path, size_t bound) {
-  const Descriptor file(calls, calls.open(path.c_str()));
-  if (!file) return std::nullopt;
-  std::string text;
-  std::array<char, 4096> part;
-  while (text.size() < bound) {
-    const ssize_t count =
-        calls.readAt(file.number(), part.data(), part.size(), static_cast<off_t>(text.size()));
-    if (count < 0 && errno == EINTR) continue;
-    if (count < 0) return std::nullopt;
-    if (count == 0) break;
-    text.append(part.data(), static_cast<size_t>(count));
-  }
-  text.resize(std::min(text.size(), bound));
-  return text;
+  return tried([&] { return wholeText(calls, path, bound); });
 }
 
 std::string wordingOf(SystemCalls& calls, const std::string& path) {
@@ -63,18 +88,8 @@ std::string wordingOf(SystemCalls& calls, const std::string& path) {
 }
 
 std::optional<std::vector<std::string>> namesIn(SystemCalls& calls, const std::string& path) {
-  const Descriptor folder(calls, calls.openFolder(path.c_str()));
-  if (!folder) return std::nullopt;
-  std::vector<std::string> names;
-  std::array<char, 8192> packed;
-  ssize_t size;
-  while ((size = calls.listOn(folder.number(), packed.data(), packed.size())) > 0) {
-    forEachEntry(packed.data(), static_cast<size_t>(size), [&](std::string_view name) {
-      if (name != "." && name != "..") names.emplace_back(name);
-    });
-  }
-  if (size < 0) return std::nullopt;
-  std::sort(names.begin(), names.end());
+  auto names = tried([&] { return allNames(calls, path); });
+  if (names) std::sort(names->begin(), names->end());
   return names;
 }
 

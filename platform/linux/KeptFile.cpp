@@ -22,10 +22,6 @@ bool isShortage(int error) { return error == EMFILE || error == ENFILE; }
 
 }  // namespace
 
-KeptFile::KeptFile(SystemCalls& calls, std::string path) : calls_(&calls), path_(std::move(path)) {
-  reopen();
-}
-
 void KeptFile::reopen() {
   file_ = opened();
   if (file_) {
@@ -39,6 +35,7 @@ void KeptFile::reopen() {
 }
 
 std::string_view KeptFile::read(std::span<char> buffer) {
+  if (state_ == State::unopened || state_ == State::unreadable) reopen();
   std::string_view text;
   if (state_ == State::kept) text = readFrom(file_, buffer);
   if (state_ == State::openedPerRead) {

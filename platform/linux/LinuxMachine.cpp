@@ -6,14 +6,17 @@
 #include "platform/linux/BlockDrives.hpp"
 #include "platform/linux/Commands.hpp"
 #include "platform/linux/HostName.hpp"
+#include "platform/linux/HwmonController.hpp"
 #include "platform/linux/Processor.hpp"
 
 namespace halvermonte {
 
-LinuxMachine::LinuxMachine(LinuxRoots roots, linuxos::SystemCalls& calls)
+LinuxMachine::LinuxMachine(LinuxRoots roots, LinuxOptions options, linuxos::SystemCalls& calls)
     : roots_(std::move(roots)),
       calls_(calls),
       commands_(std::make_unique<linuxos::Commands>()),
+      controller_(std::make_unique<linuxos::HwmonController>(calls_, roots_.sys,
+                                                             options.driveTemperatures)),
       drives_(std::make_unique<linuxos::BlockDrives>(calls_, roots_.sys, roots_.proc)) {}
 
 LinuxMachine::~LinuxMachine() = default;
@@ -29,6 +32,29 @@ std::string LinuxMachine::name() {
 bool LinuxMachine::isThisComputer() {
   const LinuxRoots here;
   return roots_.sys == here.sys && roots_.proc == here.proc && roots_.etc == here.etc;
+}
+
+SMCService LinuxMachine::smcService() { return {.present = true}; }
+
+uint32_t LinuxMachine::openSMC() {
+  const std::lock_guard lock(mutex_);
+  controller_->open();
+  return kCodeSuccess;
+}
+
+SMCKeyInfo LinuxMachine::smcKeyInfo(uint32_t key) {
+  const std::lock_guard lock(mutex_);
+  return controller_->info(key);
+}
+
+SMCKeyBytes LinuxMachine::smcKeyBytes(uint32_t key) {
+  const std::lock_guard lock(mutex_);
+  return controller_->bytes(key);
+}
+
+SensorInventory LinuxMachine::inventory() {
+  const std::lock_guard lock(mutex_);
+  return controller_->inventory();
 }
 
 std::optional<size_t> LinuxMachine::driveCount() {

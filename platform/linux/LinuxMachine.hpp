@@ -6,6 +6,7 @@
 #include <optional>
 #include <string>
 
+#include "platform/linux/Inventory.hpp"
 #include "platform/linux/SystemCalls.hpp"
 #include "platform/portable/Machine.hpp"
 
@@ -14,6 +15,7 @@ namespace halvermonte {
 namespace linuxos {
 class BlockDrives;
 class Commands;
+class HwmonController;
 }  // namespace linuxos
 
 /// Where the kernel's files are. With other folders than these the machine is a tree: the files of
@@ -24,6 +26,11 @@ struct LinuxRoots {
   std::string etc = "/etc";
 };
 
+struct LinuxOptions {
+  /// Asks SATA and SCSI drives for their temperatures, which may keep a drive from spinning down.
+  bool driveTemperatures = false;
+};
+
 /// Answers from this computer, or from a tree. Reads only: nothing is written, no device is opened
 /// and nothing that sleeps is woken. What cannot be read is absent, and no question fails because
 /// of it.
@@ -31,7 +38,7 @@ struct LinuxRoots {
 /// Any thread may ask, while others do.
 class LinuxMachine : public Machine {
  public:
-  explicit LinuxMachine(LinuxRoots roots = {},
+  explicit LinuxMachine(LinuxRoots roots = {}, LinuxOptions options = {},
                         linuxos::SystemCalls& calls = linuxos::SystemCalls::real());
   ~LinuxMachine() override;
 
@@ -39,6 +46,15 @@ class LinuxMachine : public Machine {
   std::string name() override;
   /// True for the default roots alone.
   bool isThisComputer() override;
+
+  /// Always present: a computer without sensors has a controller without keys.
+  SMCService smcService() override;
+  /// Notices chips that came or went.
+  uint32_t openSMC() override;
+  SMCKeyInfo smcKeyInfo(uint32_t key) override;
+  SMCKeyBytes smcKeyBytes(uint32_t key) override;
+  /// Every sensor that the kernel offers, shown or not. Reads them.
+  SensorInventory inventory();
 
   std::optional<size_t> driveCount() override;
   void beginDriveWalk() override;
@@ -58,6 +74,7 @@ class LinuxMachine : public Machine {
   linuxos::SystemCalls& calls_;
   std::unique_ptr<linuxos::Commands> commands_;
   std::mutex mutex_;  ///< guards what follows
+  std::unique_ptr<linuxos::HwmonController> controller_;
   std::unique_ptr<linuxos::BlockDrives> drives_;
 };
 

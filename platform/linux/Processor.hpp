@@ -1,6 +1,7 @@
 // The processor: its name and its cores.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <optional>
 #include <string>
@@ -24,6 +25,9 @@ ProcessorName processorName(SystemCalls& calls, const std::string& sys, const st
 /// Physical cores of the processors that are online; absent where the kernel tells of none.
 std::optional<int64_t> physicalCores(SystemCalls& calls, const std::string& sys,
                                      const std::string& proc);
+
+/// Processor packages that are online; 0 where the kernel tells none.
+size_t processorPackages(SystemCalls& calls, const std::string& sys);
 
 /// The hardware report about the processor: an XML property list in the form in which the Mac's own
 /// tool prints it.

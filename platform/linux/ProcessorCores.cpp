@@ -16,15 +16,16 @@ std::string coreOf(SystemCalls& calls, const std::string& processor) {
   return list.empty() ? wordingOf(calls, processor + "/topology/thread_siblings_list") : list;
 }
 
-/// Core numbers are of no use here: on Apple silicon they start again in each cluster.
-size_t coresByTopology(SystemCalls& calls, const std::string& processors) {
-  std::set<std::string> cores;
+/// How many different texts the processors have, "" aside.
+template <class TextOf>
+size_t differentTexts(SystemCalls& calls, const std::string& sys, TextOf textOf) {
+  const std::string processors = sys + "/devices/system/cpu";
+  std::set<std::string> texts;
   for (const std::string& name : namesIn(calls, processors).value_or(std::vector<std::string>())) {
-    if (!isNumbered(name, "cpu")) continue;
-    const std::string core = coreOf(calls, processors + "/" + name);
-    if (!core.empty()) cores.insert(core);
+    if (isNumbered(name, "cpu")) texts.insert(textOf(processors + "/" + name));
   }
-  return cores.size();
+  texts.erase("");
+  return texts.size();
 }
 
 /// Each processor has a paragraph that begins with its number; x86 tells the package and the core
@@ -46,9 +47,17 @@ size_t coresByTable(std::string_view table) {
 
 std::optional<int64_t> physicalCores(SystemCalls& calls, const std::string& sys,
                                      const std::string& proc) {
-  size_t count = coresByTopology(calls, sys + "/devices/system/cpu");
+  // Core numbers are of no use: on Apple silicon they start again in each cluster.
+  size_t count = differentTexts(
+      calls, sys, [&](const std::string& processor) { return coreOf(calls, processor); });
   if (count == 0) count = coresByTable(textOf(calls, proc + "/cpuinfo", kTableBound).value_or(""));
   return count == 0 ? std::nullopt : std::optional(static_cast<int64_t>(count));
+}
+
+size_t processorPackages(SystemCalls& calls, const std::string& sys) {
+  return differentTexts(calls, sys, [&](const std::string& processor) {
+    return wordingOf(calls, processor + "/topology/physical_package_id");
+  });
 }
 
 }  // namespace halvermonte::linuxos

@@ -3,28 +3,17 @@
 #include <gmock/gmock.h>
 #include <sys/resource.h>
 
-#include "tests/linux/Tree.hpp"
+#include "tests/linux/Computer.hpp"
+#include "tests/linux/WatchedCalls.hpp"
 
 namespace halvermonte::test {
 namespace {
 
+using ::testing::AnyOf;
+using ::testing::Each;
 using ::testing::ElementsAre;
 using ::testing::IsEmpty;
-
-std::string statOf(int64_t sectorsRead, int64_t sectorsWritten) {
-  return "  10 0 " + std::to_string(sectorsRead) + " 5 20 0 " + std::to_string(sectorsWritten) +
-         " 6 0 7 8 0 0 0 0 0 0\n";
-}
-
-/// Adds a device whose counters are that many sectors read, and none written.
-void addDevice(Tree& tree, const std::string& name, const std::string& parent,
-               int64_t sectorsRead) {
-  const std::string device = "sys/devices/" + parent + "/" + name;
-  tree.write(device + "/stat", statOf(sectorsRead, 0));
-  tree.write(device + "/size", "500118192\n").write(device + "/hidden", "0\n");
-  tree.folder(device + "/slaves").folder(device + "/holders");
-  tree.link("sys/block/" + name, device);
-}
+using ::testing::UnorderedElementsAre;
 
 /// Bytes read of each drive, in the machine's order; -1 for one that cannot be read.
 std::vector<int64_t> walk(LinuxMachine& machine, size_t count) {
@@ -62,21 +51,21 @@ TEST(DriveStatistics, OtherTextsAreNone) {
 
 TEST(BlockDrives, EncryptedVolumesOnAMirrorCountAsTheTwoDisks) {
   Tree tree;
-  addDevice(tree, "sda", "pci0000:00/0000:00:17.0/ata1/host0/target0:0:0/0:0:0:0/block", 100);
-  addDevice(tree, "sdb", "pci0000:00/0000:00:17.0/ata2/host1/target1:0:0/1:0:0:0/block", 200);
+  addDrive(tree, "sda", "pci0000:00/0000:00:17.0/ata1/host0/target0:0:0/0:0:0:0/block", 100);
+  addDrive(tree, "sdb", "pci0000:00/0000:00:17.0/ata2/host1/target1:0:0/1:0:0:0/block", 200);
   tree.write(
       "sys/devices/pci0000:00/0000:00:17.0/ata1/host0/target0:0:0/0:0:0:0/block/sda/sda1/stat",
       statOf(90, 0));
   for (const char* name : {"md127", "dm-0", "dm-1", "loop0", "zram0", "ram0"}) {
-    addDevice(tree, name, "virtual/block", 300);
+    addDrive(tree, name, "virtual/block", 300);
   }
   EXPECT_THAT(drivesOf(tree), ElementsAre(100 * 512, 200 * 512));
 }
 
 TEST(BlockDrives, StackedDeviceOutsideTheVirtualOnesIsKnownByItsSlaves) {
   Tree tree;
-  addDevice(tree, "sda", "pci0000:00/ata1/block", 100);
-  addDevice(tree, "stack", "platform/stack", 300);
+  addDrive(tree, "sda", "pci0000:00/ata1/block", 100);
+  addDrive(tree, "stack", "platform/stack", 300);
   tree.link("sys/devices/platform/stack/stack/slaves/sda", "sys/block/sda");
   EXPECT_THAT(drivesOf(tree), ElementsAre(100 * 512));
 }
@@ -84,10 +73,10 @@ TEST(BlockDrives, StackedDeviceOutsideTheVirtualOnesIsKnownByItsSlaves) {
 TEST(BlockDrives, MultipathHeadStandsForItsPaths) {
   Tree tree;
   const std::string head = "virtual/nvme-subsystem/nvme-subsys0";
-  addDevice(tree, "nvme0n1", head, 70);
-  addDevice(tree, "nvme0c0n1", "pci0000:00/0000:01:00.0/nvme/nvme0", 40);
-  addDevice(tree, "nvme0c1n1", "pci0000:00/0000:02:00.0/nvme/nvme1", 30);
-  addDevice(tree, "nvme0c1n11", "pci0000:00/0000:02:00.0/nvme/nvme1", 5);
+  addDrive(tree, "nvme0n1", head, 70);
+  addDrive(tree, "nvme0c0n1", "pci0000:00/0000:01:00.0/nvme/nvme0", 40);
+  addDrive(tree, "nvme0c1n1", "pci0000:00/0000:02:00.0/nvme/nvme1", 30);
+  addDrive(tree, "nvme0c1n11", "pci0000:00/0000:02:00.0/nvme/nvme1", 5);
   for (const char* path : {"nvme0c0n1", "nvme0c1n1", "nvme0c1n11"}) {
     tree.write("sys/block/" + std::string(path) + "/hidden", "1\n");
   }
@@ -98,22 +87,22 @@ TEST(BlockDrives, MultipathHeadStandsForItsPaths) {
 
 TEST(BlockDrives, EmptyCardReaderAndOpticalDriveDoNotCount) {
   Tree tree;
-  addDevice(tree, "sdc", "pci0000:00/usb1/host6/target6:0:0/6:0:0:0/block", 1);
+  addDrive(tree, "sdc", "pci0000:00/usb1/host6/target6:0:0/6:0:0:0/block", 1);
   tree.write("sys/block/sdc/size", "0\n");
-  addDevice(tree, "sr0", "pci0000:00/ata3/host2/target2:0:0/2:0:0:0/block", 2);
-  addDevice(tree, "fd0", "platform/floppy.0/block", 3);
-  addDevice(tree, "mmcblk0", "platform/mmc/mmc_host/mmc0/mmc0:0001/block", 4);
-  addDevice(tree, "mmcblk0boot0", "platform/mmc/mmc_host/mmc0/mmc0:0001/block/mmcblk0", 5);
-  addDevice(tree, "nbd0", "virtual/block", 6);
+  addDrive(tree, "sr0", "pci0000:00/ata3/host2/target2:0:0/2:0:0:0/block", 2);
+  addDrive(tree, "fd0", "platform/floppy.0/block", 3);
+  addDrive(tree, "mmcblk0", "platform/mmc/mmc_host/mmc0/mmc0:0001/block", 4);
+  addDrive(tree, "mmcblk0boot0", "platform/mmc/mmc_host/mmc0/mmc0:0001/block/mmcblk0", 5);
+  addDrive(tree, "nbd0", "virtual/block", 6);
   EXPECT_THAT(drivesOf(tree), ElementsAre(4 * 512));
 }
 
 TEST(BlockDrives, OrderIsTheHardwaresWhateverTheNames) {
   Tree tree;
-  addDevice(tree, "sdb", "pci0000:00/host2/block", 1);
-  addDevice(tree, "sda", "pci0000:00/host10/block", 2);
-  addDevice(tree, "vda", "pci0000:00/0000:00:0a.0/virtio1/block", 3);
-  addDevice(tree, "vdb", "pci0000:00/0000:00:09.0/virtio2/block", 4);
+  addDrive(tree, "sdb", "pci0000:00/host2/block", 1);
+  addDrive(tree, "sda", "pci0000:00/host10/block", 2);
+  addDrive(tree, "vda", "pci0000:00/0000:00:0a.0/virtio1/block", 3);
+  addDrive(tree, "vdb", "pci0000:00/0000:00:09.0/virtio2/block", 4);
   EXPECT_THAT(drivesOf(tree), ElementsAre(1 * 512, 2 * 512, 4 * 512, 3 * 512));
 }
 
@@ -143,7 +132,7 @@ TEST(BlockDrives, TableIsReadAgainForEachWalk) {
 
 TEST(BlockDrives, CountersAreReadAnewAndGarbageIsUnreadable) {
   Tree tree;
-  addDevice(tree, "sda", "pci0000:00/block", 1);
+  addDrive(tree, "sda", "pci0000:00/block", 1);
   LinuxMachine machine(tree.roots());
   ASSERT_EQ(machine.driveCount(), 1u);
   EXPECT_THAT(walk(machine, 1), ElementsAre(1 * 512));
@@ -164,26 +153,15 @@ TEST(BlockDrives, DanglingLinksAndMissingFoldersAreNoDrives) {
   EXPECT_THAT(drivesOf(tree), IsEmpty());
 }
 
-/// Answers as a device does that was pulled.
-class PulledDevices : public linuxos::SystemCalls {
- public:
-  ssize_t readAt(int descriptor, char* buffer, size_t size, off_t offset) override {
-    if (!pulled) return SystemCalls::readAt(descriptor, buffer, size, offset);
-    errno = ENODEV;
-    return -1;
-  }
-  bool pulled = false;
-};
-
 TEST(BlockDrives, PulledDriveIsUnreadableAndGetsANewPlaceWhenItIsBack) {
   Tree tree;
-  addDevice(tree, "sda", "pci0000:00/block", 1);
-  PulledDevices calls;
-  LinuxMachine machine(tree.roots(), calls);
+  addDrive(tree, "sda", "pci0000:00/block", 1);
+  WatchedCalls calls;
+  LinuxMachine machine(tree.roots(), {}, calls);
   ASSERT_EQ(machine.driveCount(), 1u);
-  calls.pulled = true;
+  calls.readFails = failingOn("stat", ENODEV);
   EXPECT_THAT(walk(machine, 1), ElementsAre(-1));
-  calls.pulled = false;
+  calls.readFails = nullptr;
   EXPECT_THAT(walk(machine, 1), ElementsAre(-1)) << "its counters have started again from 0";
   EXPECT_EQ(machine.driveCount(), 2u);
   EXPECT_THAT(walk(machine, 2), ElementsAre(-1, 1 * 512));
@@ -209,8 +187,8 @@ class FewDescriptors {
 TEST(BlockDrives, ShortOfDescriptorsEachReadOpensAndCloses) {
   Tree tree;
   for (int i = 0; i < 30; ++i) {
-    addDevice(tree, "sd" + std::string(1, static_cast<char>('a' + i % 26)) + (i < 26 ? "" : "a"),
-              "pci0000:00/host" + std::to_string(i) + "/block", i + 1);
+    addDrive(tree, "sd" + std::string(1, static_cast<char>('a' + i % 26)) + (i < 26 ? "" : "a"),
+             "pci0000:00/host" + std::to_string(i) + "/block", i + 1);
   }
   const FewDescriptors few(24);
   LinuxMachine machine(tree.roots());
@@ -220,6 +198,25 @@ TEST(BlockDrives, ShortOfDescriptorsEachReadOpensAndCloses) {
     EXPECT_EQ(bytes[i], static_cast<int64_t>(i + 1) * 512);
   }
   EXPECT_EQ(machine.outputOfCommand("echo free"), "free\n") << "some are left to the host";
+}
+
+TEST(BlockDrives, EveryOpenAndReadMayFailOnceAndIsMadeGood) {
+  Tree tree;
+  addDrive(tree, "sda", "pci0000:00/block", 1);
+  addDrive(tree, "sdb", "pci0001:00/block", 2);
+  for (int failing = 0;; ++failing) {
+    int call = 0;
+    WatchedCalls calls;
+    calls.openFails =
+        calls.readFails = [&](std::string_view) { return call++ == failing ? EIO : 0; };
+    LinuxMachine machine(tree.roots(), {}, calls);
+    const std::vector<int64_t> first = walk(machine, machine.driveCount().value_or(0));
+    if (call <= failing) break;
+    EXPECT_THAT(first, Each(AnyOf(-1, 1 * 512, 2 * 512)));
+    EXPECT_THAT(walk(machine, machine.driveCount().value_or(0)),
+                UnorderedElementsAre(1 * 512, 2 * 512))
+        << "call " << failing;
+  }
 }
 
 TEST(BlockDrives, ThisComputersAreRead) {

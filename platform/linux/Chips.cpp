@@ -1,0 +1,151 @@
+#include "platform/linux/Chips.hpp"
+
+#include <algorithm>
+#include <array>
+#include <map>
+#include <optional>
+#include <utility>
+
+#include "platform/linux/DevicePath.hpp"
+#include "platform/linux/Files.hpp"
+#include "platform/linux/Text.hpp"
+
+namespace halvermonte::linuxos {
+namespace {
+
+struct QuantityRow {
+  Quantity quantity;
+  std::string_view prefix;  ///< of its files
+  double unit;
+  std::string_view name;
+};
+
+constexpr auto kQuantities = std::to_array<QuantityRow>({
+    {Quantity::temperature, "temp", 1e-3, "temperature"},
+    {Quantity::fan, "fan", 1, "fan"},
+    {Quantity::voltage, "in", 1e-3, "voltage"},
+    {Quantity::current, "curr", 1e-3, "current"},
+    {Quantity::power, "power", 1e-6, "power"},
+    {Quantity::energy, "energy", 1e-6, "energy"},
+    {Quantity::humidity, "humidity", 1e-3, "humidity"},
+});
+
+const QuantityRow& rowOf(Quantity quantity) {
+  return *std::find_if(kQuantities.begin(), kQuantities.end(),
+                       [&](const QuantityRow& row) { return row.quantity == quantity; });
+}
+
+struct Attribute {
+  Quantity quantity;
+  int number;
+  std::string_view suffix;
+};
+
+/// "temp3_input" taken apart; absent where the name is no channel's.
+std::optional<Attribute> attributeOf(std::string_view file) {
+  const size_t end = file.find('_');
+  if (end == file.npos) return std::nullopt;
+  const std::string_view channel = file.substr(0, end);
+  constexpr size_t kMostDigits = 6;
+  for (const QuantityRow& row : kQuantities) {
+    if (!isNumbered(channel, row.prefix)) continue;
+    const std::string_view digits = channel.substr(row.prefix.size());
+    if (digits.size() > kMostDigits) return std::nullopt;
+    return Attribute{row.quantity, static_cast<int>(*integer(digits)), file.substr(end + 1)};
+  }
+  return std::nullopt;
+}
+
+/// Notes what the file tells of its channel.
+void note(Channel& channel, std::string_view suffix, const std::string& file) {
+  // Some chips give a power's average alone.
+  if (suffix == "input" || (suffix == "average" && channel.file.empty())) channel.file = file;
+  channel.hasFault = channel.hasFault || suffix == "fault";
+  channel.hasEnable = channel.hasEnable || suffix == "enable";
+}
+
+std::vector<Channel> channelsIn(SystemCalls& calls, const std::string& folder) {
+  std::map<std::pair<Quantity, int>, Channel> found;
+  for (const std::string& file : namesIn(calls, folder).value_or(std::vector<std::string>())) {
+    const std::optional<Attribute> attribute = attributeOf(file);
+    if (!attribute) continue;
+    Channel& channel = found[{attribute->quantity, attribute->number}];
+    channel.quantity = attribute->quantity;
+    channel.number = attribute->number;
+    channel.name = file.substr(0, file.find('_'));
+    note(channel, attribute->suffix, file);
+  }
+  std::vector<Channel> channels;
+  for (auto& [place, channel] : found) {
+    if (channel.file.empty()) continue;
+    channel.label = firstLine(textOf(calls, folder + "/" + channel.name + "_label").value_or(""));
+    channels.push_back(std::move(channel));
+  }
+  return channels;
+}
+
+/// The path of what a chip without a device of its own hangs on: its folder's without the number.
+std::string withoutNumber(std::string_view path) {
+  path = path.substr(0, path.rfind('/'));
+  return std::string(path.ends_with("/hwmon") ? path.substr(0, path.rfind('/')) : path);
+}
+
+std::optional<Chip> chipIn(SystemCalls& calls, const std::string& folder) {
+  const std::optional<std::string> real = realPath(folder);
+  if (!real) return std::nullopt;
+  Chip chip;
+  chip.driver = firstLine(trimmed(textOf(calls, *real + "/name").value_or("")));
+  chip.folder = *real;
+  chip.channels = channelsIn(calls, *real);
+  return chip;
+}
+
+std::optional<Chip> chipOf(SystemCalls& calls, const std::string& sys, const std::string& number) {
+  const std::string folder = sys + "/class/hwmon/" + number;
+  std::optional<Chip> chip = chipIn(calls, folder);
+  if (!chip) return std::nullopt;
+  // Drivers of the old style, such as applesmc, have name and files at the device.
+  if (chip->driver.empty() || chip->channels.empty()) {
+    std::optional<Chip> old = chipIn(calls, folder + "/device");
+    if (old && !old->channels.empty()) chip = std::move(old);
+  }
+  if (chip->channels.empty()) return std::nullopt;
+  chip->parent = realPath(folder + "/device").value_or("");
+  chip->device = chip->parent.empty() ? withoutNumber(devicePath(sys, folder).value_or(""))
+                                      : devicePath(sys, chip->parent).value_or("");
+  return chip;
+}
+
+bool standsBefore(const Chip& first, const Chip& second) {
+  if (first.device != second.device) return standsBeforeInHardware(first.device, second.device);
+  if (first.driver != second.driver) return first.driver < second.driver;
+  return standsBeforeInHardware(first.folder, second.folder);
+}
+
+}  // namespace
+
+std::string_view nameOf(Quantity quantity) { return rowOf(quantity).name; }
+
+double unitOf(Quantity quantity) { return rowOf(quantity).unit; }
+
+std::vector<Chip> chipsIn(SystemCalls& calls, const std::string& sys) {
+  std::vector<Chip> chips;
+  const auto numbers = namesIn(calls, sys + "/class/hwmon").value_or(std::vector<std::string>());
+  for (const std::string& number : numbers) {
+    if (std::optional<Chip> chip = chipOf(calls, sys, number)) chips.push_back(std::move(*chip));
+  }
+  std::sort(chips.begin(), chips.end(), standsBefore);
+  return chips;
+}
+
+std::string firstLine(std::string_view text) {
+  constexpr size_t kLongest = 80;
+  const size_t end = std::min(text.find_first_of(std::string_view("\r\n\0", 3)), kLongest);
+  std::string line(text.substr(0, end));
+  for (char& character : line) {
+    if (character < ' ' || character > '~') character = character == '\t' ? ' ' : '?';
+  }
+  return line;
+}
+
+}  // namespace halvermonte::linuxos

@@ -1,0 +1,95 @@
+#include "platform/linux/DeviceTreeKeys.hpp"
+
+#include <algorithm>
+#include <array>
+#include <utility>
+
+#include "platform/linux/Files.hpp"
+#include "platform/linux/Text.hpp"
+
+namespace halvermonte::linuxos {
+namespace {
+
+using Names = std::vector<std::string>;
+
+constexpr auto kNodes = std::to_array<std::pair<std::string_view, Quantity>>({
+    {"current-", Quantity::current},
+    {"fan-", Quantity::fan},
+    {"power-", Quantity::power},
+    {"temperature-", Quantity::temperature},
+    {"voltage-", Quantity::voltage},
+});
+
+/// The folders of the controller's sensors: soc/smc@23e400000/hwmon.
+Names sensorFolders(SystemCalls& calls, const std::string& sys) {
+  const std::string root = sys + "/firmware/devicetree/base";
+  Names folders;
+  for (const std::string& bus : namesIn(calls, root).value_or(Names())) {
+    if (!bus.starts_with("soc")) continue;
+    for (const std::string& node : namesIn(calls, root + "/" + bus).value_or(Names())) {
+      if (node.starts_with("smc@")) folders.push_back(root + "/" + bus + "/" + node + "/hwmon");
+    }
+  }
+  return folders;
+}
+
+bool isLabelledAlike(const DeviceTreeSensor& sensor, const Channel& channel) {
+  constexpr size_t kLongestLabel = 31;  // the driver cuts it there
+  const std::string_view label = trimmed(channel.label);
+  return sensor.quantity == channel.quantity && !label.empty() &&
+         trimmed(std::string_view(sensor.label).substr(0, kLongestLabel)) == label;
+}
+
+auto partners(const std::vector<DeviceTreeSensor>& sensors, const Channel& channel) {
+  return std::count_if(sensors.begin(), sensors.end(), [&](const DeviceTreeSensor& sensor) {
+    return isLabelledAlike(sensor, channel);
+  });
+}
+
+auto partners(const DeviceTreeSensor& sensor, const Chip& chip) {
+  return std::count_if(chip.channels.begin(), chip.channels.end(),
+                       [&](const Channel& channel) { return isLabelledAlike(sensor, channel); });
+}
+
+}  // namespace
+
+std::vector<DeviceTreeSensor> deviceTreeSensors(SystemCalls& calls, const std::string& sys) {
+  std::vector<DeviceTreeSensor> sensors;
+  for (const std::string& folder : sensorFolders(calls, sys)) {
+    for (const std::string& node : namesIn(calls, folder).value_or(Names())) {
+      const auto* const kind = std::find_if(kNodes.begin(), kNodes.end(), [&](const auto& each) {
+        return node.starts_with(each.first);
+      });
+      const std::string place = folder + "/" + node;
+      const std::string key = wordingOf(calls, place + "/apple,key-id");
+      if (kind == kNodes.end() || key.size() != 4) continue;
+      sensors.push_back({kind->second, firstLine(wordingOf(calls, place + "/label")), key});
+    }
+  }
+  return sensors;
+}
+
+std::string keyOf(const std::vector<DeviceTreeSensor>& sensors, const Chip& chip,
+                  const Channel& channel) {
+  const auto isSame = [&](const DeviceTreeSensor& sensor) {
+    return isLabelledAlike(sensor, channel);
+  };
+  const auto same = std::find_if(sensors.begin(), sensors.end(), isSame);
+  if (same != sensors.end()) {
+    const bool isSole = partners(sensors, channel) == 1 && partners(*same, chip) == 1;
+    return isSole ? same->key : "";
+  }
+
+  const auto isLeftSensor = [&](const DeviceTreeSensor& sensor) {
+    return sensor.quantity == channel.quantity && partners(sensor, chip) == 0;
+  };
+  const auto isLeftChannel = [&](const Channel& other) {
+    return other.quantity == channel.quantity && partners(sensors, other) == 0;
+  };
+  const bool isTheLastPair =
+      std::count_if(sensors.begin(), sensors.end(), isLeftSensor) == 1 &&
+      std::count_if(chip.channels.begin(), chip.channels.end(), isLeftChannel) == 1;
+  return isTheLastPair ? std::find_if(sensors.begin(), sensors.end(), isLeftSensor)->key : "";
+}
+
+}  // namespace halvermonte::linuxos

@@ -1,0 +1,163 @@
+#include "platform/linux/KeyAssignment.hpp"
+
+#include <algorithm>
+#include <set>
+
+#include "platform/linux/Text.hpp"
+
+namespace halvermonte::linuxos {
+namespace {
+
+bool isTemperature(const Channel& channel) { return channel.quantity == Quantity::temperature; }
+
+std::string_view wordingOf(const Channel& channel) {
+  const std::string_view label = trimmed(channel.label);
+  return label.empty() ? std::string_view(channel.name) : label;
+}
+
+bool isKey(std::string_view text) {
+  return text.size() == 4 &&
+         std::all_of(text.begin(), text.end(), [](char each) { return each > ' ' && each <= '~'; });
+}
+
+/// The first of the row's labels that the chip has.
+std::string_view labelThatCounts(const KeyRow& row, const Chip& chip) {
+  for (const std::string_view label : split(row.label, '|')) {
+    for (const Channel& channel : chip.channels) {
+      if (isTemperature(channel) && matches(label, wordingOf(channel))) return label;
+    }
+  }
+  return {};
+}
+
+std::string firstReason(const FoundSensor& sensor, const AssignmentFacts& facts) {
+  if (mannerOf(sensor) == Manner::onRequest && !facts.driveTemperatures)
+    return "read only on request";
+  return isTemperature(*sensor.channel) ? "the catalogue has no name for it"
+                                        : "only temperatures and fans are shown";
+}
+
+/// Goes through the table, and holds which keys are taken.
+class Assigner {
+ public:
+  Assigner(std::vector<FoundSensor>& sensors, const AssignmentFacts& facts)
+      : sensors_(sensors), facts_(facts) {}
+
+  void run() {
+    for (FoundSensor& sensor : sensors_) sensor.reason = firstReason(sensor, facts_);
+    for (const KeyRow& row : keyRows()) apply(row);
+    for (FoundSensor& sensor : sensors_) yieldToController(sensor);
+  }
+
+ private:
+  void apply(const KeyRow& row) {
+    const std::vector<const Chip*> chips = chipsOf(row);
+    for (FoundSensor& sensor : sensors_) {
+      const auto chip = std::find(chips.begin(), chips.end(), sensor.chip);
+      if (chip == chips.end() || !sensor.key.empty()) continue;
+      if (row.keys == kLabelIsKey || row.keys == kKeyInDeviceTree) {
+        takeOwn(sensor, row);
+      } else if (isTemperature(*sensor.channel) && isLabelOf(sensor, row)) {
+        const auto place = static_cast<size_t>(chip - chips.begin());
+        take(sensor, row, place, chips.size());
+      }
+    }
+  }
+
+  std::vector<const Chip*> chipsOf(const KeyRow& row) const {
+    std::vector<const Chip*> chips;
+    for (const FoundSensor& sensor : sensors_) {
+      const bool isKnown = !chips.empty() && chips.back() == sensor.chip;
+      const bool isAsked = mannerOf(sensor) != Manner::onRequest || facts_.driveTemperatures;
+      if (!isKnown && isAsked && matches(row.driver, sensor.chip->driver)) {
+        chips.push_back(sensor.chip);
+      }
+    }
+    return chips;
+  }
+
+  static bool isLabelOf(FoundSensor& sensor, const KeyRow& row) {
+    const std::string_view wording = wordingOf(*sensor.channel);
+    if (!matches(row.label, wording)) return false;
+    const std::string_view label = labelThatCounts(row, *sensor.chip);
+    if (matches(label, wording)) return true;
+    sensor.reason = std::string(label) + " is shown in its place";
+    return false;
+  }
+
+  void takeOwn(FoundSensor& sensor, const KeyRow& row) {
+    if (sensor.channel->quantity == Quantity::fan) return;
+    const bool isLabel = row.keys == kLabelIsKey;
+    const std::string key = isLabel ? std::string(trimmed(sensor.channel->label))
+                                    : keyOf(facts_.deviceTree, *sensor.chip, *sensor.channel);
+    if (isKey(key) && controllers_.insert(key).second) {
+      give(sensor, row, key);
+    } else {
+      sensor.reason = isLabel ? "its label is no key" : "the device tree tells no key for it";
+    }
+  }
+
+  void take(FoundSensor& sensor, const KeyRow& row, size_t chip, size_t chips) {
+    const std::vector<std::string_view> keys = words(row.keys);
+    const bool isSpread = row.spread == Spread::each;
+    const size_t first = isSpread ? 0 : packageOf(chip, chips);
+    const size_t end = isSpread ? keys.size() : std::min(first + 1, keys.size());
+    for (size_t i = first; i < end; ++i) {
+      if (!shared_.insert(std::string(keys[i])).second) continue;
+      give(sensor, row, std::string(keys[i]));
+      return;
+    }
+    sensor.reason = "the catalogue has no further name for its kind";
+  }
+
+  /// Processors of some makers have more than one chip in a package.
+  size_t packageOf(size_t chip, size_t chips) const {
+    const bool isSplit = facts_.packages > 0 && facts_.packages < chips;
+    return isSplit ? chip * facts_.packages / chips : chip;
+  }
+
+  static void give(FoundSensor& sensor, const KeyRow& row, const std::string& key) {
+    sensor.key = key;
+    sensor.lowest = row.lowest;
+    sensor.highest = row.highest;
+  }
+
+  void yieldToController(FoundSensor& sensor) const {
+    const bool isBoth = shared_.contains(sensor.key) && controllers_.contains(sensor.key);
+    if (!isBoth || isOfController(sensor)) return;
+    sensor.reason = "the controller has " + sensor.key + " itself";
+    sensor.key.clear();
+  }
+
+  std::vector<FoundSensor>& sensors_;
+  const AssignmentFacts& facts_;
+  std::set<std::string, std::less<>> controllers_;  ///< keys of a Mac's own
+  std::set<std::string, std::less<>> shared_;       ///< keys by the table
+};
+
+}  // namespace
+
+bool isOfController(const FoundSensor& sensor) {
+  return matches(kControllers, sensor.chip->driver);
+}
+
+std::vector<FoundSensor> sensorsOf(const std::vector<Chip>& chips) {
+  std::vector<FoundSensor> sensors;
+  for (const Chip& chip : chips) {
+    for (const Channel& channel : chip.channels) sensors.push_back({&chip, &channel});
+  }
+  return sensors;
+}
+
+Manner mannerOf(const FoundSensor& sensor) {
+  for (const MannerRow& row : mannerRows()) {
+    if (matches(row.driver, sensor.chip->driver)) return row.manner;
+  }
+  return Manner::everyPass;
+}
+
+void assignKeys(std::vector<FoundSensor>& sensors, const AssignmentFacts& facts) {
+  Assigner(sensors, facts).run();
+}
+
+}  // namespace halvermonte::linuxos

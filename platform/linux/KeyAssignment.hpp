@@ -1,0 +1,57 @@
+// Which key each sensor is read by.
+#pragma once
+
+#include <functional>
+#include <string>
+#include <vector>
+
+#include "platform/linux/Chips.hpp"
+#include "platform/linux/DeviceTreeKeys.hpp"
+#include "platform/linux/SensorTable.hpp"
+
+namespace halvermonte::linuxos {
+
+/// A chip's channel, and what is made of it. Chips outlive it.
+struct FoundSensor {
+  const Chip* chip;
+  const Channel* channel;
+  std::string key = "";     ///< four characters; "" where it has none
+  std::string reason = "";  ///< why it has none
+  int lowest = 0;           ///< of a temperature with a key: degrees
+  int highest = 0;
+
+  std::string path() const { return chip->folder + "/" + channel->file; }
+};
+
+/// The chips' channels one by one.
+std::vector<FoundSensor> sensorsOf(const std::vector<Chip>& chips);
+
+/// Whether it is one of a Mac's own controller.
+bool isOfController(const FoundSensor& sensor);
+
+/// How its driver wants to be read.
+Manner mannerOf(const FoundSensor& sensor);
+
+struct AssignmentFacts {
+  std::vector<DeviceTreeSensor> deviceTree;
+  size_t packages = 0;  ///< processor packages; 0 where nothing tells
+  bool driveTemperatures = false;
+};
+
+/// Gives keys to temperatures by the table, and a Mac's controller its own. Nothing decides but the
+/// sensors' order, drivers and labels.
+void assignKeys(std::vector<FoundSensor>& sensors, const AssignmentFacts& facts);
+
+/// The engine ends the process at an eleventh.
+inline constexpr size_t kMostFans = 10;
+
+/// Gives "F0Ac" to "F9Ac" to fans, those of a Mac's controller first. Of more than ten, those have
+/// precedence that have a label or turn. Returns them in the order of their keys.
+std::vector<const FoundSensor*> assignFans(std::vector<FoundSensor>& sensors,
+                                           const std::function<bool(const FoundSensor&)>& turns);
+
+/// The fans' names, each at most 12 characters: the label, else chip and channel. A reader of the
+/// names stops at a blank; where two would then be one, their words are joined.
+std::vector<std::string> fanNames(const std::vector<const FoundSensor*>& fans);
+
+}  // namespace halvermonte::linuxos

@@ -1,0 +1,95 @@
+#include "platform/linux/Sensor.hpp"
+
+#include <algorithm>
+#include <array>
+#include <system_error>
+
+#include "platform/linux/Text.hpp"
+
+namespace halvermonte::linuxos {
+
+bool Gate::isOpen(const Pass& pass) {
+  if (pass_ != pass.number) {
+    pass_ = pass.number;
+    isOpen_ = look();
+  }
+  return isOpen_;
+}
+
+bool Gate::look() {
+  std::array<char, 32> buffer;
+  const std::string_view text = trimmed(file_.read(buffer));
+  switch (kind_) {
+    case Kind::fault:
+      return integer(text).value_or(0) == 0;
+    case Kind::enable:
+      return integer(text) != 0;
+    case Kind::power:
+      break;
+  }
+  // What nothing is known of may be asleep.
+  return text == "active" || text == "unsupported" || text == "D0";
+}
+
+std::string_view Gate::reason() const {
+  switch (kind_) {
+    case Kind::fault:
+      return "no reading: the driver reports a fault";
+    case Kind::enable:
+      return "no reading: switched off";
+    case Kind::power:
+      break;
+  }
+  return "asleep: not read";
+}
+
+std::optional<double> Sensor::value(const Pass& pass) {
+  if (pass_ != pass.number) {
+    pass_ = pass.number;
+    look(pass);
+  }
+  return value_;
+}
+
+void Sensor::look(const Pass& pass) {
+  const auto closed = std::find_if(traits_.gates.begin(), traits_.gates.end(),
+                                   [&](Gate* gate) { return !gate->isOpen(pass); });
+  closedGate_ = closed == traits_.gates.end() ? nullptr : *closed;
+  if (closedGate_ != nullptr) {
+    value_.reset();
+    nextRead_ = 0;
+    return;
+  }
+  if (traits_.isRare || file_.isLost()) {
+    constexpr double kSeconds = 10;
+    if (pass.seconds < nextRead_) return;
+    nextRead_ = pass.seconds + kSeconds;
+    if (file_.isLost()) file_.reopen();
+  }
+  value_ = reading();
+}
+
+std::optional<double> Sensor::reading() {
+  std::array<char, 64> buffer;
+  raw_ = trimmed(file_.read(buffer));
+  const std::optional<int64_t> number = integer(raw_);
+  if (!number || *number < traits_.lowest || *number > traits_.highest) return std::nullopt;
+  return static_cast<double>(*number) * traits_.unit;
+}
+
+void Sensor::remember(Memory memory) {
+  value_ = memory.value;
+  raw_ = std::move(memory.raw);
+  nextRead_ = memory.nextRead;
+}
+
+std::string Sensor::state() const {
+  if (closedGate_ != nullptr) return std::string(closedGate_->reason());
+  if (file_.error() != 0) {
+    return "no reading: " + std::generic_category().message(file_.error());
+  }
+  if (!value_) return integer(raw_) ? "no reading: outside its range" : "no reading: no number";
+  return file_.state() == KeptFile::State::openedPerRead ? "read, opened each time" : "read";
+}
+
+}  // namespace halvermonte::linuxos

@@ -1,0 +1,90 @@
+// One sensor that is read pass by pass.
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+#include "platform/linux/KeptFile.hpp"
+
+namespace halvermonte::linuxos {
+
+/// The moment that readings belong to.
+struct Pass {
+  uint64_t number = 0;
+  double seconds = 0;  ///< of a clock that is never set
+};
+
+/// Tells whether sensors may be read, by another file of theirs.
+class Gate {
+ public:
+  enum class Kind { fault, enable, power };
+
+  Gate(SystemCalls& calls, std::string path, Kind kind)
+      : file_(calls, std::move(path)), kind_(kind) {}
+
+  const std::string& path() const noexcept { return file_.path(); }
+
+  /// Reads the file once a pass.
+  bool isOpen(const Pass& pass);
+  /// What it is that keeps its sensors from being read.
+  std::string_view reason() const;
+
+ private:
+  bool look();
+
+  KeptFile file_;
+  Kind kind_;
+  uint64_t pass_ = 0;
+  bool isOpen_ = false;
+};
+
+class Sensor {
+ public:
+  struct Traits {
+    double unit = 1;  ///< of the file's number
+    int64_t lowest = 0, highest = 0;
+    bool isRare = false;  ///< read at most once in ten seconds
+    std::vector<Gate*> gates = {};
+  };
+  /// What outlives another look at the computer's chips.
+  struct Memory {
+    std::optional<double> value;
+    std::string raw;
+    double nextRead = 0;
+  };
+
+  /// Opens nothing before it is read.
+  Sensor(SystemCalls& calls, std::string path, Traits traits)
+      : file_(calls, std::move(path)), traits_(std::move(traits)) {}
+
+  /// The reading in its unit; absent where there is none in this pass. However often it is asked
+  /// for, the file is read once a pass; one that has gone or cannot be opened, once in ten seconds.
+  std::optional<double> value(const Pass& pass);
+
+  bool isRare() const noexcept { return traits_.isRare; }
+  Memory memory() const { return {value_, raw_, nextRead_}; }
+  void remember(Memory memory);
+
+  /// How the last reading went, in words.
+  std::string state() const;
+  /// The file's text then.
+  const std::string& raw() const noexcept { return raw_; }
+
+ private:
+  void look(const Pass& pass);
+  std::optional<double> reading();
+
+  KeptFile file_;
+  Traits traits_;
+  uint64_t pass_ = 0;
+  double nextRead_ = 0;
+  std::optional<double> value_;
+  std::string raw_;
+  const Gate* closedGate_ = nullptr;
+};
+
+}  // namespace halvermonte::linuxos

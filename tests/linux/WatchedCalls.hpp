@@ -1,0 +1,86 @@
+// System calls that a test counts, makes fail, and whose clock it sets.
+#pragma once
+
+#include <algorithm>
+#include <cerrno>
+#include <functional>
+#include <map>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "platform/linux/SystemCalls.hpp"
+
+namespace halvermonte::test {
+
+class WatchedCalls : public linuxos::SystemCalls {
+ public:
+  int open(const char* path) override {
+    opened.emplace_back(path);
+    if (fails(openFails, path)) return -1;
+    return known(SystemCalls::open(path), path);
+  }
+  int openFolder(const char* path) override {
+    ++folders;
+    if (fails(openFails, path)) return -1;
+    return known(SystemCalls::openFolder(path), path);
+  }
+  ssize_t readAt(int descriptor, char* buffer, size_t size, off_t offset) override {
+    ++reads;
+    const std::string& path = paths_[descriptor];
+    if (fails(readFails, path)) return -1;
+    return SystemCalls::readAt(descriptor, buffer, size, offset);
+  }
+  ssize_t list(int folder, char* buffer, size_t size) override {
+    ++lists;
+    return SystemCalls::list(folder, buffer, size);
+  }
+  void close(int descriptor) override {
+    ++closes;
+    SystemCalls::close(descriptor);
+  }
+  double steadySeconds() override { return seconds; }
+
+  /// Forgets what was counted.
+  void restart() {
+    opened.clear();
+    folders = reads = lists = closes = 0;
+  }
+  /// How often a file was opened whose path ends so.
+  size_t opens(std::string_view end) const {
+    return static_cast<size_t>(
+        std::count_if(opened.begin(), opened.end(),
+                      [&](const std::string& path) { return path.ends_with(end); }));
+  }
+
+  double seconds = 1000;
+  std::vector<std::string> opened;
+  size_t folders = 0, reads = 0, lists = 0, closes = 0;
+
+  /// The error with which a call on the path fails; 0: it does not.
+  using Failure = std::function<int(std::string_view path)>;
+  Failure openFails;
+  Failure readFails;
+
+ private:
+  int known(int descriptor, const char* path) {
+    if (descriptor >= 0) paths_[descriptor] = path;
+    return descriptor;
+  }
+  static bool fails(const Failure& failure, std::string_view path) {
+    const int error = failure ? failure(path) : 0;
+    if (error != 0) errno = error;
+    return error != 0;
+  }
+
+  std::map<int, std::string> paths_;
+};
+
+/// Failing on the file of that name, with that error.
+inline WatchedCalls::Failure failingOn(std::string end, int error) {
+  return [end = std::move(end), error](std::string_view path) {
+    return path.ends_with(end) ? error : 0;
+  };
+}
+
+}  // namespace halvermonte::test

@@ -1,0 +1,290 @@
+// When a sensor is read, and what is no reading.
+#include <gmock/gmock.h>
+#include <sys/resource.h>
+
+#include "tests/linux/Computer.hpp"
+#include "tests/linux/WatchedCalls.hpp"
+
+namespace halvermonte::test {
+namespace {
+
+class HwmonReadings : public ::testing::Test {
+ protected:
+  HwmonReadings() {
+    addChip(tree, 0, "coretemp", "platform/coretemp.0",
+            {{"temp1", "51000", "Package id 0"}, {"temp2", "41000", "Core 0"}});
+  }
+
+  /// One pass's reading of the package.
+  double package() { return temperature(machine(), "TC0D"); }
+  LinuxMachine& machine() {
+    if (!machine_) machine_ = std::make_unique<LinuxMachine>(tree.roots(), LinuxOptions(), calls);
+    return *machine_;
+  }
+
+  Tree tree;
+  WatchedCalls calls;
+
+ private:
+  std::unique_ptr<LinuxMachine> machine_;
+};
+
+TEST_F(HwmonReadings, AreTakenAnewInEachPass) {
+  EXPECT_EQ(package(), 51);
+  tree.write(chipFile(0, "temp1_input"), "52500\n");
+  EXPECT_EQ(package(), 52.5);
+}
+
+TEST_F(HwmonReadings, AreTakenOnceAPassHoweverOftenAsked) {
+  const Connection connection(machine());
+  EXPECT_EQ(connection.temperature("TC0D"), 51);
+  calls.restart();
+  tree.write(chipFile(0, "temp1_input"), "60000\n");
+  EXPECT_EQ(connection.temperature("TC0D"), 51);
+  EXPECT_EQ(calls.reads, 0u);
+}
+
+TEST_F(HwmonReadings, TextsThatAreNoNumberAreNone) {
+  for (const char* text : {"", "\n", "warm\n", "42000 mC\n", "42.5\n", "0x2a\n", "4 2000\n",
+                           "42000\n42000\n", "99999999999999999999999\n", "--1\n"}) {
+    tree.write(chipFile(0, "temp1_input"), text);
+    EXPECT_EQ(package(), -1) << text;
+    EXPECT_EQ(temperature(machine(), "TC1C"), 41) << "the others go on";
+  }
+  tree.write(chipFile(0, "temp1_input"), std::string(1 << 20, '4'));
+  EXPECT_EQ(package(), -1);
+  for (const char* text : {"42000", "42000\r\n", " 42000 \n"}) {
+    tree.write(chipFile(0, "temp1_input"), text);
+    EXPECT_EQ(package(), 42) << text;
+  }
+}
+
+TEST_F(HwmonReadings, ValuesOutsideTheDriversRangeAreNone) {
+  for (const char* text : {"0\n", "-127000\n", "126000\n", "2147483647\n", "-2147483648\n"}) {
+    tree.write(chipFile(0, "temp1_input"), text);
+    EXPECT_EQ(package(), -1) << text;
+  }
+  tree.write(chipFile(0, "temp1_input"), "125000\n");
+  EXPECT_EQ(package(), 125);
+}
+
+TEST_F(HwmonReadings, DriversSentinelsAreNone) {
+  Tree other;
+  addChip(other, 0, "nct6798", "platform/nct6775.656", {{"temp2", "127000", "CPUTIN"}});
+  addChip(other, 1, "nvme", "pci0000:00/nvme/nvme0", {{"temp1", "-273150", "Composite"}});
+  addChip(other, 2, "thinkpad", "platform/thinkpad_hwmon", {{"temp2", "-128000", "GPU"}});
+  LinuxMachine computer(other.roots());
+  EXPECT_EQ(temperature(computer, "TC0P"), -1);
+  EXPECT_EQ(temperature(computer, "TH0a"), -1);
+  EXPECT_EQ(temperature(computer, "TG0P"), -1);
+}
+
+TEST_F(HwmonReadings, FaultyAndDisabledSensorsGiveNoneUntilTheyAreWellAgain) {
+  tree.write(chipFile(0, "temp1_fault"), "1\n").write(chipFile(0, "temp2_enable"), "0\n");
+  EXPECT_EQ(package(), -1);
+  EXPECT_EQ(temperature(machine(), "TC1C"), -1);
+  EXPECT_EQ(calls.opens("_input"), 0u);
+  tree.write(chipFile(0, "temp1_fault"), "0\n").write(chipFile(0, "temp2_enable"), "1\n");
+  EXPECT_EQ(package(), 51);
+  EXPECT_EQ(temperature(machine(), "TC1C"), 41);
+}
+
+TEST_F(HwmonReadings, FailedReadEndsThatReadingAlone) {
+  for (const int error : {EIO, ENODATA, ENXIO, EAGAIN, ETIMEDOUT, EPERM, EOPNOTSUPP, EBUSY}) {
+    calls.readFails = failingOn("temp1_input", error);
+    EXPECT_EQ(package(), -1) << error;
+    EXPECT_EQ(temperature(machine(), "TC1C"), 41);
+    calls.readFails = nullptr;
+    EXPECT_EQ(package(), 51) << "in the very next pass";
+  }
+}
+
+TEST_F(HwmonReadings, VanishedSensorCostsNothingAndIsLookedForEveryTenSeconds) {
+  EXPECT_EQ(package(), 51);
+  calls.readFails = failingOn("temp1_input", ENODEV);
+  EXPECT_EQ(package(), -1);
+  calls.readFails = nullptr;
+  calls.openFails = failingOn("temp1_input", ENOENT);
+  package();
+  calls.restart();
+  EXPECT_EQ(package(), -1);
+  EXPECT_EQ(calls.opens("temp1_input"), 0u);
+  calls.openFails = nullptr;
+  calls.seconds += 9;
+  EXPECT_EQ(package(), -1);
+  calls.seconds += 1;
+  EXPECT_EQ(package(), 51);
+}
+
+TEST_F(HwmonReadings, UnreadableSensorIsTriedEveryTenSeconds) {
+  calls.openFails = failingOn("temp1_input", EACCES);
+  EXPECT_EQ(package(), -1);
+  EXPECT_EQ(package(), -1);
+  calls.restart();
+  EXPECT_EQ(package(), -1);
+  EXPECT_EQ(calls.opens("temp1_input"), 0u);
+  calls.openFails = nullptr;
+  calls.seconds += 10;
+  EXPECT_EQ(package(), 51);
+}
+
+TEST_F(HwmonReadings, ChipThatComesIsFoundAtTheNextOpening) {
+  EXPECT_EQ(temperature(machine(), "TH0a"), -1);
+  addChip(tree, 5, "nvme", "pci0000:00/0000:01:00.0/nvme/nvme0", {{"temp1", "31000", "Composite"}});
+  EXPECT_EQ(temperature(machine(), "TH0a"), 31);
+  tree.remove("sys/class/hwmon/hwmon5");
+  EXPECT_EQ(temperature(machine(), "TH0a"), -1);
+  EXPECT_EQ(package(), 51);
+}
+
+TEST_F(HwmonReadings, ChipThatShowsItsFilesLateIsFoundToo) {
+  EXPECT_EQ(temperature(machine(), "TH0a"), -1);
+  tree.folder("sys/devices/pci0000:00/nvme0/hwmon5");
+  tree.link("sys/class/hwmon/hwmon5", "sys/devices/pci0000:00/nvme0/hwmon5");
+  EXPECT_EQ(temperature(machine(), "TH0a"), -1);
+  tree.write(chipFile(5, "name"), "nvme\n").write(chipFile(5, "temp1_input"), "31000\n");
+  EXPECT_EQ(temperature(machine(), "TH0a"), 31);
+}
+
+TEST_F(HwmonReadings, OtherDeviceUnderAFormerNumberIsNotTakenForTheFirst) {
+  addChip(tree, 5, "nvme", "pci0000:00/0000:01:00.0/nvme/nvme0", {{"temp1", "31000", "Composite"}});
+  EXPECT_EQ(temperature(machine(), "TH0a"), 31);
+  tree.remove("sys/class/hwmon/hwmon5").remove("sys/devices/pci0000:00");
+  addChip(tree, 5, "iwlwifi_1", "virtual/thermal/thermal_zone1", {{"temp1", "44000"}});
+  EXPECT_EQ(temperature(machine(), "TH0a"), -1);
+  EXPECT_EQ(temperature(machine(), "TW0P"), 44);
+}
+
+TEST_F(HwmonReadings, HardwareMonitoringMayComeAndGoAsAWhole) {
+  tree.remove("sys/class");
+  EXPECT_EQ(package(), -1);
+  addChip(tree, 1, "coretemp", "platform/coretemp.0", {{"temp1", "50000", "Package id 0"}});
+  EXPECT_EQ(package(), 50);
+  tree.remove("sys/class");
+  EXPECT_EQ(package(), -1);
+  addChip(tree, 2, "coretemp", "platform/coretemp.0", {{"temp1", "49000", "Package id 0"}});
+  EXPECT_EQ(package(), 49);
+}
+
+TEST_F(HwmonReadings, CommandsGoToADeviceAtMostEveryTenSeconds) {
+  addChip(tree, 5, "nvme", "pci0000:00/0000:01:00.0/nvme/nvme0", {{"temp1", "31000", "Composite"}});
+  EXPECT_EQ(temperature(machine(), "TH0a"), 31);
+  tree.write(chipFile(5, "temp1_input"), "35000\n");
+  calls.seconds += 9.5;
+  EXPECT_EQ(temperature(machine(), "TH0a"), 31) << "the last value stands in between";
+  addChip(tree, 6, "iwlwifi_1", "virtual/thermal/thermal_zone1", {{"temp1", "44000"}});
+  EXPECT_EQ(temperature(machine(), "TH0a"), 31) << "also when other chips come";
+  calls.seconds += 0.5;
+  EXPECT_EQ(temperature(machine(), "TH0a"), 35);
+  calls.readFails = failingOn("temp1_input", EIO);
+  calls.seconds += 10;
+  EXPECT_EQ(temperature(machine(), "TH0a"), -1);
+}
+
+TEST_F(HwmonReadings, SleepingGraphicsAreNotTouched) {
+  const std::string device = "pci0000:00/0000:03:00.0";
+  addChip(tree, 5, "amdgpu", device, {{"temp1", "44000", "edge"}, {"fan1", "900"}});
+  tree.write("sys/devices/" + device + "/power/runtime_status", "suspended\n");
+  EXPECT_EQ(temperature(machine(), "TG0D"), -1);
+  EXPECT_EQ(fans(machine()).front().second, -1);
+  const SensorListing listing = listed(machine(), "amdgpu", "temp1_input");
+  EXPECT_EQ(listing.state, "asleep: not read");
+  EXPECT_EQ(calls.opens("hwmon5/temp1_input"), 0u);
+  EXPECT_EQ(calls.opens("hwmon5/fan1_input"), 0u);
+  tree.write("sys/devices/" + device + "/power/runtime_status", "active\n");
+  EXPECT_EQ(temperature(machine(), "TG0D"), 44);
+  calls.restart();
+  tree.write("sys/devices/" + device + "/power/runtime_status", "suspending\n");
+  EXPECT_EQ(temperature(machine(), "TG0D"), -1);
+  EXPECT_EQ(calls.reads, 1u) << "of its power state";
+}
+
+TEST_F(HwmonReadings, GraphicsThatTellOnlyTheirPowerStateAreNotWokenEither) {
+  const std::string device = "pci0000:00/0000:03:00.0";
+  addChip(tree, 5, "nouveau", device, {{"temp1", "44000"}});
+  tree.write("sys/devices/" + device + "/power_state", "D3cold\n");
+  EXPECT_EQ(temperature(machine(), "TG0D"), -1);
+  tree.write("sys/devices/" + device + "/power_state", "D0\n");
+  EXPECT_EQ(temperature(machine(), "TG0D"), 44);
+}
+
+TEST_F(HwmonReadings, GraphicsThatDozeOffByThemselvesAreLeftTheTimeToDoSo) {
+  const std::string device = "pci0000:00/0000:03:00.0";
+  addChip(tree, 5, "amdgpu", device, {{"temp1", "44000", "edge"}});
+  tree.write("sys/devices/" + device + "/power/runtime_status", "active\n");
+  tree.write("sys/devices/" + device + "/power/control", "auto\n");
+  EXPECT_EQ(temperature(machine(), "TG0D"), 44);
+  tree.write(chipFile(5, "temp1_input"), "50000\n");
+  EXPECT_EQ(temperature(machine(), "TG0D"), 44);
+  calls.seconds += 10;
+  EXPECT_EQ(temperature(machine(), "TG0D"), 50);
+}
+
+TEST_F(HwmonReadings, DanglingChipsAndFilesAreSkipped) {
+  tree.link("sys/class/hwmon/hwmon7", "sys/devices/nowhere");
+  tree.link(chipFile(0, "temp3_input"), "sys/nothing").write(chipFile(0, "temp3_label"), "Core 1");
+  tree.write("sys/class/hwmon/stray", "").folder("sys/class/hwmon/hwmon8/device");
+  tree.write(chipFile(0, "temp_input"), "1").write(chipFile(0, "temp99999999999_input"), "1");
+  EXPECT_EQ(package(), 51);
+  EXPECT_EQ(temperature(machine(), "TC2C"), -1);
+  EXPECT_EQ(machine().inventory().size(), 3u);
+}
+
+TEST_F(HwmonReadings, EveryOpenAndReadMayFailOnceAndEndsAtMostOneReading) {
+  addChip(tree, 5, "nvme", "pci0000:00/0000:01:00.0/nvme/nvme0", {{"temp1", "31000", "Composite"}});
+  addChip(tree, 6, "nvme", "pci0000:00/0000:02:00.0/nvme/nvme1", {{"temp1", "36000", "Composite"}});
+  const std::vector<std::pair<std::string, double>> expected = {
+      {"TC0D", 51}, {"TC1C", 41}, {"TH0a", 31}, {"TH0P", 36}};
+  for (int failing = 0;; ++failing) {
+    int call = 0;
+    WatchedCalls failingOnce;
+    failingOnce.openFails =
+        failingOnce.readFails = [&](std::string_view) { return call++ == failing ? EIO : 0; };
+    LinuxMachine computer(tree.roots(), {}, failingOnce);
+    int missing = 0;
+    for (const auto& [key, degrees] : expected) {
+      const double seen = temperature(computer, key);
+      if (seen == -1) ++missing;
+      EXPECT_TRUE(seen == degrees || seen == -1) << key << " at call " << failing;
+    }
+    EXPECT_LE(missing, 1) << "call " << failing;
+    if (call <= failing) break;
+    failingOnce.seconds += 10;
+    for (const auto& [key, degrees] : expected) {
+      EXPECT_EQ(temperature(computer, key), degrees) << key << " after call " << failing;
+    }
+  }
+}
+
+TEST_F(HwmonReadings, ShortOfDescriptorsFilesAreOpenedEachTimeAndListedSo) {
+  rlimit former{};
+  getrlimit(RLIMIT_NOFILE, &former);
+  const rlimit few{8, former.rlim_max};
+  std::vector<ChannelFiles> channels;
+  for (int i = 0; i < 30; ++i) {
+    addChip(tree, 40 + i, "jc42", "pci0000:00/i2c-0/0-00" + std::to_string(10 + i),
+            {{"temp1", std::to_string(20000 + i * 1000)}});
+  }
+  setrlimit(RLIMIT_NOFILE, &few);
+  EXPECT_EQ(package(), 51);
+  EXPECT_EQ(temperature(machine(), "TM0P"), 20);
+  EXPECT_EQ(temperature(machine(), "Tm0X"), 35);
+  const SensorInventory inventory = machine().inventory();
+  setrlimit(RLIMIT_NOFILE, &former);
+  const auto openedEachTime = std::count_if(
+      inventory.begin(), inventory.end(),
+      [](const SensorListing& sensor) { return sensor.state == "read, opened each time"; });
+  EXPECT_GE(openedEachTime, 10);
+}
+
+TEST(HwmonMissing, ComputerThatTellsNothingAnswersNothing) {
+  const Tree tree;
+  LinuxMachine machine(tree.roots());
+  EXPECT_TRUE(machine.smcService().present);
+  EXPECT_EQ(temperature(machine, "TC0D"), -1);
+  EXPECT_TRUE(fans(machine).empty());
+  EXPECT_TRUE(machine.inventory().empty());
+}
+
+}  // namespace
+}  // namespace halvermonte::test

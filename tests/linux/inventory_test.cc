@@ -1,0 +1,75 @@
+#include "platform/linux/Inventory.hpp"
+
+#include <gmock/gmock.h>
+
+#include "tests/linux/Computer.hpp"
+#include "tests/linux/WatchedCalls.hpp"
+
+namespace halvermonte::test {
+namespace {
+
+TEST(Inventory, TellsOfEachSensorWhereItIsAndWhatItReads) {
+  Tree tree;
+  addChip(tree, 3, "coretemp", "platform/coretemp.0",
+          {{"temp1", "51000", "Package id 0"}, {"in0", "900", "VCore"}});
+  LinuxMachine machine(tree.roots());
+  const SensorListing temperature = listed(machine, "coretemp", "temp1_input");
+  EXPECT_EQ(temperature.device, "platform/coretemp.0");
+  EXPECT_EQ(temperature.label, "Package id 0");
+  EXPECT_EQ(temperature.quantity, "temperature");
+  EXPECT_EQ(temperature.key, "TC0D");
+  EXPECT_EQ(temperature.reason, "");
+  EXPECT_EQ(temperature.state, "read");
+  EXPECT_EQ(temperature.raw, "51000");
+  const SensorListing voltage = listed(machine, "coretemp", "in0_input");
+  EXPECT_EQ(voltage.quantity, "voltage");
+  EXPECT_EQ(voltage.key, "");
+  EXPECT_EQ(voltage.reason, "only temperatures and fans are shown");
+  EXPECT_EQ(voltage.raw, "900");
+}
+
+TEST(Inventory, TellsWhyThereIsNoReading) {
+  Tree tree;
+  addChip(tree, 0, "coretemp", "platform/coretemp.0",
+          {{"temp1", "151000", "Package id 0"},
+           {"temp2", "warm", "Core 0"},
+           {"temp3", "41000", "Core 1"},
+           {"temp4", "41000", "Core 2"},
+           {"temp5", "41000", "Core 3"},
+           {"temp6", "41000", "Core 4"}});
+  tree.write(chipFile(0, "temp3_fault"), "1\n").write(chipFile(0, "temp4_enable"), "0\n");
+  WatchedCalls calls;
+  calls.openFails = failingOn("temp5_input", EACCES);
+  calls.readFails = failingOn("temp6_input", EIO);
+  LinuxMachine machine(tree.roots(), {}, calls);
+  const auto state = [&](const std::string& file) {
+    return listed(machine, "coretemp", file).state;
+  };
+  EXPECT_EQ(state("temp1_input"), "no reading: outside its range");
+  EXPECT_EQ(state("temp2_input"), "no reading: no number");
+  EXPECT_EQ(state("temp3_input"), "no reading: the driver reports a fault");
+  EXPECT_EQ(state("temp4_input"), "no reading: switched off");
+  EXPECT_EQ(state("temp5_input"), "no reading: Permission denied");
+  EXPECT_EQ(state("temp6_input"), "no reading: Input/output error");
+}
+
+TEST(Inventory, OmitsNoSensorAndAsksNoDriveUnlessToldTo) {
+  Tree tree;
+  addChip(tree, 0, "drivetemp", "pci0000:00/host0/target0:0:0/0:0:0:0", {{"temp1", "30000"}});
+  addChip(tree, 1, "a_new_chip", "platform/a",
+          {{"power2", "7"}, {"energy1", "8"}, {"humidity1", "9"}, {"curr1", "10"}});
+  tree.write(chipFile(1, "power1_average"), "6\n");
+  tree.write(chipFile(1, "power2_average"), "5\n");
+  WatchedCalls calls;
+  LinuxMachine machine(tree.roots(), {}, calls);
+  EXPECT_EQ(machine.inventory().size(), 6u);
+  EXPECT_EQ(listed(machine, "a_new_chip", "power1_average").raw, "6");
+  EXPECT_EQ(listed(machine, "a_new_chip", "power2_input").raw, "7");
+  EXPECT_EQ(listed(machine, "drivetemp", "temp1_input").state, "not read");
+  EXPECT_EQ(calls.opens("hwmon0/temp1_input"), 0u);
+  LinuxMachine asking(tree.roots(), {.driveTemperatures = true});
+  EXPECT_EQ(listed(asking, "drivetemp", "temp1_input").raw, "30000");
+}
+
+}  // namespace
+}  // namespace halvermonte::test

@@ -1,0 +1,33 @@
+#include <gtest/gtest.h>
+
+#include <thread>
+#include <vector>
+
+#include "tests/linux/Computer.hpp"
+
+namespace halvermonte::test {
+namespace {
+
+TEST(LinuxMachineThreads, AskTogether) {
+  Tree tree;
+  addChip(tree, 0, "coretemp", "platform/coretemp.0", {{"temp1", "51000", "Package id 0"}});
+  addDrive(tree, "sda", "pci0000:00/block", 1);
+  tree.write("proc/sys/kernel/hostname", "cellar\n");
+  LinuxMachine machine(tree.roots());
+  const auto ask = [&] {
+    for (int i = 0; i < 20; ++i) {
+      EXPECT_EQ(temperature(machine, "TC0D"), 51);
+      EXPECT_EQ(machine.driveCount(), 1u);
+      machine.beginDriveWalk();
+      EXPECT_TRUE(std::holds_alternative<DriveStatistics>(machine.drive(0)));
+      EXPECT_EQ(machine.localizedHostName(), "cellar");
+      EXPECT_EQ(machine.outputOfCommand("echo"), "\n");
+    }
+  };
+  std::vector<std::thread> threads;
+  for (int i = 0; i < 3; ++i) threads.emplace_back(ask);
+  for (std::thread& thread : threads) thread.join();
+}
+
+}  // namespace
+}  // namespace halvermonte::test
