@@ -1,5 +1,6 @@
 #include "monitor/IsoDate.hpp"
 
+#include <algorithm>
 #include <chrono>
 #include <cmath>
 #include <cstdint>
@@ -9,10 +10,11 @@ namespace halvermonte {
 
 std::string isoDate(double secondsSince1970) {
   namespace chrono = std::chrono;
-  constexpr double kYear0 = -62167219200e3, kYear10000 = 253402300800e3;
-  const double milliseconds = std::round(secondsSince1970 * 1e3);
-  if (!(milliseconds >= kYear0 && milliseconds < kYear10000)) return "";
-  const chrono::sys_time time(chrono::milliseconds(static_cast<int64_t>(milliseconds)));
+  constexpr double kFirst = -62167219200e3, kLast = 253402300799999;
+  if (std::isnan(secondsSince1970)) return "";
+  const double milliseconds = std::clamp(std::round(secondsSince1970 * 1e3), kFirst, kLast);
+  const chrono::sys_time<chrono::milliseconds> time(
+      chrono::milliseconds(static_cast<int64_t>(milliseconds)));
   const auto midnight = chrono::floor<chrono::days>(time);
   const chrono::year_month_day day(midnight);
   const auto sinceMidnight = static_cast<int>((time - midnight).count());

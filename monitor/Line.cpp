@@ -31,7 +31,10 @@ bool isIn(const CodeRange (&ranges)[count], char32_t code) {
   });
 }
 
-size_t cellsOf(char32_t code) { return isIn(kCombining, code) ? 0 : isIn(kWide, code) ? 2 : 1; }
+size_t cellsOf(char32_t code) {
+  if (code < std::begin(kCombining)->first) return 1;
+  return isIn(kCombining, code) ? 0 : isIn(kWide, code) ? 2 : 1;
+}
 
 bool isControl(char32_t code) { return code < 0x20 || (code >= 0x7F && code < 0xA0); }
 

@@ -7,8 +7,11 @@
 #include <cstring>
 #include <utility>
 
+#include "engine/HalvermonteSensorsEngine.hpp"
 #include "monitor/Line.hpp"
+#include "monitor/Readings.hpp"
 #include "monitor/StandardStreams.hpp"
+#include "platform/Foundation.hpp"
 #include "platform/linux/LinuxMachine.hpp"
 #include "platform/simulated/BundledMachines.hpp"
 #include "platform/simulated/MachineFileError.hpp"
@@ -61,11 +64,12 @@ ChosenMachine host(std::unique_ptr<Machine> machine) {
 }  // namespace
 
 bool offersReadings(Machine& machine) {
-  const SMCService controller = machine.smcService();
-  if (controller.code == kCodeSuccess && controller.present) return true;
-  const auto services = machine.hidServices(HIDSensorKind::temperature);
-  if (services != nullptr && !services->empty()) return true;
-  return machine.driveCount().value_or(0) > 0;
+  if (machine.driveCount().value_or(0) > 0) return true;
+  const ScopedMachine scope(machine);
+  HalvermonteSensorsEngine engine;
+  const auto record = std::make_shared<StatisticsData>();
+  const auto reason = foundation::reasonRaisedBy([&] { engine.getSensorsInfo(record); });
+  return reason || !temperatureReadings(*record).empty() || !fanReadings(*record).empty();
 }
 
 ChosenMachine chooseMachine(const Options& options, std::unique_ptr<Machine> thisComputer) {
@@ -76,7 +80,8 @@ ChosenMachine chooseMachine(const Options& options, std::unique_ptr<Machine> thi
 
 ChosenMachine chooseMachine(const Options& options) {
   const LinuxRoots roots{.sys = options.sys, .proc = options.proc};
-  return chooseMachine(options, std::make_unique<LinuxMachine>(roots));
+  const LinuxOptions asked{.driveTemperatures = options.driveTemperatures};
+  return chooseMachine(options, std::make_unique<LinuxMachine>(roots, asked));
 }
 
 std::string machineList() {

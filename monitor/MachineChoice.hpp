@@ -24,7 +24,7 @@ ChosenMachine chooseMachine(const Options& options);
 /// The same, with `thisComputer` standing for this computer.
 ChosenMachine chooseMachine(const Options& options, std::unique_ptr<Machine> thisComputer);
 
-/// Whether a pass of the engine would find anything there.
+/// Whether the machine has a drive or, where it has none, a pass of an engine shows a reading.
 bool offersReadings(Machine& machine);
 
 /// The bundled machines, a line each.

@@ -25,14 +25,16 @@ Shows temperatures, fans and disk traffic, of this computer or a simulated one.
       --watch             until Ctrl-C; redrawn in place at a terminal
       --fahrenheit        degrees Fahrenheit in text
       --pid PID           adds a process's CPU use to text
-      --sys DIR           in place of /sys
-      --proc DIR          in place of /proc
+      --list              every sensor: its key, name, source and reading
+      --record FILE       writes a machine file of --ticks N passes
+      --with-host-name    tells this computer's name in the recording
+      --drive-temperatures  asks drives, which may keep them from spinning down
+      --sys DIR, --proc DIR  in place of /sys and /proc
       --version           the versions of the monitor and the engine
   -h, --help              this text
 
 examples:
   halvermonte-monitor --watch
-  halvermonte-monitor --machine list
   halvermonte-monitor -m M1 --json -n 3 -i 0 | jq .record.sensors
 )";
 
@@ -81,6 +83,10 @@ class CommandLine {
     app_.add_flag("--watch", options_.watch);
     app_.add_flag("--fahrenheit", options_.fahrenheit);
     option("--pid", options_.process, positiveInteger<int32_t>, "a process identifier");
+    app_.add_flag("--list", options_.list);
+    option("--record", options_.record, any, "");
+    app_.add_flag("--with-host-name", options_.withHostName);
+    app_.add_flag("--drive-temperatures", options_.driveTemperatures);
     option("--sys", sys_, any, "");
     option("--proc", proc_, any, "");
   }
@@ -90,6 +96,8 @@ class CommandLine {
     app_.parse(argc, argv);
     if (json_ && format_ == Format::text) refuse("--json", "excludes --format text");
     if (sys_ || proc_) expectThisComputer();
+    if (options_.list && options_.record) refuse("--list", "excludes --record");
+    if (options_.record && options_.watch) refuse("--record", "excludes --watch");
     options_.machine = machine_;
     options_.format = json_ ? Format::json : format_.value_or(Format::text);
     options_.ticks = ticks_.value_or(options_.watch ? Options::kEndless : 1);

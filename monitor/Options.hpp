@@ -23,6 +23,10 @@ struct Options {
   bool watch = false;
   bool fahrenheit = false;
   std::optional<int32_t> process;
+  bool list = false;                  ///< every sensor, in place of reports
+  std::optional<std::string> record;  ///< the machine file to write
+  bool withHostName = false;          ///< into a recording of this computer
+  bool driveTemperatures = false;
   std::string sys = "/sys";
   std::string proc = "/proc";
 };

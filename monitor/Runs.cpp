@@ -9,6 +9,8 @@
 #include <chrono>
 #include <cstdio>
 #include <cstdlib>
+#include <cstring>
+#include <fstream>
 #include <optional>
 #include <set>
 #include <string_view>
@@ -108,21 +110,25 @@ std::string secondsText(double seconds) {
   return {text, std::to_chars(text, text + sizeof text, seconds).ptr};
 }
 
-// Tells each line that the engine printed on standard output once, and not in every pass.
+// What the engine prints on standard output, each line told once for as long as it is repeated.
 class Complaints {
  public:
   explicit Complaints(HeldMessages::Streams streams) : held_(streams) {}
 
-  // The lines that are new since the last call.
+  // The lines since the last call, without those that were there then.
   std::vector<std::string> fresh() {
     std::vector<std::string> lines = held_.take();
-    std::erase_if(lines, [this](const std::string& line) { return !told_.insert(line).second; });
+    std::set<std::string> seen;
+    std::erase_if(lines, [&](const std::string& line) {
+      return !seen.insert(line).second || last_.contains(line);
+    });
+    last_ = std::move(seen);
     return lines;
   }
 
  private:
   HeldMessages held_;
-  std::set<std::string> told_;
+  std::set<std::string> last_;
 };
 
 void tell(const std::vector<std::string>& lines) {
@@ -147,15 +153,43 @@ std::vector<std::string> frame(const Reporter& reporter, const Options& options,
 
 }  // namespace
 
-bool canRedraw(const Output& output) { return output.isTerminal() && !isDumbTerminal(); }
+namespace {
 
-void printJson(ChosenMachine& machine, const Options& options, const Output& output) {
+/// Makes the passes that were asked for, each a line of JSON where there is an output.
+void makePasses(Sampling& sampling, const Options& options, const Output* output) {
   const Pause pause(options);
-  Sampling sampling(machine, options);
   for (uint64_t tick = 0; tick < options.ticks; ++tick) {
     if (tick > 0 && !pause.wait()) return;
     const auto reason = sampling.pass();
-    output.write(reason ? jsonLine(tick, *reason) : jsonLine(tick, sampling.record()));
+    if (output == nullptr) continue;
+    output->write(reason ? jsonLine(tick, *reason) : jsonLine(tick, sampling.record()));
+  }
+}
+
+}  // namespace
+
+bool canRedraw(const Output& output) { return output.isTerminal() && !isDumbTerminal(); }
+
+void printJson(ChosenMachine& machine, const Options& options, const Output& output) {
+  Sampling sampling(machine, options);
+  makePasses(sampling, options, &output);
+}
+
+void recordMachine(ChosenMachine& machine, const Options& options, const Output& output) {
+  std::ofstream file(*options.record);
+  if (!file) throw Failure(*options.record + ": " + std::strerror(errno));
+  // A machine from a file has no name to hide.
+  const bool named = machine.simulated != nullptr || options.withHostName;
+  MachineRecorder recorder(*machine.machine, named ? MachineRecorder::HostName::kept
+                                                   : MachineRecorder::HostName::leftOut);
+  Sampling sampling(machine, options, &recorder);
+  makePasses(sampling, options, options.format == Format::json ? &output : nullptr);
+  if (!(file << recorder.machineFile() << std::flush)) {
+    throw Failure(*options.record + ": " + std::strerror(errno));
+  }
+  if (options.format == Format::text) {
+    output.write(*options.record + ": " + std::to_string(options.ticks) + " ticks of " +
+                 machine.title + "\n");
   }
 }
 

@@ -10,6 +10,10 @@ namespace halvermonte {
 /// One line of JSON a pass.
 void printJson(ChosenMachine& machine, const Options& options, const Output& output);
 
+/// Writes what the machine answers in so many passes into a machine file, with a line that says so
+/// or, where JSON was asked for, with the passes' lines.
+void recordMachine(ChosenMachine& machine, const Options& options, const Output& output);
+
 /// Reports one after the other. A first pass is not shown, so that the rates are real.
 void printReports(ChosenMachine& machine, const Options& options, const Output& output);
 

@@ -5,19 +5,18 @@
 
 namespace halvermonte {
 
-Sampling::Sampling(ChosenMachine& machine, const Options& options)
+Sampling::Sampling(ChosenMachine& machine, const Options& options, MachineRecorder* recorder)
     : simulated_(machine.simulated),
-      scope_(*machine.machine),
+      recorder_(recorder),
+      scope_(recorder != nullptr ? *recorder : *machine.machine),
       roots_{.sys = options.sys, .proc = options.proc} {
   if (!simulated_) fillComputer(*record_, roots_, engine_);
 }
 
 std::optional<std::string> Sampling::pass() {
-  if (!simulated_) {
-    fillUsage(*record_, roots_);
-  } else if (hasPassed_) {
-    simulated_->nextTick();
-  }
+  if (hasPassed_ && recorder_ != nullptr) recorder_->nextTick();
+  if (hasPassed_ && simulated_ != nullptr) simulated_->nextTick();
+  if (simulated_ == nullptr) fillUsage(*record_, roots_);
   hasPassed_ = true;
   return foundation::reasonRaisedBy([this] { engine_.getSensorsInfo(record_); });
 }

@@ -9,6 +9,7 @@
 #include "monitor/MachineChoice.hpp"
 #include "monitor/Options.hpp"
 #include "platform/linux/LinuxMachine.hpp"
+#include "platform/simulated/MachineRecorder.hpp"
 #include "record/StatisticsData.hpp"
 
 namespace halvermonte {
@@ -17,7 +18,9 @@ class Sampling {
  public:
   /// Makes the engine and the record. The machine, which outlives this object, answers the calling
   /// thread until its end.
-  Sampling(ChosenMachine& machine, const Options& options);
+  ///
+  /// A recorder, where there is one, stands between the engine and that machine.
+  Sampling(ChosenMachine& machine, const Options& options, MachineRecorder* recorder = nullptr);
 
   /// Makes the next pass: a simulated machine goes on to its next tick before each but the first.
   /// The answer is the reason of the exception that ended the pass early; absent where none did.
@@ -28,6 +31,7 @@ class Sampling {
 
  private:
   SimulatedMachine* simulated_;
+  MachineRecorder* recorder_;
   ScopedMachine scope_;
   LinuxRoots roots_;
   HalvermonteSensorsEngine engine_;

@@ -58,6 +58,17 @@ struct Handling {
 constexpr Handling kStops[] = {{SIGINT, onStop}, {SIGTERM, onStop}, {SIGHUP, onStop}};
 constexpr Handling kScreenSignals[] = {{SIGTSTP, onSuspend}, {SIGWINCH, onResize}};
 
+// What the caller had ignored, as nohup does, stays ignored.
+void handle(const Handling& handling) {
+  if (std::signal(handling.number, handling.handler) == SIG_IGN) {
+    std::signal(handling.number, SIG_IGN);
+  }
+}
+
+void handleNoMore(const Handling& handling) {
+  if (std::signal(handling.number, SIG_DFL) == SIG_IGN) std::signal(handling.number, SIG_IGN);
+}
+
 // A job in the background stops before it takes the terminal, until it is brought to the front.
 void awaitForeground(int descriptor) {
   const pid_t owner = tcgetpgrp(descriptor);
@@ -154,14 +165,14 @@ void Screen::suspend() {
 }
 
 Signals::Signals(bool hasScreen) : hasScreen_(hasScreen) {
-  for (const auto& [number, handler] : kStops) std::signal(number, handler);
+  for (const Handling& stop : kStops) handle(stop);
   if (!hasScreen) return;
-  for (const auto& [number, handler] : kScreenSignals) std::signal(number, handler);
+  for (const Handling& other : kScreenSignals) handle(other);
 }
 
 Signals::~Signals() {
-  for (const Handling& stop : kStops) std::signal(stop.number, SIG_DFL);
-  for (const Handling& other : kScreenSignals) std::signal(other.number, SIG_DFL);
+  for (const Handling& stop : kStops) handleNoMore(stop);
+  for (const Handling& other : kScreenSignals) handleNoMore(other);
 }
 
 Wake Signals::waitUntil(std::chrono::steady_clock::time_point time) const {

@@ -1,8 +1,8 @@
 #include "monitor/TextReport.hpp"
 
 #include <algorithm>
+#include <charconv>
 #include <cmath>
-#include <cstdio>
 
 #include "monitor/Readings.hpp"
 
@@ -36,8 +36,8 @@ std::string countText(int32_t count, const char* what) {
 
 std::string percentText(float percent) {
   char text[64];
-  std::snprintf(text, sizeof text, "%.1f %%", static_cast<double>(percent));
-  return text;
+  const auto fixed = std::chars_format::fixed;
+  return std::string(text, std::to_chars(text, text + sizeof text, percent, fixed, 1).ptr) + " %";
 }
 
 // A cell of a column layout, all of one layout equally wide.
@@ -127,8 +127,8 @@ class Report {
     for (const Reading& fan : fans) nameCells = std::max(nameCells, cells(shownName(fan)));
     Cells columns;
     for (const Reading& fan : fans) {
-      columns.push_back(
-          {{"  " + leftAligned(shownName(fan), nameCells) + rightAligned(fanText(fan.value), 11)}});
+      columns.push_back({{"  " + leftAligned(shownName(fan), nameCells) +
+                          rightAligned(printable(fanText(fan.value), style_.unicode), 11)}});
     }
     grid(columns, isHeightLimited() ? 1 : 0);
   }
@@ -209,7 +209,8 @@ class Report {
     const Ink ink = degrees >= kHotDegrees    ? Ink::hot
                     : degrees >= kWarmDegrees ? Ink::warm
                                               : Ink::plain;
-    const std::string value = temperatureText(reading.value, style_.fahrenheit, style_.unicode);
+    const std::string value = printable(
+        temperatureText(reading.value, style_.fahrenheit, style_.unicode), style_.unicode);
     Line cell = {{reading.isMarked ? std::string(glyphs_.mark) + " " : "  "},
                  {leftAligned(shownName(reading), nameCells)},
                  {rightAligned(value, 8), ink}};

@@ -10,6 +10,7 @@
 #include "monitor/MachineChoice.hpp"
 #include "monitor/Options.hpp"
 #include "monitor/Runs.hpp"
+#include "monitor/SensorList.hpp"
 #include "monitor/StandardStreams.hpp"
 
 namespace {
@@ -29,6 +30,8 @@ void run(const Options& options, const Output& output) {
   if (machine.simulated == nullptr && !offersReadings(*machine.machine)) {
     complain("no sensors and no drives to read here (see --machine list for others)", kDone);
   }
+  if (options.list) return output.write(sensorList(machine));
+  if (options.record) return recordMachine(machine, options, output);
   if (options.format == Format::json) return printJson(machine, options, output);
   if (options.watch && canRedraw(output)) return watchReports(machine, options, output);
   printReports(machine, options, output);

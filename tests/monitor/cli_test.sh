@@ -1,0 +1,201 @@
+#!/bin/bash
+# The built monitor from outside: exit statuses, streams, pipes and terminals.
+# Usage: cli_test.sh MONITOR VERSION
+set -u
+
+monitor=$1 version=$2
+page=$(cd "$(dirname "$0")/../../docs" && pwd)/record-json.md
+export LC_ALL=C.UTF-8
+unset NO_COLOR
+work=$(mktemp -d)
+trap 'rm -rf "$work"' EXIT
+cd "$work" || exit 1
+ulimit -c 0
+
+failures=0
+fail() {
+  echo "FAIL: $*" >&2
+  failures=$((failures + 1))
+}
+
+# expect STATUS ARGUMENT...: runs the monitor with its output in the files out and err, and where the
+# variable locale is set under that one.
+expect() {
+  local status=$1
+  shift
+  LC_ALL=${locale:-$LC_ALL} timeout 60 "$monitor" "$@" >out 2>err
+  local got=$?
+  [ $got = "$status" ] || fail "[$*] exit status $got, expected $status; err: $(cat err)"
+}
+lines() { wc -l <"$1"; }
+# has FILE LINES [PATTERN]: so many lines, the pattern in one of them.
+has() {
+  [ "$(lines "$1")" = "$2" ] || fail "$1 has $(lines "$1") lines, expected $2: $(head -c 300 "$1")"
+  [ $# -lt 3 ] || grep -q -- "$3" "$1" || fail "$1 lacks '$3': $(head -c 300 "$1")"
+}
+
+cat >machine.json <<'END'
+{"name": "Sample", "hostName": "desk", "processor": {"cpu_type": "Some Processor"},
+ "ticks": [
+  {"time": 1767323045.25,
+   "smc": {"keys": {"TC0P": {"type": "sp78", "value": 100},
+                    "FNum": {"type": "ui8 ", "value": 1},
+                    "F0Ac": {"type": "fpe2", "value": 0}}},
+   "drives": [{"Bytes (Read)": 1000, "Bytes (Write)": 2000}]},
+  {"drives": [{"Bytes (Read)": 5001000, "Bytes (Write)": 2000}]},
+  {"smc": {"service": "refused"}}]}
+END
+# A controller that claims more fans than there can be.
+cat >eleven.json <<'END'
+{"name": "Eleven", "ticks": [{}, {"smc": {"keys": {"FNum": {"type": "ui8 ", "value": 11}}}}]}
+END
+
+# Help and version
+expect 0 --help
+has err 0
+has out "$(lines out)" '^usage: halvermonte-monitor'
+expect 0 --version
+has err 0
+has out 2 "^halvermonte-monitor $version\$"
+expect 0 --machine list
+has err 0
+grep -q '^M1 ' out || fail "the list lacks M1"
+
+# Wrong use: one line, nothing on standard output
+for arguments in '--bogus' 'extra' '--ticks 0' '--ticks -1' '--ticks x' '--interval -1' \
+  '--interval nan' '--interval soon' '--format xml' '--json --format text' '--machine' \
+  '--machine M1 --sys /sys'; do
+  # shellcheck disable=SC2086
+  expect 2 $arguments
+  has out 0
+  has err 1 '^halvermonte-monitor: .*(see --help)$'
+done
+
+# Machines that are none
+expect 1 --machine no-such-machine
+has out 0
+has err 1 '^halvermonte-monitor: .*no-such-machine'
+echo 'not a machine' >broken.json
+expect 2 --machine broken.json
+has out 0
+has err 1 '^halvermonte-monitor: broken.json: '
+expect 1 --machine "two
+lines"
+has err 1
+
+# Text
+expect 0 --machine machine.json --interval 0
+has err 0
+head -1 out | grep -q '^Sample, simulated$' || fail "the title is $(head -1 out)"
+grep -q '100 °C' out || fail "no temperature"
+grep -q 'stopped' out || fail "no stopped fan"
+grep -q ' 5 MB/s ' out || fail "no rate: $(grep read out)"
+expect 0 --machine machine.json --interval 0 --fahrenheit
+grep -q '212 °F' out || fail "no Fahrenheit"
+expect 0 --machine machine.json --interval 0 --ticks 3
+[ "$(grep -c '^Sample, simulated$' out)" = 3 ] || fail "--ticks 3 gave other than 3 reports"
+has err 1 '^Error: IOServiceOpen() = e00002bc$'
+locale=C expect 0 --machine machine.json --interval 0
+LC_ALL=C grep -q '[^ -~]' out && fail "more than ASCII in the C locale"
+grep -q $'\033' out && fail "colours where there is no terminal"
+mkdir empty
+expect 0 --sys empty --proc empty --interval 0
+grep -q simulated out && fail "a folder was taken for a simulated machine"
+[ "$(grep -c '^halvermonte-monitor: ' err)" = 1 ] || fail "no hint for an empty computer"
+
+# JSON lines
+expect 0 --machine machine.json --json --ticks 4 --interval 0
+has out 4
+has err 2 '^Error: IOServiceOpen() = e00002bc$'
+jq -es 'map(.tick) == [0, 1, 2, 3] and (map(.record | length) | unique) == [103]' out >jq.out ||
+  fail "lines or members are missing"
+jq -es '.[0].record.appsUpdateTime == "2026-01-02T03:04:05.250Z"' out >jq.out || fail "the date"
+jq -es 'map(.record.diskIO_speedRead) == [0, 5000000, 0, 0]' out >jq.out ||
+  fail "the first pass is not the first line: $(jq -c .record.diskIO_speedRead out)"
+jq -es 'map(.record | .processorName == "" and .uptime == 0 and .summary_cpuCores == 1) | all' \
+  out >jq.out || fail "a property of the host was filled on a machine from a file"
+head -1 out | jq -r '.record | keys_unsorted[]' >members
+# shellcheck disable=SC2016
+sed -n 's/^| `\([a-zA-Z_]*\)` |.*/\1/p' "$page" | cmp -s - members ||
+  fail "the page of members and the members differ"
+cp out plain
+expect 0 --machine machine.json --json --ticks 4 --interval 0 --fahrenheit --pid 1
+cmp -s out plain || fail "--fahrenheit or --pid changes the JSON"
+expect 0 --machine machine.json --json --interval 1000000 # waits between passes alone
+has out 1 '^{"tick":0,'
+
+# A comma for the decimal point
+if localedef -i de_DE -f UTF-8 "$work/de_DE.UTF-8" >localedef.out 2>&1; then
+  export LOCPATH=$work
+  locale=de_DE.UTF-8 expect 0 --machine machine.json --json --ticks 4 --interval 0.0
+  cmp -s out plain || fail "the locale changes the JSON"
+  locale=de_DE.UTF-8 expect 0 --machine machine.json --interval 0
+  grep -q '100 °C' out || fail "no Unicode in a UTF-8 locale"
+  unset LOCPATH
+else
+  fail "no locale with a comma could be made: $(cat localedef.out)"
+fi
+
+# An engine that ends the process: the lines before are there
+expect 134 --machine eleven.json --json --ticks 3 --interval 0 2>>shell.err
+has out 1 '^{"tick":0,.*}}$'
+
+# This computer: what a host fills
+expect 0 --machine host --json
+jq -e '.record.uptime > 0 and .record.summary_memoryTotal > 1 and .record.uptimeText != ""' \
+  out >jq.out || fail "this computer's own properties are missing"
+
+# Readers that leave, and disks that are full
+for arguments in '--json --ticks 100000' '--ticks 100000' '--json --watch'; do
+  # shellcheck disable=SC2086
+  timeout 60 "$monitor" --machine M1 --interval 0 $arguments 2>err | head -1 >out
+  status=${PIPESTATUS[0]}
+  [ "$status" = 0 ] || fail "[$arguments | head -1] exit status $status"
+  has out 1
+  has err 0
+done
+for arguments in '--help' '--version' '--machine list' '--machine M1 --json' '--machine M1 -i 0'; do
+  # shellcheck disable=SC2086
+  timeout 60 "$monitor" $arguments >/dev/full 2>err
+  status=$?
+  [ $status = 1 ] || fail "[$arguments >/dev/full] exit status $status"
+  has err 1 'No space left on device'
+done
+timeout 60 "$monitor" --version >&- 2>err
+[ $? = 1 ] || fail "a closed standard output is no success"
+timeout 60 "$monitor" --machine machine.json --json --ticks 3 --interval 0 2>&- >out
+cmp -s out <(head -3 plain) || fail "a closed standard error lets messages into the output"
+
+# --watch goes on until it is asked to stop
+for signal in INT TERM; do
+  for format in text json; do
+    env --default-signal=INT "$monitor" --machine M1 --watch --format $format --interval 0.05 >out 2>err &
+    process=$!
+    for _ in $(seq 200); do
+      [ "$(lines out)" -gt 150 ] || { [ $format = json ] && [ "$(lines out)" -gt 2 ]; } && break
+      sleep 0.05
+    done
+    kill -$signal $process
+    wait $process
+    status=$?
+    [ $status = 0 ] || fail "--watch --format $format ended by $signal: exit status $status"
+    has err 0
+  done
+  jq -e .tick out >jq.out || fail "a line of --watch --json is incomplete"
+done
+
+# At a terminal it takes the other screen and gives it back
+export TERM=xterm
+script -qec "$monitor --machine M1 --watch --ticks 2 --interval 0" typescript >script.out </dev/null
+for sequence in '[?1049h' '[?25l' '[?7l' '[H' '[?7h' '[?25h' '[?1049l'; do
+  grep -qF "$(printf '\033%s' "$sequence")" typescript || fail "no $sequence at the terminal"
+done
+grep -q 'M1, simulated' typescript || fail "no title at the terminal"
+grep -qF "$(printf '\033[1m')" typescript || fail "no colours at the terminal"
+NO_COLOR=1 script -qec "$monitor -m M1 --watch -n 1 -i 0" typescript >script.out </dev/null
+grep -qF "$(printf '\033[1m')" typescript && fail "colours in spite of NO_COLOR"
+TERM=dumb script -qec "$monitor -m M1 --watch -n 1 -i 0" typescript >script.out </dev/null
+grep -q $'\033' typescript && fail "a dumb terminal was steered"
+
+[ $failures = 0 ] && echo "all passed"
+exit $((failures > 0))
