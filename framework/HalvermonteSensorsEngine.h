@@ -1,0 +1,50 @@
+/* HalvermonteSensorsEngine: samples the computer's sensors and disk traffic into a host's record.
+ *
+ * A host makes one engine and hands it a record on each tick. The engine has no lock and no thread:
+ * its passes must not overlap. The record's properties may be read from any thread meanwhile. */
+#import <Foundation/Foundation.h>
+
+#import <HalvermonteSensorsEngine/DiskCounters.h>
+#import <HalvermonteSensorsEngine/Export.h>
+#import <HalvermonteSensorsEngine/HIDSensors.h>
+#import <HalvermonteSensorsEngine/SMC.h>
+#import <HalvermonteSensorsEngine/StatisticsData.h>
+#import <HalvermonteSensorsEngine/Version.h>
+
+HALVERMONTE_EXPORT
+@interface HalvermonteSensorsEngine : NSObject {
+ @private
+  struct HalvermonteEngine* engine_;
+}
+
+/* Asks for the processor's name, which takes seconds, and the number of cores, and matches the
+ * drives: none of these is asked for again. */
+- (instancetype)init;
+
+/* One pass: fills the record's sensor and disk properties through its setters and returns the same
+ * record, which is kept only for the length of the pass. Raises an NSRangeException where the HID
+ * event system names more sensors than it gives values; what a setter of the record raises passes
+ * as well. */
+- (StatisticsData*)getSensorsInfo:(StatisticsData*)record;
+
+/* The processor's name by the hardware report; "" where it tells none. Runs a command. */
+- (NSString*)askSytemInfoForProcessorName;
+
+/* Physical cores; at least 1. */
+- (int)physicalCores;
+
+/* The process's CPU use in percent of one core; 0.0 where ps could not be started or prints no
+ * number, -1.0 where its output cannot be read. Runs a command. */
+- (float)askSystemPS:(int)processIdentifier;
+
+/* Names and readings of the HID sensors, aligned by index: strings, and 64-bit floats in amperes,
+ * volts or degrees Celsius. Names are nil where the event system returns no list; current and
+ * voltage readings end the process then. */
+- (NSMutableArray*)currentArray;
+- (NSMutableArray*)voltageArray;
+- (NSMutableArray*)thermalArray;
+- (NSMutableArray*)returnCurrentValues;
+- (NSMutableArray*)returnVoltageValues;
+- (NSMutableArray*)returnThermalValues;
+
+@end

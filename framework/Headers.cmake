@@ -1,0 +1,60 @@
+# The headers that the framework carries, made from the tree's: one flat folder that includes nothing
+# but itself and the system.
+set(headers_dir ${CMAKE_CURRENT_BINARY_DIR}/include/HalvermonteSensorsEngine)
+set(headers)
+
+# Made again where the source changes.
+function(write_header name source content)
+  set_property(DIRECTORY APPEND PROPERTY CMAKE_CONFIGURE_DEPENDS ${source})
+  file(CONFIGURE OUTPUT ${headers_dir}/${name} CONTENT "${content}" @ONLY)
+  set(headers ${headers} ${headers_dir}/${name} PARENT_SCOPE)
+endfunction()
+
+# The record's properties, one line each, under the headings of their table.
+set(table ${PROJECT_SOURCE_DIR}/record/properties.def)
+set(type_Text "NSString*")
+set(type_Number "NSNumber*")
+set(type_Array "NSArray*")
+set(type_Dictionary "NSDictionary*")
+set(type_Date "NSDate*")
+set(type_Image "NSImage*")
+set(type_Flag "signed char")
+set(type_Int "int")
+
+set(properties)
+set(instance_variables " {\n @private\n")
+set(in_table FALSE)
+file(STRINGS ${table} lines REGEX "^#endif|^// [A-Z]|PROPERTY\\(")
+foreach(line IN LISTS lines)
+  if(line STREQUAL "#endif")
+    set(in_table TRUE)
+  elseif(in_table AND line MATCHES "^// (.*)")
+    string(APPEND properties "\n/* ${CMAKE_MATCH_1} */\n")
+  elseif(in_table AND line MATCHES "PROPERTY\\(([A-Za-z_]+), [A-Za-z_]+, ([A-Za-z]+),")
+    set(name ${CMAKE_MATCH_1})
+    set(type ${type_${CMAKE_MATCH_2}})
+    if(type MATCHES "\\*$")
+      string(APPEND properties "@property(retain) ${type} ${name};\n")
+    else()
+      string(APPEND properties "@property ${type} ${name};\n")
+    endif()
+    string(APPEND instance_variables "  ${type} ${name}_;\n")
+  endif()
+endforeach()
+string(APPEND instance_variables "}")
+# Apple's runtime makes them with the accessors; the older one wants them in the interface.
+if(APPLE)
+  set(instance_variables)
+endif()
+set(template ${PROJECT_SOURCE_DIR}/framework/StatisticsData.h.in)
+file(READ ${template} content)
+write_header(StatisticsData.h "${table};${template}" "${content}")
+
+foreach(header engine/DiskCounters.h engine/Version.h framework/HalvermonteSensorsEngine.h
+        hid/HIDSensors.h platform/Export.h smc/SMC.h)
+  file(READ ${PROJECT_SOURCE_DIR}/${header} content)
+  string(REGEX REPLACE "#include \"[a-z]+/([A-Za-z]+\\.h)\"" "#include <HalvermonteSensorsEngine/\\1>"
+    content "${content}")
+  cmake_path(GET header FILENAME name)
+  write_header(${name} ${PROJECT_SOURCE_DIR}/${header} "${content}")
+endforeach()
