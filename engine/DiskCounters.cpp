@@ -3,22 +3,12 @@
 #include <IOKit/IOKitLib.h>
 
 #include "platform/CFOwned.hpp"
+#include "platform/IOOwned.hpp"
 
 using halvermonte::CFOwned;
+using halvermonte::IOOwned;
 
 namespace {
-
-/// A service taken from the walk, given back at the end.
-class Service {
- public:
-  explicit Service(io_object_t service) : service_(service) {}
-  ~Service() { IOObjectRelease(service_); }
-  Service(const Service&) = delete;
-  Service& operator=(const Service&) = delete;
-
- private:
-  io_object_t service_;
-};
 
 /// Leaves the iterator at its start, however the walk ends.
 class Walk {
@@ -50,10 +40,9 @@ void getDISKcounters(uint32_t drivelist, io_stats* i_dsk, io_stats* o_dsk) {
   uint64_t written = 0;
   {
     const Walk walk(drivelist);
-    while (const io_object_t drive = walk.next()) {
-      const Service service(drive);
+    while (const IOOwned drive{walk.next()}) {
       CFMutableDictionaryRef created = nullptr;
-      IORegistryEntryCreateCFProperties(drive, &created, kCFAllocatorDefault, 0);
+      IORegistryEntryCreateCFProperties(drive.get(), &created, kCFAllocatorDefault, 0);
       const CFOwned properties(created);
       if (!properties) continue;
       const void* const statistics = CFDictionaryGetValue(properties.get(), CFSTR("Statistics"));

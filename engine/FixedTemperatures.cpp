@@ -39,6 +39,13 @@ FixedReadings readFixedTemperatures(uint32_t conn) {
   return readings;
 }
 
+std::string_view fixedTemperatureName(std::string_view key) {
+  for (const FixedKey& row : kFixedKeys) {
+    if (key == row.key) return row.name;
+  }
+  return {};
+}
+
 void addFixedTemperatures(const FixedReadings& readings, TextPair& mini) {
   for (size_t i = 0; i < kFixedReadings; ++i) {
     const auto degrees = truncated<int32_t>(readings[i]);

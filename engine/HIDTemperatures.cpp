@@ -1,3 +1,4 @@
+#include <array>
 #include <cmath>
 #include <string>
 
@@ -42,38 +43,47 @@ class HIDSensors {
   CFOwned<CFMutableArrayRef> names_;
 };
 
-/// Sensors that are shown as one average, whatever they read.
+/// Sensors that are shown as one average, whatever they read. In the order of their entries.
 struct Group {
   std::string_view prefix;
-  const char* name;
+  std::string_view name;
+};
+constexpr std::array<Group, 3> kGroups = {{
+    {"pACC MTR", "CPU Performance Cores"},
+    {"eACC MTR", "CPU Efficiency Cores"},
+    {"GPU MTR", "GPU Cluster"},
+}};
+
+/// A group's members so far. 32-bit floats, as their average is one.
+struct Members {
   float sum = 0;
   float count = 0;
+
+  void add(int32_t degrees) {
+    sum += static_cast<float>(degrees);
+    count += 1.0F;
+  }
 };
 
 /// How many entries the mini list may still take from this source.
 int32_t miniBudget(CFIndex sensors) { return sensors > 7 ? 7 : static_cast<int32_t>(sensors) - 1; }
 
 void addGroups(const HIDSensors& sensors, TemperatureLists& lists, int32_t& budget) {
-  Group groups[] = {
-      {"pACC MTR", "CPU Performance Cores"},
-      {"eACC MTR", "CPU Efficiency Cores"},
-      {"GPU MTR", "GPU Cluster"},
-  };
+  std::array<Members, kGroups.size()> members;
   std::string name;
   for (CFIndex i = 0; i < sensors.size(); ++i) {
     sensors.copyName(i, name);
     const int32_t degrees = sensors.degrees(i);
-    for (Group& group : groups) {
-      if (!name.starts_with(group.prefix)) continue;
-      group.sum += static_cast<float>(degrees);
-      group.count += 1.0F;
+    for (size_t group = 0; group < kGroups.size(); ++group) {
+      if (name.starts_with(kGroups[group].prefix)) members[group].add(degrees);
     }
   }
-  for (const Group& group : groups) {
-    if (group.count <= 0 || group.sum <= 0) continue;
-    const auto average = truncated<int32_t>(std::round(group.sum / group.count));
-    lists.full.append(group.name, average);
-    lists.mini.append(group.name, average);
+  for (size_t group = 0; group < kGroups.size(); ++group) {
+    const auto [sum, count] = members[group];
+    if (count <= 0 || sum <= 0) continue;
+    const auto average = truncated<int32_t>(std::round(sum / count));
+    lists.full.append(kGroups[group].name, average);
+    lists.mini.append(kGroups[group].name, average);
     --budget;  // below zero too
   }
 }
@@ -126,6 +136,16 @@ void addHIDTemperatures(SensorsHistory& history, TemperatureLists& lists) {
   int32_t budget = miniBudget(sensors.size());
   addGroups(sensors, lists, budget);
   addIndividuals(sensors, history, lists, budget);
+}
+
+std::string_view hidDisplayName(std::string_view product) {
+  for (const Relabel& row : kRelabels) {
+    if (product == row.product) return row.name;
+  }
+  for (const Group& group : kGroups) {
+    if (product.starts_with(group.prefix)) return group.name;
+  }
+  return {};
 }
 
 }  // namespace halvermonte

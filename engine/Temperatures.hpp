@@ -4,6 +4,7 @@
 
 #include <array>
 #include <cstdint>
+#include <string_view>
 
 #include "engine/Catalogue.hpp"
 #include "engine/SensorsHistory.hpp"
@@ -17,11 +18,17 @@ inline constexpr size_t kFixedReadings = 17;
 using FixedReadings = std::array<double, kFixedReadings>;
 
 FixedReadings readFixedTemperatures(uint32_t conn);
+/// The name under which a fixed key's (first) reading is shown; "" for any other key.
+std::string_view fixedTemperatureName(std::string_view key);
 void addFixedTemperatures(const FixedReadings& readings, TextPair& mini);
 
 /// Group averages, then relabelled sensors. Raises a RangeException where there are fewer readings
 /// than names.
 void addHIDTemperatures(SensorsHistory& history, TemperatureLists& lists);
+
+/// The name under which a HID sensor is shown, its group's where it has one; "" where it is not
+/// shown.
+std::string_view hidDisplayName(std::string_view product);
 
 /// The highest accepted reading under each display name, in the order shown to people.
 void addCatalogueTemperatures(const TemperatureWalk& walk, uint32_t conn, SensorsHistory& history,
