@@ -10,8 +10,9 @@ namespace halvermonte {
 template <std::integral Target, std::floating_point Source>
 constexpr Target truncated(Source value) noexcept {
   using Limits = std::numeric_limits<Target>;
-  // 2^digits is exact in every float form, while the largest integer itself may not be.
-  constexpr Source kEnd = static_cast<Source>(Limits::max() / 2 + 1) * 2;
+  // A power of two is exact in every float form, while the largest integer itself may not be.
+  constexpr Target kHalf = Limits::max() / 2 + 1;
+  constexpr Source kEnd = static_cast<Source>(kHalf) * 2;
   if (value != value) return 0;
   if (value >= kEnd) return Limits::max();
   if (value <= static_cast<Source>(Limits::min())) return Limits::min();

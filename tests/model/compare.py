@@ -10,6 +10,7 @@ import json
 import multiprocessing
 import os
 import re
+import shutil
 import signal
 import subprocess
 import sys
@@ -24,6 +25,7 @@ FLOAT32_PROPERTIES = {"diskIO_speedRead", "diskIO_speedWrite", "diskIO_activitie
 SORTED_PROPERTIES = {"sensors", "fans", "bluetooth_devices", "bluetooth_devicesTypes"}
 PASSES_AFTER_THE_LAST_TICK = 2
 SHOWN_DIFFERENCES = 5
+LONGEST_RUN = 120  # seconds
 EPOCH = datetime(1970, 1, 1, tzinfo=timezone.utc)
 TIMESTAMP = re.compile(r"\d{4}-\d\d-\d\dT\d\d:\d\d:\d\d\.\d{3}Z")
 
@@ -37,7 +39,7 @@ def object_without_duplicates(pairs):
 
 def output_of(monitor, path, passes):
   command = [monitor, "--machine", path, "--format", "json", "--ticks", str(passes)]
-  return subprocess.run(command + ["--interval", "0"], capture_output=True, timeout=120)
+  return subprocess.run(command + ["--interval", "0"], capture_output=True, timeout=LONGEST_RUN)
 
 
 def differences(monitor, path, processor):
@@ -46,7 +48,10 @@ def differences(monitor, path, processor):
     description = json.load(file)
   passes = len(description["ticks"]) + PASSES_AFTER_THE_LAST_TICK
   expected = model.run(description, passes, processor)
-  ran = output_of(monitor, path, passes)
+  try:
+    ran = output_of(monitor, path, passes)
+  except subprocess.TimeoutExpired:
+    return [f"still running after {LONGEST_RUN} s"]
   text = ran.stdout.decode()
   if text and not text.endswith("\n"):
     return [f"the last line has no end: {text[-200:]!r}"]
@@ -146,6 +151,8 @@ def parse_arguments():
   parser.add_argument("--keep", help="folder for machines that differ (default: a new one)")
   parser.add_argument("files", nargs="*", metavar="FILE", help="machine files instead")
   arguments = parser.parse_args()
+  if not shutil.which(arguments.monitor):
+    parser.error(f"{arguments.monitor}: no such program")
   if not arguments.keep:
     arguments.keep = tempfile.mkdtemp(prefix="model-")
   os.makedirs(arguments.keep, exist_ok=True)

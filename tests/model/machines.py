@@ -131,12 +131,12 @@ class Story:
 
   def fan_count_answer(self, fans):
     roll = self.rng.random()
-    if roll < 0.7:
+    if roll < 0.6:
       return self.decorated({"type": "ui8 ", "value": fans}, 0.03)
-    if roll < 0.8:
+    if roll < 0.7:
       high = self.rng.randrange(256)
       return {"type": self.pick("ui8 ", "si16", "flag"), "bytes": f"{high:02x}{fans:02x}"}
-    if roll < 0.9:  # bytes 0, 4 and 8 of nine all count
+    if roll < 0.8:  # bytes 0, 4 and 8 of nine all count
       parts = [0, self.rng.randint(0, fans), fans]
       counting = [bytes([high - low]) for low, high in zip([0] + parts, parts)]
       data = self.rng.randbytes(3).join(counting)
@@ -320,7 +320,7 @@ class Story:
       item = {"machine_name": "Mac"}
     if self.chance(0.6):
       machine["processor"] = item
-    if self.chance(0.3):
+    if self.chance(0.4):
       machine["commands"] = {REPORT_COMMAND: self.report_answer(item)}
     if self.chance(0.1):
       machine.setdefault("commands", {})["ps -p 1 -o %cpu"] = {"output": "%CPU\n 1.5\n"}
@@ -328,7 +328,8 @@ class Story:
   def report_answer(self, item):
     well_formed = [{"_dataType": "SPHardwareDataType", "_items": [item], "_parentDataType": "x"}]
     report = self.pick(
-      well_formed, well_formed, [{"_items": [item, item]}], [{"_items": []}], [{}], [],
+      well_formed, well_formed, [{"_items": [item] * 2}], [{"_items": [item] * 3}],
+      [{"_items": []}], [{}], [],
       {"_items": [item]}, "text", [{"_items": ["text"]}], [{"_items": {"a": item}}], ["_items"],
       [{"_items": [{"cpu_type": 7, "chip_type": "Apple M1"}]}],
     )

@@ -66,7 +66,7 @@ def processor_name(machine):
 
 def property_list(raw):
   try:
-    return plistlib.loads(raw)
+    return plistlib.loads(raw if raw.startswith(b"bplist") else raw.lstrip())
   except Exception:  # plistlib lets its parsers' own exceptions through
     return None
 

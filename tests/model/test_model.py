@@ -13,9 +13,9 @@ from simulated import SmcRecord
 from values import byte_count_text, float32, int32, nextstep_text, standard_order
 
 
-def records(*ticks, processor="x86_64", passes=None, **machine):
-  """The records of one pass a tick, or of so many passes."""
-  lines = model.run({"name": "test", "ticks": list(ticks), **machine}, passes or len(ticks), processor)
+def records(*ticks, processor="x86_64"):
+  """The records of one pass a tick."""
+  lines = model.run({"name": "test", "ticks": list(ticks)}, len(ticks), processor)
   return [line["record"] for line in lines]
 
 
@@ -51,8 +51,9 @@ class Numbers(unittest.TestCase):
   def test_byte_counts(self):
     for count, text in (
       (0, "Zero KB"), (1, "1 byte"), (999, "999 bytes"), (1500, "2 KB"), (2500, "2 KB"),
-      (999499, "999 KB"), (999500, "1 MB"), (999999, "1 MB"), (1050000, "1 MB"), (1150000, "1.2 MB"),
-      (1250000, "1.2 MB"), (50000000, "50 MB"), (999950000, "1 GB"), (1005000000, "1 GB"),
+      (999499, "999 KB"), (999500, "1 MB"), (999999, "1 MB"), (1050000, "1 MB"),
+      (1150000, "1.2 MB"), (1250000, "1.2 MB"), (50000000, "50 MB"), (999950000, "1 GB"),
+      (1005000000, "1 GB"),
       (1015000000, "1.02 GB"), (2**63 - 1, "9.22 EB"), (-(2**63), "-9.22 EB"), (-1, "-1 byte"),
     ):
       self.assertEqual(byte_count_text(count), text)
@@ -61,11 +62,11 @@ class Numbers(unittest.TestCase):
     self.assertEqual(nextstep_text(b"\x80\xa4\xae\xe7\xfd\0rest"), "\u00a0\u2044\ufb01ñÿ")
 
   def test_display_order(self):
-    names = ["CPU Core 10", "Battery TS_MAX", "CPU Core 2", "Battery", "Mem Bank A1", "CPU 1 Package",
-             "Memory Bank 1", "Battery 1", "BLC Proximity"]
-    self.assertEqual(sorted(names, key=standard_order), [
+    in_order = [
       "Battery", "Battery 1", "Battery TS_MAX", "BLC Proximity", "CPU 1 Package", "CPU Core 2",
-      "CPU Core 10", "Mem Bank A1", "Memory Bank 1"])
+      "CPU Core 10", "Mem Bank A1", "Memory Bank 1",
+    ]
+    self.assertEqual(sorted(reversed(in_order), key=standard_order), in_order)
 
 
 class Record(unittest.TestCase):
@@ -87,8 +88,10 @@ class Smc(unittest.TestCase):
     return self.client({"TC0P": answer}).temperature(b"TC0P")
 
   def test_temperatures(self):
-    for data, celsius_ in (("2A00", 42.0), ("2A40", 42.25), ("2A80", 41.5), ("FF00", -1.0), ("2A03", 42.0)):
-      self.assertEqual(self.reading(type="sp78", bytes=data), celsius_)
+    for data, degrees in (
+      ("2A00", 42.0), ("2A40", 42.25), ("2A80", 41.5), ("FF00", -1.0), ("2A03", 42.0),
+    ):
+      self.assertEqual(self.reading(type="sp78", bytes=data), degrees)
     self.assertEqual(self.reading(type="ui8 ", value=42), -1.0)
     self.assertEqual(self.reading(type="flt ", value=42.5, size=0), -1.0)
     self.assertEqual(self.reading(type="flt ", value=42.5, size=2**32 - 1), 42.5)
@@ -110,8 +113,9 @@ class Smc(unittest.TestCase):
 
   def test_fan_count_is_the_last_byte(self):
     for data, size, count in (
-      ("02", 1, 2), ("0102", 2, 2), ("0201", 1, 2), ("0300000002", 5, 5), ("02", 2, 0), ("02", 2**31 - 1, 0),
-      ("000002", 2**31 - 1 - 2**30, 2), ("02", 2**31, 0), ("02", 2**32 - 1, 0), ("02" * 32, 33, 16),
+      ("02", 1, 2), ("0102", 2, 2), ("0201", 1, 2), ("0300000002", 5, 5), ("02", 2, 0),
+      ("02", 2**31 - 1, 0), ("000002", 2**31 - 1, 2), ("02" * 32, 33, 16),
+      ("02" * 32, 2**31, 0), ("02" * 32, 2**32 - 1, 0),
     ):
       with self.subTest(data=data, size=size):
         answer = {"type": "ui8 ", "bytes": data, "size": size}
@@ -126,7 +130,9 @@ class Smc(unittest.TestCase):
     self.assertEqual(self.fan_name(name="ExhaustFan12"), b"ExhaustFan12")
     self.assertEqual(self.fan_name(name="Left", readResult=1), bytes(12))
     self.assertEqual(self.fan_name(name="Left", readCode=0x4000), bytes(12))
-    for refused in ({"readCode": 1}, {"infoCode": 1}, {"infoCode": 0x4000}, {"infoResult": 1}, {"size": 17}):
+    for refused in (
+      {"readCode": 1}, {"infoCode": 1}, {"infoCode": 0x4000}, {"infoResult": 1}, {"size": 17},
+    ):
       self.assertIsNone(self.fan_name(name="Left", **refused))
     self.assertIsNone(self.fan_name(wide=True, smc={"wideCalls": "refuse"}, name="Left"))
     self.assertEqual(self.fan_name(wide=False, smc={"wideCalls": "refuse"}, name="Left"), b"Left")
@@ -207,12 +213,14 @@ class Temperatures(unittest.TestCase):
       self.assertEqual(record["sensors"], {"Northbridge Proximity 2": shown})
 
   def test_a_key_that_stands_twice_drops_twice(self):
-    shown = [record["sensors"] for record in records(smc(Tm0P=celsius(70)), smc(Tm0P=celsius(0)), {}, {})]
-    self.assertEqual([each["Memory Bank 6"] for each in shown], ["70", "69", "67", "65"])
+    passes = records(smc(Tm0P=celsius(70)), smc(Tm0P=celsius(0)), {}, {})
+    shown = [record["sensors"]["Memory Bank 6"] for record in passes]
+    self.assertEqual(shown, ["70", "69", "67", "65"])
 
   def test_a_controller_that_went_away(self):
     ticks = [smc(TN1P=celsius(26)), {"smc": {"service": "missing"}}, {}, {}]
-    self.assertEqual([r["sensors_temperatureData"] for r in records(*ticks)], ["26\n", "25\n", "24\n", ""])
+    shown = [record["sensors_temperatureData"] for record in records(*ticks)]
+    self.assertEqual(shown, ["26\n", "25\n", "24\n", ""])
 
   def test_battery_and_enclosure(self):
     record, = records(smc(TB0T=celsius(35)))
@@ -254,7 +262,8 @@ class Reports(unittest.TestCase):
 
   def test_steadying(self):
     def cpu(*ticks):
-      return [record["sensors"]["CPU Efficiency Cores"] for record in records(*ticks, processor="arm64")]
+      passes = records(*ticks, processor="arm64")
+      return [record["sensors"]["CPU Efficiency Cores"] for record in passes]
 
     self.assertEqual(cpu(hid(("eACC MTR", 60)), hid(("eACC MTR", 50))), ["60", "60"])
     self.assertEqual(cpu(hid(("eACC MTR", 60)), hid(("eACC MTR", 55))), ["60", "55"])
