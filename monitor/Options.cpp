@@ -26,12 +26,11 @@ Shows temperatures, fans and disk traffic, of this computer or a simulated one.
       --fahrenheit        degrees Fahrenheit in text
       --pid PID           adds a process's CPU use to text
       --list              every sensor: its key, name, source and reading
-      --record FILE       writes a machine file of --ticks N passes
-      --with-host-name    tells this computer's name in the recording
-      --drive-temperatures  asks drives, which may keep them from spinning down
+      --record FILE       writes a machine file of N passes; the host's name only
+                          with --with-host-name
+      --drive-temperatures  asks drives too, which may keep them spinning
       --sys DIR, --proc DIR  in place of /sys and /proc
-      --version           the versions of the monitor and the engine
-  -h, --help              this text
+  -h, --help; --version   this text; the versions of monitor and engine
 
 examples:
   halvermonte-monitor --watch

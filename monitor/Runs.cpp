@@ -151,10 +151,6 @@ std::vector<std::string> frame(const Reporter& reporter, const Options& options,
   return rows;
 }
 
-}  // namespace
-
-namespace {
-
 /// Makes the passes that were asked for, each a line of JSON where there is an output.
 void makePasses(Sampling& sampling, const Options& options, const Output* output) {
   const Pause pause(options);

@@ -24,6 +24,12 @@ bool hasChildren() {
   return waitid(P_ALL, 0, &info, WEXITED | WNOHANG | WNOWAIT) == 0;
 }
 
+/// Collects what other tests of this process left behind.
+void collectStrays() {
+  while (waitpid(-1, nullptr, 0) > 0) {
+  }
+}
+
 /// Sets a signal's handling until its end.
 class Handling {
  public:
@@ -66,6 +72,7 @@ TEST(Commands, OutputIsReadUntilItsLastHolderEnds) {
 }
 
 TEST(Commands, NoChildIsLeft) {
+  collectStrays();
   {
     LinuxMachine machine;
     for (int i = 0; i < 5; ++i) machine.outputOfCommand("echo");
@@ -105,6 +112,7 @@ TEST(Commands, HostsOwnChildrenAreLeftAlone) {
 }
 
 TEST(Commands, HostThatIgnoresItsChildrenIsServed) {
+  collectStrays();
   const Handling ignored(SIGCHLD, SIG_IGN);
   {
     LinuxMachine machine;

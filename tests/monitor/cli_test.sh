@@ -64,7 +64,7 @@ grep -q '^M1 ' out || fail "the list lacks M1"
 # Wrong use: one line, nothing on standard output
 for arguments in '--bogus' 'extra' '--ticks 0' '--ticks -1' '--ticks x' '--interval -1' \
   '--interval nan' '--interval soon' '--format xml' '--json --format text' '--machine' \
-  '--machine M1 --sys /sys'; do
+  '--machine M1 --sys /sys' '--record a --watch' '--record a --list'; do
   # shellcheck disable=SC2086
   expect 2 $arguments
   has out 0
@@ -123,6 +123,31 @@ expect 0 --machine machine.json --json --ticks 4 --interval 0 --fahrenheit --pid
 cmp -s out plain || fail "--fahrenheit or --pid changes the JSON"
 expect 0 --machine machine.json --json --interval 1000000 # waits between passes alone
 has out 1 '^{"tick":0,'
+
+# Every sensor with its key, name, source and reading
+expect 0 --machine machine.json --list
+has err 0
+head -1 out | grep -q '^Sample, simulated$' || fail "the list names no machine"
+grep -q '^TC0P  CPU 1 Proximity .*SMC sp78 .*6400$' out || fail "the list lacks TC0P: $(cat out)"
+grep -q 'Disks .*drive 1 .*1000 bytes read, 2000 written$' out || fail "the list lacks the drive"
+expect 0 --sys empty --proc empty --list
+has err 1 '^halvermonte-monitor: no sensors'
+
+# A recording gives the same lines
+expect 0 --machine machine.json --json --ticks 4 --interval 0 --record recording.json
+cmp -s out plain || fail "recording changes the lines"
+expect 0 --machine recording.json --json --ticks 4 --interval 0
+cmp -s out plain || fail "the recording gives other lines"
+expect 0 --machine machine.json --ticks 2 --interval 0 --record recording.json
+has out 1 '^recording.json: 2 ticks of Sample, simulated$'
+expect 0 --machine host --interval 0 --record host.json
+jq -e 'has("hostName") | not' host.json >jq.out || fail "a recording of this computer tells its name"
+expect 0 --machine host --interval 0 --record host.json --with-host-name
+jq -e 'has("hostName")' host.json >jq.out || fail "--with-host-name tells no name"
+expect 1 --machine M1 --interval 0 --record no/such/folder.json
+has err 1 '^halvermonte-monitor: no/such/folder.json: No such file or directory$'
+expect 1 --machine M1 --interval 0 --record /dev/full
+has err 1 'No space left on device$'
 
 # A comma for the decimal point
 if localedef -i de_DE -f UTF-8 "$work/de_DE.UTF-8" >localedef.out 2>&1; then
