@@ -19,8 +19,8 @@ struct DeviceTreeSensor {
 /// The sensors that the device tree gives the controller, in no order.
 std::vector<DeviceTreeSensor> deviceTreeSensors(SystemCalls& calls, const std::string& sys);
 
-/// The key of the chip's channel, found by its label; "" where more than one has it. Of what no label
-/// fits, one sensor and one channel that are left over belong together.
+/// The key of the chip's channel, found by its label; "" where more than one has it. Of what no
+/// label fits, one sensor and one channel that are left over belong together.
 std::string keyOf(const std::vector<DeviceTreeSensor>& sensors, const Chip& chip,
                   const Channel& channel);
 
