@@ -113,7 +113,7 @@ TEST_P(PhysicalCores, AreTheKernelsNumberAndNever0) {
 
 INSTANTIATE_TEST_SUITE_P(Answers, PhysicalCores,
                          testing::Values(Cores{8, 8}, Cores{1, 1}, Cores{0, 1},
-                                         Cores{std::nullopt, 1}, Cores{1000, 1000}));
+                                         Cores{std::nullopt, 1}, Cores{1000, 1000}, Cores{-4, -4}));
 
 struct Output {
   const char* behaviour;

@@ -259,7 +259,7 @@ TEST_F(HwmonReadings, EveryOpenAndReadMayFailOnceAndEndsAtMostOneReading) {
 TEST_F(HwmonReadings, ShortOfDescriptorsFilesAreOpenedEachTimeAndListedSo) {
   rlimit former{};
   getrlimit(RLIMIT_NOFILE, &former);
-  const rlimit few{8, former.rlim_max};
+  const rlimit few{16, former.rlim_max};
   std::vector<ChannelFiles> channels;
   for (int i = 0; i < 30; ++i) {
     addChip(tree, 40 + i, "jc42", "pci0000:00/i2c-0/0-00" + std::to_string(10 + i),
