@@ -26,8 +26,8 @@ Shows temperatures, fans and disk traffic, of this computer or a simulated one.
       --fahrenheit        degrees Fahrenheit in text
       --pid PID           adds a process's CPU use to text
       --list              every sensor: its key, name, source and reading
-      --record FILE       writes a machine file of N passes; the host's name only
-                          with --with-host-name
+      --record FILE       writes N passes as a machine file, the host's name
+                          in it only with --with-host-name
       --drive-temperatures  asks drives too, which may keep them spinning
       --sys DIR, --proc DIR  in place of /sys and /proc
   -h, --help; --version   this text; the versions of monitor and engine

@@ -101,7 +101,8 @@ TEST(Options, HelpFitsASmallTerminalAndNamesEachOption) {
   for (std::string line; std::getline(lines, line);) EXPECT_LE(line.size(), 80U) << line;
   for (const char* option :
        {"-m, --machine", "-f, --format", "--json", "-n, --ticks", "--watch", "-i, --interval",
-        "--fahrenheit", "--pid", "--sys", "--proc", "--version", "-h, --help"}) {
+        "--fahrenheit", "--pid", "--list", "--record", "--with-host-name", "--drive-temperatures",
+        "--sys", "--proc", "--version", "-h, --help"}) {
     EXPECT_THAT(help, HasSubstr(option));
   }
 }
