@@ -152,8 +152,8 @@ std::vector<std::string> frame(const Reporter& reporter, const Options& options,
 }
 
 /// Makes the passes that were asked for, each a line of JSON where there is an output.
-void makePasses(Sampling& sampling, const Options& options, const Output* output) {
-  const Pause pause(options);
+void makePasses(Sampling& sampling, const Pause& pause, const Options& options,
+                const Output* output) {
   for (uint64_t tick = 0; tick < options.ticks; ++tick) {
     if (tick > 0 && !pause.wait()) return;
     const auto reason = sampling.pass();
@@ -167,8 +167,9 @@ void makePasses(Sampling& sampling, const Options& options, const Output* output
 bool canRedraw(const Output& output) { return output.isTerminal() && !isDumbTerminal(); }
 
 void printJson(ChosenMachine& machine, const Options& options, const Output& output) {
+  const Pause pause(options);
   Sampling sampling(machine, options);
-  makePasses(sampling, options, &output);
+  makePasses(sampling, pause, options, &output);
 }
 
 void recordMachine(ChosenMachine& machine, const Options& options, const Output& output) {
@@ -178,8 +179,9 @@ void recordMachine(ChosenMachine& machine, const Options& options, const Output&
   const bool named = machine.simulated != nullptr || options.withHostName;
   MachineRecorder recorder(*machine.machine, named ? MachineRecorder::HostName::kept
                                                    : MachineRecorder::HostName::leftOut);
+  const Pause pause(options);
   Sampling sampling(machine, options, &recorder);
-  makePasses(sampling, options, options.format == Format::json ? &output : nullptr);
+  makePasses(sampling, pause, options, options.format == Format::json ? &output : nullptr);
   if (!(file << recorder.machineFile() << std::flush)) {
     throw Failure(*options.record + ": " + std::strerror(errno));
   }

@@ -158,6 +158,19 @@ TEST_F(DiskThroughput, IsShownAboveAThousandBytesPerSecond) {
   }
 }
 
+TEST_F(DiskThroughput, KeepsReadsAndWritesApart) {
+  pass(1000, 1'000'000, 2'000'000);
+  const StatisticsData& record = pass(1001, 4'000'000, 9'000'000);
+  EXPECT_EQ(record.diskIO_speedRead().float32Value(), 3'000'000.0F);
+  EXPECT_EQ(record.diskIO_speedWrite().float32Value(), 7'000'000.0F);
+  EXPECT_EQ(record.diskIO_speedReadText().view(), "3 MB/s");
+  EXPECT_EQ(record.diskIO_speedWriteText().view(), "7 MB/s");
+  EXPECT_EQ(record.diskIO_read().uint64Value(), 4'000'000U);
+  EXPECT_EQ(record.diskIO_write().uint64Value(), 9'000'000U);
+  EXPECT_EQ(record.diskIO_readText().view(), "4 MB");
+  EXPECT_EQ(record.diskIO_writeText().view(), "9 MB");
+}
+
 TEST_F(DiskThroughput, LosesPrecisionInTheSpeedsAndNotInTheHistories) {
   pass(1000, 1, 1);
   const StatisticsData& record = pass(1001, 16'777'218, 33'554'440);

@@ -194,6 +194,7 @@ cmp -s out <(head -3 plain) || fail "a closed standard error lets messages into 
 # --watch goes on until it is asked to stop
 for signal in INT TERM; do
   for format in text json; do
+    : >out # what is waited for below is this run's
     env --default-signal=INT "$monitor" --machine M1 --watch --format $format --interval 0.05 >out 2>err &
     process=$!
     for _ in $(seq 200); do
