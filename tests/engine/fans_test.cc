@@ -3,6 +3,7 @@
 
 #include <limits>
 
+#include "engine/Fans.hpp"
 #include "platform/Processor.hpp"
 #include "tests/support/Sampler.hpp"
 #include "tests/support/TestMachine.hpp"
@@ -208,11 +209,30 @@ TEST(FanNames, KeepALineFeedWhichThenPartsTheLines) {
 }
 
 TEST(FanNames, AreInTheNextStepEncoding) {
-  EXPECT_EQ(nameBy(fanDescriptor("K\xF1hler")), "K\xC3\xA6hler");        // the letter ae
-  EXPECT_EQ(nameBy(fanDescriptor("L\xF0\xD9n")), "L\xC3\xB6\xC3\xA4n");  // two umlauts
-  EXPECT_EQ(nameBy(fanDescriptor("\xA4\xAE")), "\xE2\x81\x84\xEF\xAC\x81");
-  EXPECT_EQ(nameBy(fanDescriptor("\xFE\xFF")), "\xEF\xBF\xBD\xEF\xBF\xBD");  // unassigned
+  EXPECT_EQ(nameBy(fanDescriptor("K\xF1hler")), "Kæhler");
+  EXPECT_EQ(nameBy(fanDescriptor("L\xF0\xD9n")), "Löän");
   EXPECT_EQ(nameBy(fanDescriptor("~!\x7F")), "~!\x7F");
+}
+
+// From 0x80 on, sixteen in a line; the first is a blank that does not break, the last two are
+// unassigned.
+constexpr const char* kNextStepCharacters =
+    "\u00A0ÀÁÂÃÄÅÇÈÉÊËÌÍÎÏ"
+    "ÐÑÒÓÔÕÖÙÚÛÜÝÞµ×÷"
+    "©¡¢£⁄¥ƒ§¤’“«‹›\uFB01\uFB02"
+    "®–†‡·¦¶•‚„”»…‰¬¿"
+    "¹ˋ´ˆ˜¯˘˙¨²˚¸³˝˛ˇ"
+    "—±¼½¾àáâãäåçèéêë"
+    "ìÆíªîïðñŁØŒºòóôõ"
+    "öæùúûıüýłøœßþÿ\uFFFD\uFFFD";
+
+TEST(FanNames, HaveEveryCharacterOfTheNextStepEncoding) {
+  std::string ascii;
+  for (char character = 1; character != 0x7F; ++character) ascii += character;
+  EXPECT_EQ(decodedNextStep(ascii), ascii);
+  std::string upperHalf;
+  for (int byte = 0x80; byte <= 0xFF; ++byte) upperHalf += static_cast<char>(byte);
+  EXPECT_EQ(decodedNextStep(upperHalf), kNextStepCharacters);
 }
 
 // The arm64 build asks for names in a record of 88 bytes, and for nothing else.
