@@ -1,6 +1,6 @@
 #include "monitor/HostFields.hpp"
 
-#include <charconv>
+#include <array>
 #include <cstdio>
 #include <optional>
 #include <string>
@@ -41,8 +41,7 @@ int32_t processorsIn(std::string_view list) {
 // The table's lines read "MemFree:        23498680 kB".
 class MemoryTable {
  public:
-  explicit MemoryTable(const std::string& proc)
-      : table_(linuxos::textOf(SystemCalls::real(), proc + "/meminfo").value_or("")) {}
+  explicit MemoryTable(std::string_view table) : table_(table) {}
 
   // Bytes; 0 where the kernel does not tell.
   uint64_t operator[](std::string_view name) const {
@@ -51,7 +50,7 @@ class MemoryTable {
   }
 
  private:
-  std::string table_;
+  std::string_view table_;
 };
 
 uint64_t without(uint64_t whole, uint64_t part) { return whole > part ? whole - part : 0; }
@@ -69,10 +68,8 @@ std::string durationText(uint64_t seconds) {
   return text;
 }
 
-void fillUptime(StatisticsData& record, const std::string& proc) {
-  const std::string uptime = linuxos::wordingOf(SystemCalls::real(), proc + "/uptime");
-  const auto seconds =
-      linuxos::unsignedInteger(std::string_view(uptime).substr(0, uptime.find('.')));
+void fillUptime(StatisticsData& record, std::string_view uptime) {
+  const auto seconds = linuxos::unsignedInteger(uptime.substr(0, uptime.find('.')));
   if (!seconds) return;
   record.setUptime(Number::ofUInt64(*seconds));
   record.setUptimeText(Text(durationText(*seconds)));
@@ -81,8 +78,7 @@ void fillUptime(StatisticsData& record, const std::string& proc) {
 using SetNumber = void (StatisticsData::*)(Number);
 using SetText = void (StatisticsData::*)(Text);
 
-void fillMemory(StatisticsData& record, const std::string& proc) {
-  const MemoryTable memory(proc);
+void fillMemory(StatisticsData& record, const MemoryTable& memory) {
   const uint64_t total = memory["MemTotal"];
   if (total == 0) return;
   const uint64_t free = memory["MemFree"];
@@ -124,9 +120,14 @@ void fillComputer(StatisticsData& record, const LinuxRoots& roots,
   if (logical > 0) record.setSummary_cpuLogicalCores(Number::ofInt32(logical));
 }
 
-void fillUsage(StatisticsData& record, const LinuxRoots& roots) {
-  fillUptime(record, roots.proc);
-  fillMemory(record, roots.proc);
+HostUsage::HostUsage(const std::string& proc)
+    : uptime_(SystemCalls::real(), proc + "/uptime"),
+      memory_(SystemCalls::real(), proc + "/meminfo") {}
+
+void HostUsage::fill(StatisticsData& record) {
+  std::array<char, linuxos::kAttributeBound> buffer;
+  fillUptime(record, uptime_.read(buffer));
+  fillMemory(record, MemoryTable(memory_.read(buffer)));
 }
 
 }  // namespace halvermonte

@@ -2,7 +2,10 @@
 // memory.
 #pragma once
 
+#include <string>
+
 #include "engine/HalvermonteSensorsEngine.hpp"
+#include "platform/linux/KeptFile.hpp"
 #include "platform/linux/LinuxMachine.hpp"
 #include "record/StatisticsData.hpp"
 
@@ -14,8 +17,18 @@ namespace halvermonte {
 void fillComputer(StatisticsData& record, const LinuxRoots& roots,
                   const HalvermonteSensorsEngine& engine);
 
-/// Fills what changes: uptime in seconds, the summary_memory numbers in bytes, and their texts. A
-/// property whose source is missing keeps its value.
-void fillUsage(StatisticsData& record, const LinuxRoots& roots);
+/// What changes while the computer runs, read through files that are kept open.
+class HostUsage {
+ public:
+  explicit HostUsage(const std::string& proc);
+
+  /// Fills uptime in seconds, the summary_memory numbers in bytes, and their texts. A property
+  /// whose source is missing keeps its value.
+  void fill(StatisticsData& record);
+
+ private:
+  linuxos::KeptFile uptime_;
+  linuxos::KeptFile memory_;
+};
 
 }  // namespace halvermonte

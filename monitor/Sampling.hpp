@@ -6,9 +6,9 @@
 #include <string>
 
 #include "engine/HalvermonteSensorsEngine.hpp"
+#include "monitor/HostFields.hpp"
 #include "monitor/MachineChoice.hpp"
 #include "monitor/Options.hpp"
-#include "platform/linux/LinuxMachine.hpp"
 #include "platform/simulated/MachineRecorder.hpp"
 #include "record/StatisticsData.hpp"
 
@@ -33,7 +33,7 @@ class Sampling {
   SimulatedMachine* simulated_;
   MachineRecorder* recorder_;
   ScopedMachine scope_;
-  LinuxRoots roots_;
+  HostUsage usage_;
   HalvermonteSensorsEngine engine_;
   std::shared_ptr<StatisticsData> record_ = std::make_shared<StatisticsData>();
   bool hasPassed_ = false;

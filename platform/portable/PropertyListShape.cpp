@@ -75,37 +75,61 @@ class BinaryList {
     return value;
   }
 
-  bool isSound(uint64_t object, int depth) {
-    if (depth > kDeepest || ++steps_ > kMostSteps) return false;
-    if (object > bytes_.size() || table_ > bytes_.size()) return false;
+  /// What an object consists of: so many elements of its kind, from that place on.
+  struct Content {
+    uint64_t kind;
+    uint64_t place;
+    uint64_t count;
+  };
+
+  std::optional<Content> contentOf(uint64_t object) const {
+    if (object > bytes_.size() || table_ > bytes_.size()) return {};
     const std::optional<uint64_t> place = number(table_ + object * offsetSize_, offsetSize_);
-    if (!place) return false;
-    const std::optional<uint64_t> marker = number(*place, 1);
-    if (!marker) return false;
-    const uint64_t kind = *marker >> 4;
-    if (kind != kArray && kind != kSet && kind != kDictionary) return true;
-    return areSound(*place + 1, *marker & 0xF, kind == kDictionary ? 2 : 1, depth + 1);
+    const std::optional<uint64_t> marker = place ? number(*place, 1) : place;
+    if (!marker) return {};
+    const Content content{*marker >> 4, *place + 1, *marker & 0xF};
+    if (content.count != 0xF || !isCounted(content.kind)) return content;
+    // The count itself follows, as an integer.
+    const std::optional<uint64_t> integer = number(content.place, 1);
+    if (!integer || *integer >> 4 != kInteger) return {};
+    const uint64_t size = uint64_t{1} << (*integer & 0xF);
+    const std::optional<uint64_t> count = number(content.place + 1, size);
+    if (!count || *count > bytes_.size()) return {};
+    return Content{content.kind, content.place + 1 + size, *count};
   }
 
-  /// The references of a container, from behind its marker on.
-  bool areSound(uint64_t place, uint64_t count, uint64_t referencesEach, int depth) {
-    if (count == 0xF) {  // the count itself follows, as an integer
-      const std::optional<uint64_t> marker = number(place, 1);
-      if (!marker || *marker >> 4 != kInteger) return false;
-      const uint64_t size = uint64_t{1} << (*marker & 0xF);
-      const std::optional<uint64_t> longCount = number(place + 1, size);
-      if (!longCount || *longCount > bytes_.size()) return false;
-      count = *longCount;
-      place += 1 + size;
-    }
-    for (uint64_t i = 0; i < count * referencesEach; ++i) {
-      const std::optional<uint64_t> object = number(place + i * referenceSize_, referenceSize_);
-      if (!object || !isSound(*object, depth)) return false;
+  bool isSound(uint64_t object, int depth) {
+    if (depth > kDeepest || ++steps_ > kMostSteps) return false;
+    const std::optional<Content> content = contentOf(object);
+    if (!content) return false;
+    if (!isContainer(content->kind)) return true;
+    const uint64_t keys = content->kind == kDictionary ? content->count : 0;
+    for (uint64_t i = 0; i < keys + content->count; ++i) {
+      const auto reference = number(content->place + i * referenceSize_, referenceSize_);
+      if (!reference || (i < keys && !isKey(*reference)) || !isSound(*reference, depth + 1)) {
+        return false;
+      }
     }
     return true;
   }
 
+  /// libplist ends the process for a key of UTF-16 in which a NUL stands.
+  bool isKey(uint64_t object) const {
+    const std::optional<Content> content = contentOf(object);
+    if (!content || content->kind != kUTF16) return content.has_value();
+    for (uint64_t i = 0; i < content->count; ++i) {
+      if (number(content->place + 2 * i, 2).value_or(0) == 0) return false;
+    }
+    return true;
+  }
+
+  static bool isContainer(uint64_t kind) {
+    return kind == kArray || kind == kSet || kind == kDictionary;
+  }
+  static bool isCounted(uint64_t kind) { return isContainer(kind) || kind == kUTF16; }
+
   static constexpr uint64_t kInteger = 0x1;
+  static constexpr uint64_t kUTF16 = 0x6;
   static constexpr uint64_t kArray = 0xA;
   static constexpr uint64_t kSet = 0xC;
   static constexpr uint64_t kDictionary = 0xD;

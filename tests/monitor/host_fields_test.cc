@@ -16,7 +16,7 @@ class HostFields : public ::testing::Test {
     LinuxMachine machine(tree.roots());
     const ScopedMachine scope(machine);
     fillComputer(record, tree.roots(), HalvermonteSensorsEngine());
-    fillUsage(record, tree.roots());
+    HostUsage(tree.roots().proc).fill(record);
   }
 
   Tree tree;

@@ -190,6 +190,19 @@ TEST(PropertyListTest, ManyElementsSideBySideAreNoDepth) {
   EXPECT_EQ(foundation::propertyList(inBinary(xml)).asArray().size(), 10'000u);
 }
 
+TEST(PropertyListTest, ABinaryKeyInWhichANULStandsMakesTheListNothing) {
+  const std::string utf16 = "\x62\0a\0b"s;
+  std::string binary = inBinary(inPlist("<dict><key>abcd</key><true/></dict>"));
+  const size_t key = binary.find(
+      "\x54"
+      "abcd");
+  ASSERT_NE(key, std::string::npos);
+  binary.replace(key, utf16.size(), utf16);
+  EXPECT_EQ(read(binary), "{\"ab\": int32 1 }");
+  binary[key + 2] = '\0';
+  EXPECT_EQ(read(binary), "absent");
+}
+
 TEST(PropertyListTest, AListThatRefersToItselfOrDoublesAtEachLevelIsNothing) {
   EXPECT_NE(read(nestedBinary(10, 2)), "absent");
   EXPECT_EQ(read(nestedBinary(40, 2)), "absent");
