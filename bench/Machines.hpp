@@ -1,5 +1,7 @@
-// The machines that are measured, and the questions that a pass puts to one.
+// What is measured over a machine: passes, and the machine's own answers to what they ask.
 #pragma once
+
+#include <benchmark/benchmark.h>
 
 #include <functional>
 #include <memory>
@@ -7,6 +9,7 @@
 #include <utility>
 #include <vector>
 
+#include "bench/Allocations.hpp"
 #include "platform/portable/Machine.hpp"
 
 namespace halvermonte {
@@ -82,6 +85,21 @@ std::vector<Question> questionsOf(Machine& machine, Pass pass) {
   const ScopedMachine scope(recorder);
   pass();
   return recorder.questions();
+}
+
+/// Measures the pass over the machine, or just the machine's answers to one.
+template <class Pass>
+void measurePass(benchmark::State& state, Machine& machine, bool answersAlone, Pass pass) {
+  pass();  // The first one fills what later ones find.
+  const std::vector<Question> questions = questionsOf(machine, pass);
+  if (answersAlone) {
+    measure(state, [&] {
+      for (const Question& ask : questions) ask(machine);
+    });
+  } else {
+    measure(state, pass);
+  }
+  state.counters["platform_calls"] = static_cast<double>(questions.size());
 }
 
 }  // namespace halvermonte

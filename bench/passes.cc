@@ -11,21 +11,6 @@
 namespace halvermonte {
 namespace {
 
-/// Measures the pass over the machine, or just the machine's answers to one.
-template <class Pass>
-void measurePass(benchmark::State& state, Machine& machine, bool answersAlone, Pass pass) {
-  pass();  // The first one fills what later ones find.
-  const std::vector<Question> questions = questionsOf(machine, pass);
-  if (answersAlone) {
-    measure(state, [&] {
-      for (const Question& ask : questions) ask(machine);
-    });
-  } else {
-    measure(state, pass);
-  }
-  state.counters["platform_calls"] = static_cast<double>(questions.size());
-}
-
 void fullPass(benchmark::State& state, bool answersAlone) {
   const auto full = makeFullMachine();
   Ticking machine(*full);
