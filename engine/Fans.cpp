@@ -6,15 +6,12 @@
 #include "smc/SMC.h"
 
 namespace halvermonte {
-namespace {
 
 std::string fanName(int fan, uint32_t conn) {
   std::array<char, 13> name{};  // stays NUL-terminated: at most 12 are written
   if (SMCGetFanName(fan, name.data(), conn) == 0) return "Fan " + std::to_string(fan + 1);
   return decodedNextStep(name.data());
 }
-
-}  // namespace
 
 TextPair readFans(uint32_t conn) {
   TextPair fans;

@@ -14,6 +14,9 @@ namespace halvermonte {
 /// than ten fans end the process.
 TextPair readFans(uint32_t conn);
 
+/// The name under which the fan (0 to 9) is listed. Any other index ends the process.
+std::string fanName(int fan, uint32_t conn);
+
 /// Characters in the NEXTSTEP encoding, which fan names have, as UTF-8.
 std::string decodedNextStep(std::string_view characters);
 

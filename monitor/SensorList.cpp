@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "engine/EngineState.hpp"
+#include "engine/Fans.hpp"
 #include "engine/HalvermonteSensorsEngine.hpp"
 #include "engine/Temperatures.hpp"
 #include "monitor/Line.hpp"
@@ -18,6 +19,18 @@ namespace {
 using Row = std::array<std::string, 4>;  // key, name or reason, source, reading
 using Rows = std::vector<Row>;
 
+std::string nameOfFan(int fan) {
+  uint32_t conn = 0;
+  if (SMCOpen(&conn) != 0) return "";
+  std::string name = fanName(fan, conn);
+  SMCClose(conn);
+  return name;
+}
+
+bool isOfFan(const std::string& key, std::string_view end) {
+  return key.size() == 4 && key[0] == 'F' && key[1] >= '0' && key[1] <= '9' && key.ends_with(end);
+}
+
 /// The name under which a key's reading is shown, or why it is not.
 std::string nameOfKey(const std::string& key, const EngineState& engine) {
   if (const Text name = engine.smcKeyHumanReadableNames.find(key).asText()) {
@@ -28,8 +41,8 @@ std::string nameOfKey(const std::string& key, const EngineState& engine) {
     return std::string(name) + " (short list)";
   }
   if (key == "FNum") return "(number of fans)";
-  if (key.size() == 4 && key.front() == 'F' && key.ends_with("Ac")) return "(speed of a fan)";
-  if (key.size() == 4 && key.front() == 'F' && key.ends_with("ID")) return "(name of a fan)";
+  if (isOfFan(key, "Ac")) return nameOfFan(key[1] - '0') + " (fan)";
+  if (isOfFan(key, "ID")) return "(name of a fan)";
   return "no name on this processor";
 }
 
@@ -43,14 +56,19 @@ std::string hex(const uint8_t* bytes, uint32_t size) {
   return digits;
 }
 
+/// The file's text, and what there is to say about it.
+std::string readingOf(const SensorListing& sensor) {
+  if (sensor.raw.empty()) return sensor.state;
+  return sensor.state == "read" ? sensor.raw : sensor.raw + ", " + sensor.state;
+}
+
 Rows rowsOf(LinuxMachine& machine, const EngineState& engine) {
   Rows rows;
   for (const SensorListing& sensor : machine.inventory()) {
     const std::string name = sensor.key.empty() ? sensor.reason : nameOfKey(sensor.key, engine);
     std::string source = sensor.driver + " " + sensor.device + "/" + sensor.file;
     if (!sensor.label.empty()) source += " \"" + sensor.label + "\"";
-    const std::string reading = sensor.state == "read" ? sensor.raw : sensor.state;
-    rows.push_back({sensor.key.empty() ? "-" : sensor.key, name, source, reading});
+    rows.push_back({sensor.key.empty() ? "-" : sensor.key, name, source, readingOf(sensor)});
   }
   return rows;
 }
@@ -101,9 +119,13 @@ std::string readingOf(const Drive& drive) {
 }
 
 void addDrives(Machine& machine, Rows& rows) {
+  auto* const computer = dynamic_cast<LinuxMachine*>(&machine);
   const size_t count = machine.driveCount().value_or(0);
+  machine.beginDriveWalk();
   for (size_t i = 0; i < count; ++i) {
-    rows.push_back({"-", "Disks", "drive " + std::to_string(i + 1), readingOf(machine.drive(i))});
+    const std::string source = computer != nullptr ? "block " + computer->driveSource(i)
+                                                   : "drive " + std::to_string(i + 1);
+    rows.push_back({"-", "Disks", source, readingOf(machine.drive(i))});
   }
 }
 

@@ -118,6 +118,12 @@ Drive BlockDrives::read(size_t index) {
   return counters ? Drive(*counters) : Drive(UnreadableDrive{});
 }
 
+std::string BlockDrives::sourceOf(size_t index) const {
+  if (index >= drives_.size()) return "";
+  const Entry& drive = drives_[index];
+  return drive.stats.empty() ? table_ + " " + drive.name : drive.path + "/stat";
+}
+
 std::vector<BlockDrives::Entry> BlockDrives::found() const {
   const std::optional<std::vector<std::string>> names = namesIn(calls_, sys_ + "/block");
   if (!names) return foundInTable();

@@ -31,6 +31,8 @@ class BlockDrives {
   /// Before the drives are read one by one.
   void beginWalk();
   Drive read(size_t index);
+  /// The file of its counters, and in a table of many its name there; "" where there is no drive.
+  std::string sourceOf(size_t index) const;
 
  private:
   struct Entry {

@@ -16,7 +16,7 @@ struct SensorListing {
       quantity;     ///< "temperature", "fan", "voltage", "current", "power", "energy", "humidity"
   std::string key;  ///< by which it is read; "" where it has none
   std::string reason;  ///< why it has none
-  std::string state;   ///< "read", or why there is no reading
+  std::string state;   ///< "read", "opened each time", or why there is no reading
   std::string raw;     ///< the file's text; "" where there is none
 };
 

@@ -72,6 +72,11 @@ Drive LinuxMachine::drive(size_t index) {
   return drives_->read(index);
 }
 
+std::string LinuxMachine::driveSource(size_t index) {
+  const std::lock_guard lock(mutex_);
+  return drives_->sourceOf(index);
+}
+
 double LinuxMachine::clock() {
   timespec now{};
   clock_gettime(CLOCK_REALTIME, &now);

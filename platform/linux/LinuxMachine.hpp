@@ -59,6 +59,8 @@ class LinuxMachine : public Machine {
   std::optional<size_t> driveCount() override;
   void beginDriveWalk() override;
   Drive drive(size_t index) override;
+  /// Where the drive's counters stand: "pci0000:00/ata1/block/sda/stat"; "" where there is none.
+  std::string driveSource(size_t index);
 
   double clock() override;
   /// The name that the owner gave, else the kernel's; absent in a tree that holds neither.

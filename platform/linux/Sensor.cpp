@@ -57,6 +57,7 @@ void Sensor::look(const Pass& pass) {
   closedGate_ = closed == traits_.gates.end() ? nullptr : *closed;
   if (closedGate_ != nullptr) {
     value_.reset();
+    raw_.clear();
     nextRead_ = 0;
     return;
   }
@@ -89,7 +90,7 @@ std::string Sensor::state() const {
     return "no reading: " + std::generic_category().message(file_.error());
   }
   if (!value_) return integer(raw_) ? "no reading: outside its range" : "no reading: no number";
-  return file_.state() == KeptFile::State::openedPerRead ? "read, opened each time" : "read";
+  return file_.state() == KeptFile::State::openedPerRead ? "opened each time" : "read";
 }
 
 }  // namespace halvermonte::linuxos

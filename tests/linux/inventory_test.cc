@@ -53,6 +53,16 @@ TEST(Inventory, TellsWhyThereIsNoReading) {
   EXPECT_EQ(state("temp6_input"), "no reading: Input/output error");
 }
 
+TEST(Inventory, KeepsNoTextOfWhatIsNotReadNow) {
+  Tree tree;
+  addChip(tree, 0, "coretemp", "platform/coretemp.0", {{"temp1", "51000", "Package id 0"}});
+  tree.write(chipFile(0, "temp1_fault"), "0\n");
+  LinuxMachine machine(tree.roots());
+  EXPECT_EQ(listed(machine, "coretemp", "temp1_input").raw, "51000");
+  tree.write(chipFile(0, "temp1_fault"), "1\n");
+  EXPECT_EQ(listed(machine, "coretemp", "temp1_input").raw, "");
+}
+
 TEST(Inventory, OmitsNoSensorAndAsksNoDriveUnlessToldTo) {
   Tree tree;
   addChip(tree, 0, "drivetemp", "pci0000:00/host0/target0:0:0/0:0:0:0", {{"temp1", "30000"}});

@@ -4,6 +4,7 @@
 set -u
 
 monitor=$1 version=$2
+trees=$(cd "$(dirname "$0")/../linux/trees" && pwd)
 page=$(cd "$(dirname "$0")/../../docs" && pwd)/record-json.md
 export LC_ALL=C.UTF-8
 unset NO_COLOR
@@ -129,7 +130,15 @@ expect 0 --machine machine.json --list
 has err 0
 head -1 out | grep -q '^Sample, simulated$' || fail "the list names no machine"
 grep -q '^TC0P  CPU 1 Proximity .*SMC sp78 .*6400$' out || fail "the list lacks TC0P: $(cat out)"
+grep -q '^F0Ac  Fan 1 (fan) .*SMC fpe2 .*0000$' out || fail "the list lacks the fan"
 grep -q 'Disks .*drive 1 .*1000 bytes read, 2000 written$' out || fail "the list lacks the drive"
+"$trees/../../../scripts/lay-out-tree" "$trees/mac.tree" mac || fail "mac.tree is not laid out"
+expect 0 --machine host --sys mac/sys --proc mac/proc --list
+grep -q '^TA0P  Airflow 1 .*applesmc platform/applesmc.768/temp1_input "TA0P" .*32000$' out &&
+  grep -q '^TW0P .*-127000, no reading: outside its range$' out &&
+  grep -q '^F0Ac  Right (fan) .*fan1_input "Right Side" .*1309$' out &&
+  grep -q '^- .*Disks .*block pci0000:00/ata1/block/sda/stat .*1048576 bytes read, 2097152' out ||
+  fail "the list of a tree: $(cat out)"
 expect 0 --sys empty --proc empty --list
 has err 1 '^halvermonte-monitor: no sensors'
 
