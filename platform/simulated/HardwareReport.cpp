@@ -2,6 +2,7 @@
 #include <locale>
 #include <sstream>
 
+#include "platform/portable/XMLText.hpp"
 #include "platform/simulated/MachineFileReaders.hpp"
 
 namespace halvermonte {
@@ -34,27 +35,10 @@ bool isUnwritable(std::string_view rest) {
 }
 
 std::string escaped(std::string_view text, const JsonPlace& place) {
-  std::string xml;
   for (size_t i = 0; i < text.size(); ++i) {
     if (isUnwritable(text.substr(i))) place.refuse("a text of characters that XML allows");
-    switch (text[i]) {
-      case '&':
-        xml += "&amp;";
-        break;
-      case '<':
-        xml += "&lt;";
-        break;
-      case '>':
-        xml += "&gt;";
-        break;
-      case '\r':
-        xml += "&#13;";
-        break;  // a bare one would be read as a line feed
-      default:
-        xml += text[i];
-    }
   }
-  return xml;
+  return portable::xmlText(text);
 }
 
 std::string element(std::string_view name, std::string_view content) {
