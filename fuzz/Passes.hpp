@@ -1,10 +1,13 @@
 // What the targets share: passes of an engine over a machine, and what holds after any of them.
 #pragma once
 
+#include <IOKit/IOKitLib.h>
+
 #include <cstdio>
 #include <cstdlib>
 #include <memory>
 
+#include "engine/EngineState.hpp"
 #include "engine/HalvermonteSensorsEngine.hpp"
 #include "platform/portable/LiveCounters.hpp"
 #include "platform/portable/Machine.hpp"
@@ -43,6 +46,8 @@ void makePasses(Next next) {
     require(portable::liveHandles() == handles, "a pass gives its handles back");
     next();
   }
+  // An engine keeps its iterator for good, which a target that makes one for each input cannot.
+  IOObjectRelease(engine.state().drivelist);
 }
 
 }  // namespace halvermonte

@@ -8,7 +8,10 @@
 namespace halvermonte::linuxos {
 namespace {
 
-constexpr std::string_view kBlanks{" \t\r\n\v\f\0", 7};
+/// Blanks, line ends and NULs.
+bool isBlank(char character) {
+  return character == ' ' || (character >= '\t' && character <= '\r') || character == '\0';
+}
 
 template <class Integer>
 std::optional<Integer> wholeNumber(std::string_view text) {
@@ -25,9 +28,9 @@ bool isDigit(char character) { return character >= '0' && character <= '9'; }
 }  // namespace
 
 std::string_view trimmed(std::string_view text) {
-  const size_t start = text.find_first_not_of(kBlanks);
-  if (start == std::string_view::npos) return {};
-  return text.substr(start, text.find_last_not_of(kBlanks) - start + 1);
+  while (!text.empty() && isBlank(text.front())) text.remove_prefix(1);
+  while (!text.empty() && isBlank(text.back())) text.remove_suffix(1);
+  return text;
 }
 
 std::string squeezed(std::string_view text) {
@@ -52,9 +55,9 @@ std::vector<std::string_view> split(std::string_view text, char separator) {
 std::vector<std::string_view> words(std::string_view text) {
   std::vector<std::string_view> found;
   while (!(text = trimmed(text)).empty()) {
-    const size_t end = std::min(text.find_first_of(kBlanks), text.size());
-    found.push_back(text.substr(0, end));
-    text.remove_prefix(end);
+    const auto end = std::find_if(text.begin(), text.end(), isBlank);
+    found.emplace_back(text.begin(), end);
+    text.remove_prefix(found.back().size());
   }
   return found;
 }
