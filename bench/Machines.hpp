@@ -5,6 +5,8 @@
 
 #include <functional>
 #include <memory>
+#include <set>
+#include <string>
 #include <type_traits>
 #include <utility>
 #include <vector>
@@ -13,6 +15,13 @@
 #include "platform/portable/Machine.hpp"
 
 namespace halvermonte {
+
+/// The temperature keys of the catalogue, each once.
+std::set<std::string> temperatureKeys();
+
+/// The first temperature keys of the catalogue, as many HID temperature sensors, two fans and two
+/// drives.
+std::unique_ptr<Machine> makeMachine(size_t keys, size_t hidSensors);
 
 /// Every temperature key of the catalogue, two fans, 24 HID temperature sensors and two drives.
 std::unique_ptr<Machine> makeFullMachine();

@@ -8,13 +8,11 @@
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
-#include <set>
 #include <string>
 #include <vector>
 
 #include "bench/Allocations.hpp"
 #include "bench/Machines.hpp"
-#include "engine/CatalogueTables.hpp"
 #include "engine/HalvermonteSensorsEngine.hpp"
 #include "platform/linux/LinuxMachine.hpp"
 
@@ -36,8 +34,7 @@ class ManySensors {
     fs::create_directory_symlink(device, chip / "device");
     fs::create_directory_symlink(chip, root_ / "sys/class/hwmon/hwmon0");
     std::ofstream(device / "name") << "applesmc\n";
-    const std::set<std::string> keys(std::begin(kTemperatureKeys), std::end(kTemperatureKeys));
-    for (const std::string& key : keys) {
+    for (const std::string& key : temperatureKeys()) {
       const std::string channel = "temp" + std::to_string(inputs_.size() + 1);
       std::ofstream(device / (channel + "_label")) << key << "\n";
       inputs_.push_back(device / (channel + "_input"));

@@ -20,6 +20,17 @@ void fullPass(benchmark::State& state, bool answersAlone) {
   measurePass(state, machine, answersAlone, [&] { engine.getSensorsInfo(record); });
 }
 
+/// The same over machines of more and more sensors.
+void passOfSensors(benchmark::State& state) {
+  const auto sensors = static_cast<size_t>(state.range(0));
+  const auto full = makeMachine(sensors, sensors);
+  Ticking machine(*full);
+  const ScopedMachine scope(machine);
+  HalvermonteSensorsEngine engine;
+  const auto record = std::make_shared<StatisticsData>();
+  measurePass(state, machine, false, [&] { engine.getSensorsInfo(record); });
+}
+
 /// The disk phases of a pass, from the counters to the record.
 void diskPass(benchmark::State& state, Machine& machine, bool answersAlone) {
   const ScopedMachine scope(machine);
@@ -56,6 +67,7 @@ BENCHMARK_CAPTURE(diskPassHere, whole, false);
 BENCHMARK_CAPTURE(diskPassHere, answersAlone, true);
 BENCHMARK_CAPTURE(fullPass, whole, false);
 BENCHMARK_CAPTURE(fullPass, answersAlone, true);
+BENCHMARK(passOfSensors)->DenseRange(0, 160, 40);
 
 }  // namespace
 }  // namespace halvermonte
