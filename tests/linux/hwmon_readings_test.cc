@@ -271,9 +271,9 @@ TEST_F(HwmonReadings, ShortOfDescriptorsFilesAreOpenedEachTimeAndListedSo) {
   EXPECT_EQ(temperature(machine(), "Tm0X"), 35);
   const SensorInventory inventory = machine().inventory();
   setrlimit(RLIMIT_NOFILE, &former);
-  const auto openedEachTime = std::count_if(
-      inventory.begin(), inventory.end(),
-      [](const SensorListing& sensor) { return sensor.state == "opened each time"; });
+  const auto openedEachTime =
+      std::count_if(inventory.begin(), inventory.end(),
+                    [](const SensorListing& sensor) { return sensor.state == "opened each time"; });
   EXPECT_GE(openedEachTime, 10);
 }
 
