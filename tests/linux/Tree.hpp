@@ -45,6 +45,11 @@ class Tree {
     return *this;
   }
 
+  Tree& move(std::string_view path, std::string_view target) {
+    std::filesystem::rename(at(path), at(target));
+    return *this;
+  }
+
   Tree& remove(std::string_view path) {
     std::filesystem::remove_all(at(path));
     return *this;
