@@ -28,7 +28,8 @@ int64_t integerOf(const Value& value) {
 
 /// True where the value is more than 5 degrees below the other, however far.
 bool isWellBelow(int64_t value, int64_t other) {
-  return value<other&& static_cast<uint64_t>(other) - static_cast<uint64_t>(value)> 5;
+  if (value >= other) return false;
+  return static_cast<uint64_t>(other) - static_cast<uint64_t>(value) > 5;
 }
 
 bool mentions(const Dictionary::Entry& entry, std::string_view part) {
