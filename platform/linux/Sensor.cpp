@@ -7,6 +7,12 @@
 #include "platform/linux/Text.hpp"
 
 namespace halvermonte::linuxos {
+namespace {
+
+constexpr double kRareSeconds = 10;
+constexpr double kSlowSeconds = 0.02;
+
+}  // namespace
 
 bool Gate::isOpen(const Pass& pass) {
   if (pass_ != pass.number) {
@@ -61,13 +67,16 @@ void Sensor::look(const Pass& pass) {
     nextRead_ = 0;
     return;
   }
-  if (traits_.isRare || file_.isLost()) {
-    constexpr double kSeconds = 10;
-    if (pass.seconds < nextRead_) return;
-    nextRead_ = pass.seconds + kSeconds;
-    if (file_.isLost()) file_.reopen();
-  }
+  if (pass.seconds < nextRead_) return;
+  const bool wasLost = file_.isLost();
+  const bool hadFailed = file_.error() != 0;
+  if (wasLost) file_.reopen();
+  // A driver may wait for half a second before it fails, and all other sensors with it.
+  const double began = hadFailed ? calls_->steadySeconds() : 0;
   value_ = reading();
+  const bool failedSlowly =
+      hadFailed && file_.error() != 0 && calls_->steadySeconds() - began > kSlowSeconds;
+  if (traits_.isRare || wasLost || failedSlowly) nextRead_ = pass.seconds + kRareSeconds;
 }
 
 std::optional<double> Sensor::reading() {

@@ -59,10 +59,11 @@ class Sensor {
 
   /// Opens nothing before it is read.
   Sensor(SystemCalls& calls, std::string path, Traits traits)
-      : file_(calls, std::move(path)), traits_(std::move(traits)) {}
+      : calls_(&calls), file_(calls, std::move(path)), traits_(std::move(traits)) {}
 
   /// The reading in its unit; absent where there is none in this pass. However often it is asked
-  /// for, the file is read once a pass; one that has gone or cannot be opened, once in ten seconds.
+  /// for, the file is read once a pass; one that has gone, cannot be opened, or takes long to fail,
+  /// once in ten seconds.
   std::optional<double> value(const Pass& pass);
 
   bool isRare() const noexcept { return traits_.isRare; }
@@ -78,6 +79,7 @@ class Sensor {
   void look(const Pass& pass);
   std::optional<double> reading();
 
+  SystemCalls* calls_;
   KeptFile file_;
   Traits traits_;
   uint64_t pass_ = 0;

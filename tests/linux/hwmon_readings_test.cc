@@ -116,6 +116,26 @@ TEST_F(HwmonReadings, VanishedSensorCostsNothingAndIsLookedForEveryTenSeconds) {
   EXPECT_EQ(package(), 51);
 }
 
+TEST_F(HwmonReadings, SensorThatTakesLongToFailDoesNotSlowTheOthersPassByPass) {
+  EXPECT_EQ(package(), 51);
+  int attempts = 0;
+  calls.readFails = [&](std::string_view path) {
+    if (!path.ends_with("temp1_input")) return 0;
+    ++attempts;
+    calls.seconds += 0.5;
+    return ETIMEDOUT;
+  };
+  for (int pass = 0; pass < 5; ++pass) EXPECT_EQ(package(), -1);
+  EXPECT_EQ(attempts, 2);
+  EXPECT_EQ(temperature(machine(), "TC1C"), 41);
+  calls.readFails = nullptr;
+  EXPECT_EQ(package(), -1);
+  calls.seconds += 10;
+  EXPECT_EQ(package(), 51);
+  tree.write(chipFile(0, "temp1_input"), "52000\n");
+  EXPECT_EQ(package(), 52) << "and in each pass again";
+}
+
 TEST_F(HwmonReadings, UnreadableSensorIsTriedEveryTenSeconds) {
   calls.openFails = failingOn("temp1_input", EACCES);
   EXPECT_EQ(package(), -1);
