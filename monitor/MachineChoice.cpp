@@ -54,8 +54,26 @@ ChosenMachine named(const std::string& name) {
   }
 }
 
-ChosenMachine host(std::unique_ptr<Machine> machine) {
+std::string hintOf(Machine& machine, Offer offer) {
+  auto* const computer = dynamic_cast<LinuxMachine*>(&machine);
+  if (const size_t denied = computer != nullptr ? computer->deniedSensors() : 0; denied > 0) {
+    return "sensors that this user may not read: " + std::to_string(denied) + " (see --list)";
+  }
+  switch (offer) {
+    case Offer::nothing:
+      return "no sensors and no drives to read here (see --machine list for others)";
+    case Offer::drivesAlone:
+      return "no temperatures and no fans to read here: a virtual machine, a container, or drivers "
+             "that are not loaded";
+    case Offer::sensors:
+      break;
+  }
+  return "";
+}
+
+ChosenMachine host(std::unique_ptr<Machine> machine, Offer offer) {
   ChosenMachine chosen;
+  chosen.hint = hintOf(*machine, offer);
   chosen.title = (machine->isThisComputer() ? "This computer: " : "") + machine->name();
   chosen.machine = std::move(machine);
   return chosen;
@@ -63,18 +81,21 @@ ChosenMachine host(std::unique_ptr<Machine> machine) {
 
 }  // namespace
 
-bool offersReadings(Machine& machine) {
-  if (machine.driveCount().value_or(0) > 0) return true;
+Offer offerOf(Machine& machine) {
   const ScopedMachine scope(machine);
   HalvermonteSensorsEngine engine;
   const auto record = std::make_shared<StatisticsData>();
   const auto reason = foundation::reasonRaisedBy([&] { engine.getSensorsInfo(record); });
-  return reason || !temperatureReadings(*record).empty() || !fanReadings(*record).empty();
+  if (reason || !temperatureReadings(*record).empty() || !fanReadings(*record).empty()) {
+    return Offer::sensors;
+  }
+  return machine.driveCount().value_or(0) > 0 ? Offer::drivesAlone : Offer::nothing;
 }
 
 ChosenMachine chooseMachine(const Options& options, std::unique_ptr<Machine> thisComputer) {
   if (options.machine && options.machine != "host") return named(*options.machine);
-  if (options.machine || offersReadings(*thisComputer)) return host(std::move(thisComputer));
+  const Offer offer = offerOf(*thisComputer);
+  if (options.machine || offer != Offer::nothing) return host(std::move(thisComputer), offer);
   return simulated(bundled(*findBundledMachine(kFallback)), "this computer offers nothing to read");
 }
 

@@ -14,6 +14,7 @@ struct ChosenMachine {
   std::unique_ptr<Machine> machine;
   SimulatedMachine* simulated = nullptr;  ///< the machine, where it is one from a file
   std::string title;  ///< its name, whether it is simulated, and why it where it was not asked for
+  std::string hint;   ///< what a real computer keeps to itself, and why; "" where it does not
 };
 
 /// The machine that the options name or, where they name none, this computer if it offers anything
@@ -24,8 +25,9 @@ ChosenMachine chooseMachine(const Options& options);
 /// The same, with `thisComputer` standing for this computer.
 ChosenMachine chooseMachine(const Options& options, std::unique_ptr<Machine> thisComputer);
 
-/// Whether the machine has a drive or, where it has none, a pass of an engine shows a reading.
-bool offersReadings(Machine& machine);
+/// What there is to read: what a pass of an engine shows, and drives.
+enum class Offer { nothing, drivesAlone, sensors };
+Offer offerOf(Machine& machine);
 
 /// The bundled machines, a line each.
 std::string machineList();

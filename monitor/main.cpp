@@ -27,9 +27,7 @@ int complain(const std::string& line, int status) {
 void run(const Options& options, const Output& output) {
   if (options.machine == "list") return output.write(machineList());
   ChosenMachine machine = chooseMachine(options);
-  if (machine.simulated == nullptr && !offersReadings(*machine.machine)) {
-    complain("no sensors and no drives to read here (see --machine list for others)", kDone);
-  }
+  if (!machine.hint.empty()) complain(machine.hint, kDone);
   if (options.list) return output.write(sensorList(machine));
   if (options.record) return recordMachine(machine, options, output);
   if (options.format == Format::json) return printJson(machine, options, output);

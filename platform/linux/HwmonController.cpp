@@ -181,6 +181,11 @@ SensorInventory HwmonController::inventory() {
   return inventory;
 }
 
+size_t HwmonController::deniedSensors() const {
+  return static_cast<size_t>(std::count_if(sensors_.begin(), sensors_.end(),
+                                           [](const Sensor& sensor) { return sensor.isDenied(); }));
+}
+
 SensorListing HwmonController::listing(const FoundSensor& found) {
   SensorListing listing{.driver = found.chip->driver,
                         .device = found.chip->device,

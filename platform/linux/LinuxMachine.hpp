@@ -55,6 +55,8 @@ class LinuxMachine : public Machine {
   SMCKeyBytes smcKeyBytes(uint32_t key) override;
   /// Every sensor that the kernel offers, shown or not. Reads them.
   SensorInventory inventory();
+  /// How many sensors were refused to this user when they were last asked for by their keys.
+  size_t deniedSensors();
 
   std::optional<size_t> driveCount() override;
   void beginDriveWalk() override;

@@ -1,6 +1,7 @@
 // One sensor that is read pass by pass.
 #pragma once
 
+#include <cerrno>
 #include <cstdint>
 #include <optional>
 #include <string>
@@ -70,6 +71,8 @@ class Sensor {
   Memory memory() const { return {value_, raw_, nextRead_}; }
   void remember(Memory memory);
 
+  /// Whether the user may not read the file.
+  bool isDenied() const noexcept { return file_.error() == EACCES; }
   /// How the last reading went, in words.
   std::string state() const;
   /// The file's text then.

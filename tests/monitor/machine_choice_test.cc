@@ -7,7 +7,8 @@
 
 #include "monitor/StandardStreams.hpp"
 #include "platform/simulated/BundledMachines.hpp"
-#include "tests/linux/Tree.hpp"
+#include "tests/linux/Computer.hpp"
+#include "tests/linux/WatchedCalls.hpp"
 #include "tests/support/TestMachine.hpp"
 
 namespace halvermonte::test {
@@ -63,6 +64,30 @@ TEST(MachineChoice, HostIsThisComputerEvenWhereItHasNothing) {
   EXPECT_EQ(chosen.title, "This computer: Box");
 }
 
+TEST(MachineChoice, WhatARealComputerKeepsToItselfIsHintedAt) {
+  EXPECT_THAT(chosenOn<EmptyComputer>("host").hint, StartsWith("no sensors and no drives"));
+  EXPECT_THAT(chosenOn<ComputerWithADrive>("host").hint, StartsWith("no temperatures and no fans"));
+  EXPECT_EQ(chosenOn<EmptyComputer>(std::nullopt).hint, "") << "of the one that stands in";
+}
+
+TEST(MachineChoice, SensorsThatTheUserMayNotReadAreHintedAt) {
+  Tree tree;
+  addChip(tree, 0, "coretemp", "platform/coretemp.0",
+          {{"temp1", "51000", "Package id 0"}, {"temp2", "41000", "Core 0"}});
+  WatchedCalls calls;
+  calls.openFails = failingOn("temp2_input", EACCES);
+  Options options;
+  options.machine = "host";
+  const auto hint = [&] {
+    return chooseMachine(options,
+                         std::make_unique<LinuxMachine>(tree.roots(), LinuxOptions(), calls))
+        .hint;
+  };
+  EXPECT_EQ(hint(), "sensors that this user may not read: 1 (see --list)");
+  calls.openFails = nullptr;
+  EXPECT_EQ(hint(), "");
+}
+
 TEST(MachineChoice, TreeIsNotCalledThisComputer) {
   const Tree tree;
   Options options;
@@ -100,25 +125,25 @@ TEST(MachineChoice, InvalidMachineFileIsWrongUse) {
   EXPECT_EQ(status, 2);
 }
 
-TEST(MachineChoice, ReadingsOrDrivesAreSomethingToRead) {
+TEST(MachineChoice, SensorsOrDrivesAreSomethingToRead) {
   TestMachine machine;
-  EXPECT_FALSE(offersReadings(machine)) << "a controller without keys";
+  EXPECT_EQ(offerOf(machine), Offer::nothing) << "a controller without keys";
   machine.keys["TC0P"] = sp78(0);
-  EXPECT_FALSE(offersReadings(machine)) << "a key without a reading that is shown";
+  EXPECT_EQ(offerOf(machine), Offer::nothing) << "a key without a reading that is shown";
   machine.keys["TC0P"] = sp78(40);
-  EXPECT_TRUE(offersReadings(machine));
+  EXPECT_EQ(offerOf(machine), Offer::sensors);
   machine.keys.clear();
   machine.setTemperatureSensors({sensor("gas gauge battery", 30)});
-  EXPECT_TRUE(offersReadings(machine));
+  EXPECT_EQ(offerOf(machine), Offer::sensors);
   machine.setTemperatureSensors({sensor("of no name that is shown", 30)});
-  EXPECT_FALSE(offersReadings(machine));
+  EXPECT_EQ(offerOf(machine), Offer::nothing);
   machine.keys = {{"FNum", ui8(1)}};
-  EXPECT_TRUE(offersReadings(machine)) << "a fan that stands";
+  EXPECT_EQ(offerOf(machine), Offer::sensors) << "a fan that stands";
   machine.keys.clear();
   machine.drives = {DriveStatistics()};
-  EXPECT_TRUE(offersReadings(machine));
+  EXPECT_EQ(offerOf(machine), Offer::drivesAlone);
   machine.drives = std::nullopt;
-  EXPECT_FALSE(offersReadings(machine));
+  EXPECT_EQ(offerOf(machine), Offer::nothing);
 }
 
 TEST(MachineList, HasALineForEachBundledMachine) {
