@@ -1,8 +1,11 @@
 // What a pass of the engine costs in system calls, on the computers of tests/linux/trees.
 #include <gmock/gmock.h>
 
+#include <cstdlib>
+#include <filesystem>
 #include <fstream>
 #include <iterator>
+#include <sstream>
 
 #include "tests/linux/Tree.hpp"
 #include "tests/linux/WatchedCalls.hpp"
@@ -11,10 +14,12 @@
 namespace halvermonte::test {
 namespace {
 
-class SystemCallsOfAPass : public ::testing::TestWithParam<const char*> {
+const std::filesystem::path kSource = HALVERMONTE_SOURCE;
+
+class SystemCallsOfAPass : public ::testing::TestWithParam<std::string> {
  protected:
-  std::string file() const {
-    return std::string(HALVERMONTE_SOURCE) + "/tests/linux/trees/" + GetParam() + ".tree";
+  std::filesystem::path file() const {
+    return kSource / "tests/linux/trees" / (GetParam() + ".tree");
   }
 
   /// As the file tells it.
@@ -30,8 +35,9 @@ class SystemCallsOfAPass : public ::testing::TestWithParam<const char*> {
 
 TEST_P(SystemCallsOfAPass, AreOneReadPerFileAndTwoThatNoticeChipsThatComeAndGo) {
   const Tree tree;
-  const std::string layOut = std::string(HALVERMONTE_SOURCE) + "/scripts/lay-out-tree ";
-  ASSERT_EQ(std::system((layOut + file() + " " + tree.at("").string()).c_str()), 0);
+  std::ostringstream layOut;
+  layOut << kSource / "scripts/lay-out-tree" << ' ' << file() << ' ' << tree.at("");
+  ASSERT_EQ(std::system(layOut.str().c_str()), 0);
   WatchedCalls calls;
   LinuxMachine machine(tree.roots(), {}, calls);
   Sampler sampler(machine);
