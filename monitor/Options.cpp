@@ -69,6 +69,10 @@ std::optional<Format> format(const std::string& text) {
 
 std::optional<std::string> any(const std::string& text) { return text; }
 
+std::optional<std::string> path(const std::string& text) {
+  return text.empty() ? std::nullopt : std::optional(text);
+}
+
 class CommandLine {
  public:
   CommandLine() {
@@ -76,18 +80,18 @@ class CommandLine {
     app_.set_version_flag("--version", versions());
     option("-m,--machine", machine_, any, "");
     option("-f,--format", format_, format, "text or json");
-    app_.add_flag("--json", json_);
+    flag("--json", json_);
     option("-n,--ticks", ticks_, positiveInteger<uint64_t>, "a positive integer");
     option("-i,--interval", options_.interval, seconds, "seconds from 0 to 1000000");
-    app_.add_flag("--watch", options_.watch);
-    app_.add_flag("--fahrenheit", options_.fahrenheit);
+    flag("--watch", options_.watch);
+    flag("--fahrenheit", options_.fahrenheit);
     option("--pid", options_.process, positiveInteger<int32_t>, "a process identifier");
-    app_.add_flag("--list", options_.list);
-    option("--record", options_.record, any, "");
-    app_.add_flag("--with-host-name", options_.withHostName);
-    app_.add_flag("--drive-temperatures", options_.driveTemperatures);
-    option("--sys", sys_, any, "");
-    option("--proc", proc_, any, "");
+    flag("--list", options_.list);
+    option("--record", options_.record, path, "a file's name");
+    flag("--with-host-name", options_.withHostName);
+    flag("--drive-temperatures", options_.driveTemperatures);
+    option("--sys", sys_, path, "a folder's name");
+    option("--proc", proc_, path, "a folder's name");
   }
 
   // Throws a CLI::ParseError.
@@ -97,6 +101,9 @@ class CommandLine {
     if (sys_ || proc_) expectThisComputer();
     if (options_.list && options_.record) refuse("--list", "excludes --record");
     if (options_.record && options_.watch) refuse("--record", "excludes --watch");
+    if (options_.withHostName && !options_.record) {
+      refuse("--with-host-name", "belongs to --record alone");
+    }
     options_.machine = machine_;
     options_.format = json_ ? Format::json : format_.value_or(Format::text);
     options_.ticks = ticks_.value_or(options_.watch ? Options::kEndless : 1);
@@ -113,6 +120,10 @@ class CommandLine {
   void expectThisComputer() {
     if (!machine_) machine_ = "host";
     if (machine_ != "host") refuse(sys_ ? "--sys" : "--proc", "belongs to --machine host alone");
+  }
+
+  void flag(const char* name, bool& target) {
+    app_.add_flag(name, target)->disable_flag_override();
   }
 
   // Where an option is given twice, the last one counts.

@@ -54,7 +54,7 @@ std::chrono::steady_clock::duration interval(const Options& options) {
 class Pause {
  public:
   explicit Pause(const Options& options) : interval_(interval(options)) {
-    if (options.watch) signals_.emplace(false);
+    if (options.watch || options.record) signals_.emplace(false);
   }
 
   /// False where the program was asked to stop meanwhile.
@@ -106,8 +106,9 @@ std::string timeOfDay() {
 }
 
 std::string secondsText(double seconds) {
+  const auto format = seconds < 1e-3 ? std::chars_format::general : std::chars_format::fixed;
   char text[32];
-  return {text, std::to_chars(text, text + sizeof text, seconds).ptr};
+  return {text, std::to_chars(text, text + sizeof text, seconds, format).ptr};
 }
 
 // What the engine prints on standard output, each line told once for as long as it is repeated.
@@ -151,14 +152,30 @@ std::vector<std::string> frame(const Reporter& reporter, const Options& options,
   return rows;
 }
 
-/// Makes the passes that were asked for, each a line of JSON where there is an output.
-void makePasses(Sampling& sampling, const Pause& pause, const Options& options,
-                const Output* output) {
+/// Makes the passes that were asked for, each a line of JSON where there is an output. Answers how
+/// many there were: fewer where the program was asked to stop.
+uint64_t makePasses(Sampling& sampling, const Pause& pause, const Options& options,
+                    const Output* output) {
   for (uint64_t tick = 0; tick < options.ticks; ++tick) {
-    if (tick > 0 && !pause.wait()) return;
+    if (tick > 0 && !pause.wait()) return tick;
     const auto reason = sampling.pass();
     if (output == nullptr) continue;
     output->write(reason ? jsonLine(tick, *reason) : jsonLine(tick, sampling.record()));
+  }
+  return options.ticks;
+}
+
+/// Opens the file for writing, which ends what it held unless the mode is to append.
+std::ofstream opened(const std::string& path, std::ios::openmode mode) {
+  std::ofstream file(path, mode);
+  if (!file) throw Failure(path + ": " + std::strerror(errno));
+  return file;
+}
+
+void writeRecording(const std::string& path, MachineRecorder& recorder) {
+  std::ofstream file = opened(path, std::ios::out);
+  if (!(file << recorder.machineFile() << std::flush)) {
+    throw Failure(path + ": " + std::strerror(errno));
   }
 }
 
@@ -173,21 +190,26 @@ void printJson(ChosenMachine& machine, const Options& options, const Output& out
 }
 
 void recordMachine(ChosenMachine& machine, const Options& options, const Output& output) {
-  std::ofstream file(*options.record);
-  if (!file) throw Failure(*options.record + ": " + std::strerror(errno));
+  // Whether the file can be written shows at once; what it holds stays until there is a recording.
+  opened(*options.record, std::ios::app);
   // A machine from a file has no name to hide.
   const bool named = machine.simulated != nullptr || options.withHostName;
   MachineRecorder recorder(*machine.machine, named ? MachineRecorder::HostName::kept
                                                    : MachineRecorder::HostName::leftOut);
   const Pause pause(options);
   Sampling sampling(machine, options, &recorder);
-  makePasses(sampling, pause, options, options.format == Format::json ? &output : nullptr);
-  if (!(file << recorder.machineFile() << std::flush)) {
-    throw Failure(*options.record + ": " + std::strerror(errno));
+  uint64_t ticks = 0;
+  try {
+    ticks =
+        makePasses(sampling, pause, options, options.format == Format::json ? &output : nullptr);
+  } catch (...) {  // Nobody reads the lines any more: that takes nothing from the recording.
+    writeRecording(*options.record, recorder);
+    throw;
   }
+  writeRecording(*options.record, recorder);
   if (options.format == Format::text) {
-    output.write(*options.record + ": " + std::to_string(options.ticks) + " ticks of " +
-                 machine.title + "\n");
+    output.write(*options.record + ": " + std::to_string(ticks) + " ticks of " + machine.title +
+                 "\n");
   }
 }
 

@@ -55,7 +55,8 @@ struct Handling {
   int number;
   void (*handler)(int);
 };
-constexpr Handling kStops[] = {{SIGINT, onStop}, {SIGTERM, onStop}, {SIGHUP, onStop}};
+constexpr Handling kStops[] = {
+    {SIGINT, onStop}, {SIGTERM, onStop}, {SIGHUP, onStop}, {SIGQUIT, onStop}};
 constexpr Handling kScreenSignals[] = {{SIGTSTP, onSuspend}, {SIGWINCH, onResize}};
 
 // What the caller had ignored, as nohup does, stays ignored.

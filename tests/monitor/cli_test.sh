@@ -4,6 +4,7 @@
 set -u
 
 monitor=$1 version=$2
+quoted=$(printf %q "$monitor")
 trees=$(cd "$(dirname "$0")/../linux/trees" && pwd)
 page=$(cd "$(dirname "$0")/../../docs" && pwd)/record-json.md
 export LC_ALL=C.UTF-8
@@ -219,17 +220,43 @@ for signal in INT TERM; do
   jq -e .tick out >jq.out || fail "a line of --watch --json is incomplete"
 done
 
+# A recording that is interrupted has the ticks so far, and a former one stays until there is a new one
+replays() {
+  "$monitor" --machine "$1" --json --ticks "$(lines out)" --interval 0 | cmp -s - out ||
+    fail "the recording of an interrupted run has not what its lines have: $(head -c 300 "$1")"
+}
+: >out
+env --default-signal=INT "$monitor" --machine M1 --json --ticks 100000 --interval 0.05 --record part.json >out 2>err &
+process=$!
+for _ in $(seq 200); do
+  [ "$(lines out)" -gt 2 ] && break
+  sleep 0.05
+done
+kill -INT $process
+wait $process || fail "an interrupted recording: exit status $?"
+replays part.json
+"$monitor" --machine M1 --json --ticks 100000 --interval 0 --record part.json | head -2 >out
+jq -e '.ticks | length >= 2' part.json >jq.out || fail "a closed pipe took the recording"
+replays part.json
+cp part.json former.json
+expect 134 --machine eleven.json --interval 0 --ticks 2 --record part.json 2>>shell.err
+cmp -s part.json former.json || fail "a run without a recording took the former one"
+expect 2 --record ''
+has err 1 "^halvermonte-monitor: --record: expected a file's name"
+expect 2 --with-host-name
+expect 2 --watch=3
+
 # At a terminal it takes the other screen and gives it back
 export TERM=xterm
-script -qec "$monitor --machine M1 --watch --ticks 2 --interval 0" typescript >script.out </dev/null
+script -qec "$quoted --machine M1 --watch --ticks 2 --interval 0" typescript >script.out </dev/null
 for sequence in '[?1049h' '[?25l' '[?7l' '[H' '[?7h' '[?25h' '[?1049l'; do
   grep -qF "$(printf '\033%s' "$sequence")" typescript || fail "no $sequence at the terminal"
 done
 grep -q 'M1, simulated' typescript || fail "no title at the terminal"
 grep -qF "$(printf '\033[1m')" typescript || fail "no colours at the terminal"
-NO_COLOR=1 script -qec "$monitor -m M1 --watch -n 1 -i 0" typescript >script.out </dev/null
+NO_COLOR=1 script -qec "$quoted -m M1 --watch -n 1 -i 0" typescript >script.out </dev/null
 grep -qF "$(printf '\033[1m')" typescript && fail "colours in spite of NO_COLOR"
-TERM=dumb script -qec "$monitor -m M1 --watch -n 1 -i 0" typescript >script.out </dev/null
+TERM=dumb script -qec "$quoted -m M1 --watch -n 1 -i 0" typescript >script.out </dev/null
 grep -q $'\033' typescript && fail "a dumb terminal was steered"
 
 [ $failures = 0 ] && echo "all passed"
