@@ -10,7 +10,7 @@ namespace {
 
 std::string temperatureAnswers(size_t count) {
   std::string answers;
-  for (const std::string& key : temperatureKeys()) {
+  for (const std::string& key : distinctTemperatureKeys()) {
     if (count-- == 0) break;
     answers += "\"" + key + R"json(": {"type": "flt ", "value": 47.5}, )json";
   }
@@ -28,11 +28,13 @@ std::string temperatureServices(size_t count) {
 
 }  // namespace
 
-std::set<std::string> temperatureKeys() {
+std::set<std::string> distinctTemperatureKeys() {
   return {std::begin(kTemperatureKeys), std::end(kTemperatureKeys)};
 }
 
-std::unique_ptr<Machine> makeFullMachine() { return makeMachine(temperatureKeys().size(), 24); }
+std::unique_ptr<Machine> makeFullMachine() {
+  return makeMachine(distinctTemperatureKeys().size(), 24);
+}
 
 std::unique_ptr<Machine> makeMachine(size_t keys, size_t hidSensors) {
   const std::string text = R"json({

@@ -17,7 +17,7 @@
 namespace halvermonte {
 
 /// The temperature keys of the catalogue, each once.
-std::set<std::string> temperatureKeys();
+std::set<std::string> distinctTemperatureKeys();
 
 /// The first temperature keys of the catalogue, as many HID temperature sensors, two fans and two
 /// drives.

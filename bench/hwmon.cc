@@ -34,7 +34,7 @@ class ManySensors {
     fs::create_directory_symlink(device, chip / "device");
     fs::create_directory_symlink(chip, root_ / "sys/class/hwmon/hwmon0");
     std::ofstream(device / "name") << "applesmc\n";
-    for (const std::string& key : temperatureKeys()) {
+    for (const std::string& key : distinctTemperatureKeys()) {
       const std::string channel = "temp" + std::to_string(inputs_.size() + 1);
       std::ofstream(device / (channel + "_label")) << key << "\n";
       inputs_.push_back(device / (channel + "_input"));

@@ -1,3 +1,5 @@
+#include <array>
+
 #include "engine/Temperatures.hpp"
 #include "platform/Conversions.hpp"
 #include "smc/SMC.h"

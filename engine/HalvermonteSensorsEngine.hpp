@@ -39,7 +39,7 @@ class HALVERMONTE_EXPORT HalvermonteSensorsEngine {
 
   /// The processor's name by the hardware report; "" where it tells none. Runs a command.
   Text askSytemInfoForProcessorName() const;
-  /// Physical cores; at least 1.
+  /// Physical cores, as the kernel counts them; never 0, but 1 where it tells none.
   int32_t physicalCores() const;
   /// The process's CPU use in percent of one core; 0.0 where ps could not be started or prints no
   /// number, -1.0 where its output cannot be read. Runs a command.
@@ -54,7 +54,8 @@ class HALVERMONTE_EXPORT HalvermonteSensorsEngine {
   Array returnVoltageValues() const;
   Array returnThermalValues() const;
 
-  /// What the engine carries between passes (engine/EngineState.hpp).
+  /// What the engine carries between passes: for tests and tools of this project, as its type is
+  /// not installed.
   const EngineState& state() const noexcept { return *state_; }
 
  private:

@@ -2,7 +2,7 @@
 #include <sys/sysctl.h>
 #include <sys/types.h>
 
-#include <cmath>
+#include <algorithm>
 #include <limits>
 #include <locale>
 #include <sstream>

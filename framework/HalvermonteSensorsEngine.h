@@ -30,7 +30,7 @@ HALVERMONTE_EXPORT
 /* The processor's name by the hardware report; "" where it tells none. Runs a command. */
 - (NSString*)askSytemInfoForProcessorName;
 
-/* Physical cores; at least 1. */
+/* Physical cores, as the kernel counts them; never 0, but 1 where it tells none. */
 - (int)physicalCores;
 
 /* The process's CPU use in percent of one core; 0.0 where ps could not be started or prints no

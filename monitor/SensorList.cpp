@@ -65,7 +65,8 @@ std::string readingOf(const SensorListing& sensor) {
 Rows rowsOf(LinuxMachine& machine, const EngineState& engine) {
   Rows rows;
   for (const SensorListing& sensor : machine.inventory()) {
-    const std::string name = sensor.key.empty() ? sensor.reason : nameOfKey(sensor.key, engine);
+    const std::string name =
+        sensor.key.empty() ? sensor.quantity + ": " + sensor.reason : nameOfKey(sensor.key, engine);
     std::string source = sensor.driver + " " + sensor.device + "/" + sensor.file;
     if (!sensor.label.empty()) source += " \"" + sensor.label + "\"";
     rows.push_back({sensor.key.empty() ? "-" : sensor.key, name, source, readingOf(sensor)});

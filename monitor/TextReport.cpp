@@ -96,7 +96,7 @@ class Report {
     const int32_t logical = record_.summary_cpuLogicalCores().int32Value();
     std::string cores;
     if (subject_.cores > 1 || logical > 1) cores = countText(subject_.cores, "core");
-    if (logical > subject_.cores) cores += ", " + countText(logical, "thread");
+    if (logical > subject_.cores) cores = joined(cores, ", ", countText(logical, "thread"));
     return joined(subject_.processor, ", ", cores);
   }
 

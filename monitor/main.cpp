@@ -1,4 +1,4 @@
-// halvermonte-monitor: shows what the sensors engine reads. A client of the engine like any host.
+// halvermonte-monitor: shows what the sensors engine reads.
 #include <clocale>
 #include <csignal>
 #include <cstdio>

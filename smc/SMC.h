@@ -84,8 +84,9 @@ HALVERMONTE_EXPORT float SMCGetFanSpeed(int fan, uint32_t conn);
 /* The number of fans, asked by the key "FNum"; 0 when there is no reading. */
 HALVERMONTE_EXPORT uint32_t SMCGetFanNumber(const char* key, uint32_t conn);
 
-/* The name of the fan (0 to 9): 1 when it was read, else 0. Writes at most 12 bytes and no NUL: the
- * caller hands in 13 zero bytes. Any other index ends the process. */
+/* The name of the fan (0 to 9): 1 when it was read, or is empty as only its bytes were refused;
+ * else 0. Writes at most 12 bytes and no NUL: the caller hands in 13 zero bytes. Any other index
+ * ends the process. */
 HALVERMONTE_EXPORT int SMCGetFanName(int fan, char* name, uint32_t conn);
 
 HALVERMONTE_C_END

@@ -13,7 +13,7 @@ RangeException::~RangeException() = default;
 namespace {
 
 bool start(NSTask* task) {
-  if ([task respondsToSelector:@selector(launchAndReturnError:)]) {  // from macOS 10.13 on
+  if ([task respondsToSelector:@selector(launchAndReturnError:)]) {  // not in GNUstep
     NSError* error = nil;
     return [task launchAndReturnError:&error];
   }

@@ -62,6 +62,10 @@ std::optional<int64_t> bytes(std::string_view sectors) {
   return count ? std::optional(static_cast<int64_t>(*count * kSectorBytes)) : std::nullopt;
 }
 
+int64_t wrappingSum(int64_t first, int64_t second) {
+  return static_cast<int64_t>(static_cast<uint64_t>(first) + static_cast<uint64_t>(second));
+}
+
 /// The line of the table that is about the device, from after its name.
 std::string_view countersOf(std::string_view table, std::string_view name) {
   for (const std::string_view line : split(table, '\n')) {
@@ -183,8 +187,8 @@ std::optional<DriveStatistics> BlockDrives::statistics(Entry& drive) const {
   // Before Linux 6.2 only the paths of a multipath drive are counted.
   for (KeptFile& path : std::span(drive.stats).subspan(1)) {
     if (const std::optional<DriveStatistics> part = statisticsIn(path)) {
-      *sum->bytesRead += *part->bytesRead;
-      *sum->bytesWritten += *part->bytesWritten;
+      *sum->bytesRead = wrappingSum(*sum->bytesRead, *part->bytesRead);
+      *sum->bytesWritten = wrappingSum(*sum->bytesWritten, *part->bytesWritten);
     }
   }
   return sum;

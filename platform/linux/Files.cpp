@@ -61,7 +61,8 @@ template <class Attempt>
 auto tried(Attempt attempt) {
   auto result = attempt();
   const bool isLasting = errno == ENOENT || errno == ENOTDIR || errno == EACCES;
-  return result || isLasting ? result : attempt();
+  if (result || isLasting) return result;
+  return attempt();
 }
 
 }  // namespace

@@ -1,4 +1,4 @@
-// The rules of disk throughput a second time: slow, word by word, and sharing nothing with the
+// Disk throughput a second time: slow, word by word, and sharing nothing with the
 // engine but its inputs.
 #pragma once
 

@@ -1,4 +1,4 @@
-// The rules of a pass's temperatures a second time: slow, word by word, and sharing nothing with
+// A pass's temperatures a second time: slow, word by word, and sharing nothing with
 // the engine but its inputs.
 #pragma once
 

@@ -1,4 +1,4 @@
-// Every question of a pass fails once, in every way in which it can: the pass ends by the rules,
+// Every question of a pass fails once, in every way in which it can: the pass ends as documented,
 // leaves nothing open, and the next one is whole.
 //
 // No reading here is higher than 24, so that one that fails (-1 or 0) is no fall that the drop

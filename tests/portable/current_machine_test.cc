@@ -26,13 +26,13 @@ TEST(CurrentMachineTest, ScopesNest) {
 }
 
 TEST(CurrentMachineTest, TheProcesssMachineAnswersThreadsWithoutOneOfTheirOwn) {
-  TestMachine processs;
+  TestMachine ofProcess;
   TestMachine scoped;
-  Machine::setProcessMachine(&processs);
+  Machine::setProcessMachine(&ofProcess);
   const ScopedMachine scope(scoped);
   Machine* seen = nullptr;
   std::jthread([&] { seen = &Machine::current(); }).join();
-  EXPECT_EQ(seen, &processs);
+  EXPECT_EQ(seen, &ofProcess);
   EXPECT_EQ(&Machine::current(), &scoped);
   Machine::setProcessMachine(nullptr);
 }
