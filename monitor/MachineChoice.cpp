@@ -59,6 +59,9 @@ std::string hintOf(Machine& machine, Offer offer) {
   if (const size_t denied = computer != nullptr ? computer->deniedSensors() : 0; denied > 0) {
     return "sensors that this user may not read: " + std::to_string(denied) + " (see --list)";
   }
+  if (offer != Offer::sensors && computer != nullptr && computer->sensors() > 0) {
+    return "no sensor gives a reading now (see --list)";
+  }
   switch (offer) {
     case Offer::nothing:
       return "no sensors and no drives to read here (see --machine list for others)";

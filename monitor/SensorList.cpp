@@ -3,8 +3,10 @@
 #include <algorithm>
 #include <array>
 #include <cstdio>
+#include <iterator>
 #include <vector>
 
+#include "engine/CatalogueTables.hpp"
 #include "engine/EngineState.hpp"
 #include "engine/Fans.hpp"
 #include "engine/HalvermonteSensorsEngine.hpp"
@@ -34,8 +36,9 @@ bool isOfFan(const std::string& key, std::string_view end) {
 /// The name under which a key's reading is shown, or why it is not.
 std::string nameOfKey(const std::string& key, const EngineState& engine) {
   if (const Text name = engine.smcKeyHumanReadableNames.find(key).asText()) {
-    const bool temperature = key.starts_with('T');
-    return std::string(name.view()) + (temperature ? "" : " (not sampled)");
+    const bool isSampled = std::find(std::begin(kTemperatureKeys), std::end(kTemperatureKeys),
+                                     key) != std::end(kTemperatureKeys);
+    return std::string(name.view()) + (isSampled ? "" : " (not sampled)");
   }
   if (const std::string_view name = fixedTemperatureName(key); !name.empty()) {
     return std::string(name) + " (short list)";

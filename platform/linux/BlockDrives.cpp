@@ -66,6 +66,12 @@ int64_t wrappingSum(int64_t first, int64_t second) {
   return static_cast<int64_t>(static_cast<uint64_t>(first) + static_cast<uint64_t>(second));
 }
 
+void add(DriveStatistics& sum, const std::optional<DriveStatistics>& part) {
+  if (!part) return;
+  sum.bytesRead = wrappingSum(*sum.bytesRead, *part->bytesRead);
+  sum.bytesWritten = wrappingSum(*sum.bytesWritten, *part->bytesWritten);
+}
+
 /// The line of the table that is about the device, from after its name.
 std::string_view countersOf(std::string_view table, std::string_view name) {
   for (const std::string_view line : split(table, '\n')) {
@@ -181,15 +187,21 @@ bool BlockDrives::isKnown(const Entry& drive) {
 }
 
 std::optional<DriveStatistics> BlockDrives::statistics(Entry& drive) const {
-  if (drive.stats.empty()) return driveStatistics(countersOf(tableText_, drive.name));
+  if (drive.stats.empty()) return statisticsInTable(drive.name);
   std::optional<DriveStatistics> sum = statisticsIn(drive.stats.front());
   if (!sum || !isIdle(*sum)) return sum;
   // Before Linux 6.2 only the paths of a multipath drive are counted.
-  for (KeptFile& path : std::span(drive.stats).subspan(1)) {
-    if (const std::optional<DriveStatistics> part = statisticsIn(path)) {
-      *sum->bytesRead = wrappingSum(*sum->bytesRead, *part->bytesRead);
-      *sum->bytesWritten = wrappingSum(*sum->bytesWritten, *part->bytesWritten);
-    }
+  for (KeptFile& path : std::span(drive.stats).subspan(1)) add(*sum, statisticsIn(path));
+  return sum;
+}
+
+std::optional<DriveStatistics> BlockDrives::statisticsInTable(std::string_view name) const {
+  std::optional<DriveStatistics> sum = driveStatistics(countersOf(tableText_, name));
+  if (!sum || !isIdle(*sum)) return sum;
+  for (const std::string_view line : split(tableText_, '\n')) {
+    const std::vector<std::string_view> fields = words(line);
+    if (fields.size() <= 2 || !isNvmePathOf(fields[2], name)) continue;
+    add(*sum, driveStatistics(countersOf(line, fields[2])));
   }
   return sum;
 }

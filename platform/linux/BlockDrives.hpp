@@ -47,6 +47,7 @@ class BlockDrives {
   void addPaths(Entry& drive, const std::vector<std::string>& names) const;
   bool isKnown(const Entry& drive);
   std::optional<DriveStatistics> statistics(Entry& drive) const;
+  std::optional<DriveStatistics> statisticsInTable(std::string_view name) const;
 
   SystemCalls& calls_;
   std::string sys_;

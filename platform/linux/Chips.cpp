@@ -28,6 +28,7 @@ constexpr auto kQuantities = std::to_array<QuantityRow>({
     {Quantity::power, "power", 1e-6, "power"},
     {Quantity::energy, "energy", 1e-6, "energy"},
     {Quantity::humidity, "humidity", 1e-3, "humidity"},
+    {Quantity::frequency, "freq", 1, "frequency"},
 });
 
 const QuantityRow& rowOf(Quantity quantity) {

@@ -11,12 +11,21 @@
 
 namespace halvermonte::linuxos {
 
-enum class Quantity : uint8_t { temperature, fan, voltage, current, power, energy, humidity };
+enum class Quantity : uint8_t {
+  temperature,
+  fan,
+  voltage,
+  current,
+  power,
+  energy,
+  humidity,
+  frequency
+};
 
 std::string_view nameOf(Quantity quantity);
 
 /// What one of the kernel's units is in degrees Celsius, revolutions per minute, volts, amperes,
-/// watts, joules or percent.
+/// watts, joules, percent or hertz.
 double unitOf(Quantity quantity);
 
 /// One reading of a chip.

@@ -127,7 +127,7 @@ std::vector<Gate*> HwmonController::gatesOf(const FoundSensor& found, Manner man
   const std::string channel = found.chip->folder + "/" + found.channel->name;
   if (found.channel->hasFault) gates.push_back(gate(channel + "_fault", Gate::Kind::fault));
   // amdgpu tells by a fan's whether its speed is set by hand.
-  const bool tellsEnabled = found.channel->hasEnable && (manner != Manner::maySleep ||
+  const bool tellsEnabled = found.channel->hasEnable && (found.chip->driver != "amdgpu" ||
                                                          found.channel->quantity != Quantity::fan);
   if (tellsEnabled) gates.push_back(gate(channel + "_enable", Gate::Kind::enable));
   return gates;
@@ -180,6 +180,8 @@ SensorInventory HwmonController::inventory() {
   for (const FoundSensor& found : found_) inventory.push_back(listing(found));
   return inventory;
 }
+
+size_t HwmonController::sensors() const { return sensors_.size(); }
 
 size_t HwmonController::deniedSensors() const {
   return static_cast<size_t>(std::count_if(sensors_.begin(), sensors_.end(),

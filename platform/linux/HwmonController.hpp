@@ -29,6 +29,8 @@ class HwmonController {
   /// Every sensor, in the order of the hardware. Begins a pass, and reads also what has no key,
   /// except where that is asleep or was not asked for.
   SensorInventory inventory();
+  /// How many sensors have keys.
+  size_t sensors() const;
   /// How many sensors were refused when they were last asked for by their keys.
   size_t deniedSensors() const;
 

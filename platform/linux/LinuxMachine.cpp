@@ -57,6 +57,11 @@ SensorInventory LinuxMachine::inventory() {
   return controller_->inventory();
 }
 
+size_t LinuxMachine::sensors() {
+  const std::lock_guard lock(mutex_);
+  return controller_->sensors();
+}
+
 size_t LinuxMachine::deniedSensors() {
   const std::lock_guard lock(mutex_);
   return controller_->deniedSensors();

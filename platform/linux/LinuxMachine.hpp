@@ -55,7 +55,9 @@ class LinuxMachine : public Machine {
   SMCKeyBytes smcKeyBytes(uint32_t key) override;
   /// Every sensor that the kernel offers, shown or not. Reads them.
   SensorInventory inventory();
-  /// How many sensors were refused to this user when they were last asked for by their keys.
+  /// How many sensors have keys, as of the last opening.
+  size_t sensors();
+  /// How many of them were refused to this user when they were last asked for by their keys.
   size_t deniedSensors();
 
   std::optional<size_t> driveCount() override;

@@ -85,6 +85,16 @@ TEST(BlockDrives, MultipathHeadStandsForItsPaths) {
   EXPECT_THAT(drivesOf(tree), ElementsAre((40 + 30) * 512)) << "kernels before 6.2 count the paths";
 }
 
+TEST(BlockDrives, MultipathHeadStandsForItsPathsInATableToo) {
+  Tree tree;
+  const std::string paths = " 259 1 nvme0c0n1" + statOf(40, 1) + " 259 2 nvme0c1n1" +
+                            statOf(30, 2) + " 259 3 nvme0c1n11" + statOf(5, 5);
+  tree.write("proc/diskstats", " 259 0 nvme0n1" + statOf(70, 9) + paths);
+  EXPECT_THAT(drivesOf(tree), ElementsAre(70 * 512));
+  tree.write("proc/diskstats", " 259 0 nvme0n1" + statOf(0, 0) + paths);
+  EXPECT_THAT(drivesOf(tree), ElementsAre((40 + 30) * 512));
+}
+
 TEST(BlockDrives, EmptyCardReaderAndOpticalDriveDoNotCount) {
   Tree tree;
   addDrive(tree, "sdc", "pci0000:00/usb1/host6/target6:0:0/6:0:0:0/block", 1);

@@ -66,13 +66,14 @@ TEST(Inventory, KeepsNoTextOfWhatIsNotReadNow) {
 TEST(Inventory, OmitsNoSensorAndAsksNoDriveUnlessToldTo) {
   Tree tree;
   addChip(tree, 0, "drivetemp", "pci0000:00/host0/target0:0:0/0:0:0:0", {{"temp1", "30000"}});
-  addChip(tree, 1, "a_new_chip", "platform/a",
-          {{"power2", "7"}, {"energy1", "8"}, {"humidity1", "9"}, {"curr1", "10"}});
+  addChip(
+      tree, 1, "a_new_chip", "platform/a",
+      {{"power2", "7"}, {"energy1", "8"}, {"humidity1", "9"}, {"curr1", "10"}, {"freq1", "11"}});
   tree.write(chipFile(1, "power1_average"), "6\n");
   tree.write(chipFile(1, "power2_average"), "5\n");
   WatchedCalls calls;
   LinuxMachine machine(tree.roots(), {}, calls);
-  EXPECT_EQ(machine.inventory().size(), 6u);
+  EXPECT_EQ(machine.inventory().size(), 7u);
   EXPECT_EQ(listed(machine, "a_new_chip", "power1_average").raw, "6");
   EXPECT_EQ(listed(machine, "a_new_chip", "power2_input").raw, "7");
   EXPECT_EQ(listed(machine, "drivetemp", "temp1_input").state, "not read");

@@ -133,6 +133,11 @@ head -1 out | grep -q '^Sample, simulated$' || fail "the list names no machine"
 grep -q '^TC0P  CPU 1 Proximity .*SMC sp78 .*6400$' out || fail "the list lacks TC0P: $(cat out)"
 grep -q '^F0Ac  Fan 1 (fan) .*SMC fpe2 .*0000$' out || fail "the list lacks the fan"
 grep -q 'Disks .*drive 1 .*1000 bytes read, 2000 written$' out || fail "the list lacks the drive"
+cat >proximity.json <<'END'
+{"name": "Proximity", "ticks": [{"smc": {"keys": {"TP0P": {"type": "sp78", "value": 40}}}}]}
+END
+expect 0 --machine proximity.json --list
+grep -q '^TP0P  PCH Proximity (not sampled) ' out || fail "a key that no pass reads: $(cat out)"
 "$trees/../../../scripts/lay-out-tree" "$trees/mac.tree" mac || fail "mac.tree is not laid out"
 expect 0 --machine host --sys mac/sys --proc mac/proc --list
 grep -q '^TA0P  Airflow 1 .*applesmc platform/applesmc.768/temp1_input "TA0P" .*32000$' out &&

@@ -88,6 +88,16 @@ TEST(MachineChoice, SensorsThatTheUserMayNotReadAreHintedAt) {
   EXPECT_EQ(hint(), "");
 }
 
+TEST(MachineChoice, SensorsThatGiveNoReadingNowAreHintedAt) {
+  Tree tree;
+  addChip(tree, 0, "amdgpu", "pci0000:00/0000:03:00.0", {{"temp1", "44000", "edge"}});
+  tree.write("sys/devices/pci0000:00/0000:03:00.0/power/runtime_status", "suspended\n");
+  Options options;
+  options.machine = "host";
+  EXPECT_EQ(chooseMachine(options, std::make_unique<LinuxMachine>(tree.roots())).hint,
+            "no sensor gives a reading now (see --list)");
+}
+
 TEST(MachineChoice, TreeIsNotCalledThisComputer) {
   const Tree tree;
   Options options;
