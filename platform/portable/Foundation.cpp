@@ -1,5 +1,6 @@
 #include "platform/Foundation.hpp"
 
+#include <langinfo.h>
 #include <libintl.h>
 #include <unistd.h>
 
@@ -25,7 +26,20 @@ Text localizedHostName() {
 
 Date currentDate() { return Date(Machine::current().clock()); }
 
-std::string bundleText(const char* key) { return gettext(key); }
+std::string bundleText(const char* key) {
+  const char* const translated = gettext(key);
+  if (translated == key) return key;
+  // gettext gives text in the locale's charset unless the host has bound another one. For any but
+  // UTF-8 it is asked again, and the host's own later calls get what they got before.
+  const char* const domain = textdomain(nullptr);
+  const char* const bound = bind_textdomain_codeset(domain, nullptr);
+  const std::string hosts = bound != nullptr ? bound : nl_langinfo(CODESET);
+  if (hosts == "UTF-8") return translated;
+  bind_textdomain_codeset(domain, "UTF-8");
+  std::string text = gettext(key);
+  bind_textdomain_codeset(domain, hosts.c_str());
+  return text;
+}
 
 std::string formatted(const std::string& format, const std::string& argument) {
   static constexpr std::string_view kPlace = "%@";

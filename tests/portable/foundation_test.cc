@@ -1,6 +1,7 @@
 #include "platform/Foundation.hpp"
 
 #include <gmock/gmock.h>
+#include <langinfo.h>
 #include <libintl.h>
 #include <unistd.h>
 
@@ -86,6 +87,22 @@ TEST(FoundationTest, ABundleTextIsTheHostsTranslation) {
   ASSERT_TRUE(translations.made());
   EXPECT_EQ(foundation::bundleText("%@/s"), "%@ je Sekunde");
   EXPECT_EQ(foundation::bundleText("0 KB/s"), "0 KB/s");
+}
+
+TEST(FoundationTest, ABundleTextIsUTF8WhateverCharsetTheHostHas) {
+  if (std::system("command -v msgfmt >/dev/null") != 0) GTEST_SKIP() << "msgfmt is not installed";
+  const Translations translations("msgid \"%@/s\"\nmsgstr \"%@ / \u00E0 \u20AC\"\n");
+  ASSERT_TRUE(translations.made());
+  ASSERT_STRNE(nl_langinfo(CODESET), "UTF-8") << "the C locale's charset is ASCII";
+  const std::string inASCII = gettext("%@/s");
+  EXPECT_EQ(foundation::bundleText("%@/s"), "%@ / \u00E0 \u20AC");
+  EXPECT_EQ(gettext("%@/s"), inASCII) << "the host's own calls get what they got before";
+
+  bind_textdomain_codeset("host", "ISO-8859-1");
+  EXPECT_EQ(foundation::bundleText("%@/s"), "%@ / \u00E0 \u20AC");
+  EXPECT_STREQ(bind_textdomain_codeset("host", nullptr), "ISO-8859-1");
+  bind_textdomain_codeset("host", "UTF-8");
+  EXPECT_EQ(foundation::bundleText("%@/s"), "%@ / \u00E0 \u20AC");
 }
 
 TEST(FoundationTest, ALogLineGoesToStandardErrorWithDateProgramAndProcess) {
