@@ -22,12 +22,26 @@ CFNumberRef createNumber(uint32_t number) {
   return CFNumberCreate(kCFAllocatorDefault, kCFNumberSInt32Type, &signedNumber);
 }
 
-/// The services that match at this moment; NULL where the event system has no list.
-CFArrayRef copyServices(CFDictionaryRef sensors) {
-  const CFOwned client(IOHIDEventSystemClientCreate(kCFAllocatorDefault));
-  IOHIDEventSystemClientSetMatching(client.get(), sensors);
-  return IOHIDEventSystemClientCopyServices(client.get());
-}
+/// The services that match at this moment, and the client that gave them. A service may answer no
+/// longer than its client lives, so the client is released last.
+class Services {
+ public:
+  explicit Services(CFDictionaryRef sensors)
+      : client_(IOHIDEventSystemClientCreate(kCFAllocatorDefault)),
+        list_(client_ ? copyList(client_.get(), sensors) : nullptr) {}
+
+  /// NULL if there is no client, or the event system has no list.
+  CFArrayRef list() const { return list_.get(); }
+
+ private:
+  static CFArrayRef copyList(IOHIDEventSystemClientRef client, CFDictionaryRef sensors) {
+    IOHIDEventSystemClientSetMatching(client, sensors);
+    return IOHIDEventSystemClientCopyServices(client);
+  }
+
+  CFOwned<IOHIDEventSystemClientRef> client_;
+  CFOwned<CFArrayRef> list_;
+};
 
 CFMutableArrayRef createList() {
   return CFArrayCreateMutable(kCFAllocatorDefault, 0, &kCFTypeArrayCallBacks);
@@ -52,14 +66,19 @@ CFTypeRef createName(IOHIDServiceClientRef service) {
 
 /// A service without an event counts as 0.0, so that values stay aligned with names.
 CFNumberRef createReading(IOHIDServiceClientRef service, int32_t eventType) {
-  const CFOwned event(IOHIDServiceClientCopyEvent(service, eventType, 0, 0));
+  const CFOwned event(IOHIDServiceClientCopyEvent(service, eventType, nullptr, 0));
   const double reading = event ? IOHIDEventGetFloatValue(event.get(), firstField(eventType)) : 0.0;
   return CFNumberCreate(kCFAllocatorDefault, kCFNumberDoubleType, &reading);
 }
 
-void appendReadings(CFArrayRef services, CFMutableArrayRef list, int32_t eventType) {
-  appendForEach(services, list,
-                [=](IOHIDServiceClientRef service) { return createReading(service, eventType); });
+/// The readings of all services; none without a list.
+CFMutableArrayRef createReadings(const Services& services, int32_t eventType) {
+  const CFMutableArrayRef readings = createList();
+  if (services.list() != nullptr) {
+    appendForEach(services.list(), readings,
+                  [=](IOHIDServiceClientRef service) { return createReading(service, eventType); });
+  }
+  return readings;
 }
 
 }  // namespace
@@ -76,26 +95,21 @@ CFDictionaryRef matching(uint32_t page, uint32_t usage) {
 }
 
 CFMutableArrayRef getProductNames(CFDictionaryRef sensors) {
-  const CFOwned services(copyServices(sensors));
-  if (!services) return nullptr;
+  const Services services(sensors);
+  if (services.list() == nullptr) return nullptr;
   const CFMutableArrayRef names = createList();
-  appendForEach(services.get(), names, createName);
+  appendForEach(services.list(), names, createName);
   return names;
 }
 
 CFMutableArrayRef getPowerValues(CFDictionaryRef sensors) {
-  const CFArrayRef services = copyServices(sensors);
-  const CFMutableArrayRef readings = createList();
-  if (services != nullptr) appendReadings(services, readings, kPowerEvent);
-  // Unchecked on purpose: a missing list of power sensors ends the process, while one of
-  // temperature sensors counts as empty. Hosts tell the two apart by it.
-  CFRelease(services);
-  return readings;
+  const Services services(sensors);
+  // A missing list of power sensors ends the process, while one of temperature sensors counts as
+  // empty. Hosts tell the two apart by it.
+  if (services.list() == nullptr) CFRelease(services.list());
+  return createReadings(services, kPowerEvent);
 }
 
 CFMutableArrayRef getThermalValues(CFDictionaryRef sensors) {
-  const CFOwned services(copyServices(sensors));
-  const CFMutableArrayRef readings = createList();
-  if (services) appendReadings(services.get(), readings, kTemperatureEvent);
-  return readings;
+  return createReadings(Services(sensors), kTemperatureEvent);
 }

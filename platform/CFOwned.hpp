@@ -3,8 +3,6 @@
 
 #include <CoreFoundation/CoreFoundation.h>
 
-#include <utility>
-
 namespace halvermonte {
 
 template <class Reference>
@@ -19,8 +17,6 @@ class CFOwned {
 
   Reference get() const noexcept { return object_; }
   explicit operator bool() const noexcept { return object_ != nullptr; }
-  /// Hands the reference to the caller.
-  Reference take() noexcept { return std::exchange(object_, nullptr); }
 
  private:
   Reference object_;

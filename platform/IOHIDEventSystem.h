@@ -14,10 +14,11 @@ HALVERMONTE_C_BEGIN
 typedef struct __IOHIDEvent* IOHIDEventRef;
 
 IOHIDEventSystemClientRef IOHIDEventSystemClientCreate(CFAllocatorRef allocator);
-int IOHIDEventSystemClientSetMatching(IOHIDEventSystemClientRef client, CFDictionaryRef matching);
-/* The current event of the type; NULL where the service gives none. */
+void IOHIDEventSystemClientSetMatching(IOHIDEventSystemClientRef client, CFDictionaryRef matching);
+/* The current event of the type; NULL if the service gives none. No event to match, and no options:
+ * NULL and 0. */
 IOHIDEventRef IOHIDServiceClientCopyEvent(IOHIDServiceClientRef service, int64_t type,
-                                          int32_t options, int64_t timestamp);
+                                          IOHIDEventRef matching, uint32_t options);
 double IOHIDEventGetFloatValue(IOHIDEventRef event, int32_t field);
 
 HALVERMONTE_C_END

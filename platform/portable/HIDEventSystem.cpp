@@ -1,4 +1,6 @@
 // The HID event system, answered by the current machine.
+#include <atomic>
+#include <memory>
 #include <optional>
 
 #include "platform/IOHIDEventSystem.h"
@@ -8,6 +10,9 @@
 using halvermonte::HIDSensorKind;
 using halvermonte::HIDServices;
 using halvermonte::Machine;
+using halvermonte::portable::Object;
+using halvermonte::portable::ObjectKind;
+using halvermonte::portable::objectOf;
 
 namespace {
 
@@ -27,42 +32,68 @@ constexpr SensorUsage kSensorUsages[] = {
     {0xFF08, 3, HIDSensorKind::voltage, kPowerEvent},
 };
 
-int32_t entry(CFDictionaryRef matching, CFStringRef key) {
-  int32_t value = 0;
-  const void* const number = CFDictionaryGetValue(matching, key);
-  if (number != nullptr) {
-    CFNumberGetValue(static_cast<CFNumberRef>(number), kCFNumberSInt32Type, &value);
-  }
-  return value;
+/// The entry of a matching dictionary: a 32-bit number, as a usage is matched by its exact form.
+std::optional<int32_t> entry(CFDictionaryRef matching, CFStringRef key) {
+  const void* const found = CFDictionaryGetValue(matching, key);
+  if (found == nullptr) return std::nullopt;
+  const auto& number = objectOf<__CFNumber>(found, "IOHIDEventSystemClientSetMatching");
+  if (number.type != kCFNumberSInt32Type) return std::nullopt;
+  return static_cast<int32_t>(std::get<int64_t>(number.value));
 }
 
 const SensorUsage* usageOf(CFDictionaryRef matching) {
-  const int32_t page = entry(matching, CFSTR("PrimaryUsagePage"));
-  const int32_t usage = entry(matching, CFSTR("PrimaryUsage"));
+  const std::optional<int32_t> page = entry(matching, CFSTR("PrimaryUsagePage"));
+  const std::optional<int32_t> usage = entry(matching, CFSTR("PrimaryUsage"));
   for (const SensorUsage& row : kSensorUsages) {
     if (row.page == page && row.usage == usage) return &row;
   }
   return nullptr;
 }
 
+/// The services that a client gave. They answer no longer than their client is alive.
+struct ServiceList {
+  std::shared_ptr<const HIDServices> services;
+  int64_t eventType;
+  std::shared_ptr<const std::atomic<bool>> clientIsAlive;
+};
+
 }  // namespace
 
-struct __IOHIDEventSystemClient final : halvermonte::portable::Object {
+struct __IOHIDEventSystemClient final : Object {
+  static constexpr auto kKind = ObjectKind::hidClient;
+  static constexpr const char* kExpected = "a live client of the HID event system";
+
+  __IOHIDEventSystemClient() : Object(kKind) {}
+  void end() override { *isAlive = false; }
+
   const SensorUsage* sensors = nullptr;
+  std::shared_ptr<std::atomic<bool>> isAlive = std::make_shared<std::atomic<bool>>(true);
 };
 
-struct __IOHIDServiceClient final : halvermonte::portable::Object {
-  __IOHIDServiceClient(std::shared_ptr<const HIDServices> all, size_t place, int64_t event)
-      : services(std::move(all)), index(place), eventType(event) {}
-  const halvermonte::HIDService& service() const { return (*services)[index]; }
+struct __IOHIDServiceClient final : Object {
+  static constexpr auto kKind = ObjectKind::hidService;
+  static constexpr const char* kExpected = "a live HID service";
 
-  std::shared_ptr<const HIDServices> services;
+  __IOHIDServiceClient(std::shared_ptr<const ServiceList> all, size_t place)
+      : Object(kKind), list(std::move(all)), index(place) {}
+  void end() override { list = nullptr; }
+
+  /// Null if the client is gone.
+  const halvermonte::HIDService* service() const {
+    return *list->clientIsAlive ? &(*list->services)[index] : nullptr;
+  }
+
+  std::shared_ptr<const ServiceList> list;
   size_t index;
-  int64_t eventType;
 };
 
-struct __IOHIDEvent final : halvermonte::portable::Object {
-  __IOHIDEvent(int64_t eventType, double eventValue) : type(eventType), value(eventValue) {}
+struct __IOHIDEvent final : Object {
+  static constexpr auto kKind = ObjectKind::hidEvent;
+  static constexpr const char* kExpected = "a live HID event";
+
+  __IOHIDEvent(int64_t eventType, double eventValue)
+      : Object(kKind), type(eventType), value(eventValue) {}
+
   int64_t type;
   double value;
 };
@@ -71,39 +102,48 @@ IOHIDEventSystemClientRef IOHIDEventSystemClientCreate(CFAllocatorRef) {
   return new __IOHIDEventSystemClient;
 }
 
-int IOHIDEventSystemClientSetMatching(IOHIDEventSystemClientRef client, CFDictionaryRef matching) {
-  client->sensors = usageOf(matching);
-  return 0;
+void IOHIDEventSystemClientSetMatching(IOHIDEventSystemClientRef client, CFDictionaryRef matching) {
+  auto& own = objectOf<__IOHIDEventSystemClient>(client, "IOHIDEventSystemClientSetMatching");
+  own.sensors = usageOf(matching);
 }
 
 CFArrayRef IOHIDEventSystemClientCopyServices(IOHIDEventSystemClientRef client) {
-  const SensorUsage* const sensors = client->sensors;
-  if (sensors == nullptr) return new __CFArray;
-  const std::shared_ptr<const HIDServices> services = Machine::current().hidServices(sensors->kind);
+  const auto& own =
+      objectOf<__IOHIDEventSystemClient>(client, "IOHIDEventSystemClientCopyServices");
+  if (own.sensors == nullptr) return new __CFArray;
+  auto services = Machine::current().hidServices(own.sensors->kind);
   if (services == nullptr) return nullptr;
+  const size_t count = services->size();
+  const auto all = std::make_shared<const ServiceList>(
+      ServiceList{std::move(services), own.sensors->eventType, own.isAlive});
   auto* const list = new __CFArray;
-  list->elements.reserve(services->size());
-  for (size_t i = 0; i < services->size(); ++i) {
-    auto* const service = new __IOHIDServiceClient(services, i, sensors->eventType);
-    CFArrayAppendValue(list, service);
+  list->elements.reserve(count);
+  for (size_t i = 0; i < count; ++i) {
+    auto* const service = new __IOHIDServiceClient(all, i);
+    list->add(service);
     CFRelease(service);
   }
   return list;
 }
 
 CFTypeRef IOHIDServiceClientCopyProperty(IOHIDServiceClientRef service, CFStringRef key) {
-  const std::optional<std::string>& product = service->service().product;
-  if (!product || key->characters != "Product") return nullptr;
-  return new __CFString(*product);
+  constexpr const char* kCall = "IOHIDServiceClientCopyProperty";
+  const auto* const asked = objectOf<__IOHIDServiceClient>(service, kCall).service();
+  const bool isProduct = objectOf<__CFString>(key, kCall).characters == "Product";
+  if (asked == nullptr || !asked->product || !isProduct) return nullptr;
+  return new __CFString(*asked->product);
 }
 
-IOHIDEventRef IOHIDServiceClientCopyEvent(IOHIDServiceClientRef service, int64_t type, int32_t,
-                                          int64_t) {
-  const std::optional<double>& value = service->service().value;
-  if (!value || type != service->eventType) return nullptr;
-  return new __IOHIDEvent(type, *value);
+IOHIDEventRef IOHIDServiceClientCopyEvent(IOHIDServiceClientRef service, int64_t type,
+                                          IOHIDEventRef matching, uint32_t options) {
+  const auto& own = objectOf<__IOHIDServiceClient>(service, "IOHIDServiceClientCopyEvent");
+  const auto* const asked = own.service();
+  if (asked == nullptr || !asked->value || type != own.list->eventType) return nullptr;
+  if (matching != nullptr || options != 0) return nullptr;
+  return new __IOHIDEvent(type, *asked->value);
 }
 
 double IOHIDEventGetFloatValue(IOHIDEventRef event, int32_t field) {
-  return field == static_cast<int32_t>(event->type << 16) ? event->value : 0.0;
+  const auto& own = objectOf<__IOHIDEvent>(event, "IOHIDEventGetFloatValue");
+  return field == static_cast<int32_t>(own.type << 16) ? own.value : 0.0;
 }

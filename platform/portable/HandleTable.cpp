@@ -10,18 +10,15 @@ uint32_t HandleTable::open(Handle handle) {
   return lastNumber_;
 }
 
-std::optional<Handle> HandleTable::find(uint32_t number) {
+Handle* HandleTable::find(uint32_t number) {
   std::lock_guard guard(lock_);
   const auto found = open_.find(number);
-  return found != open_.end() ? std::optional(found->second) : std::nullopt;
+  return found != open_.end() ? &found->second : nullptr;
 }
 
-bool HandleTable::setPosition(uint32_t number, size_t position) {
-  std::lock_guard guard(lock_);
-  const auto found = open_.find(number);
-  if (found == open_.end()) return false;
-  found->second.position = position;
-  return true;
+Handle* HandleTable::find(uint32_t number, HandleKind kind) {
+  Handle* const found = find(number);
+  return found != nullptr && found->kind == kind ? found : nullptr;
 }
 
 bool HandleTable::close(uint32_t number) {

@@ -1,9 +1,7 @@
-// The registry and the SMC's user client, answered by the current machine.
+// The registry, its services and their connections, answered by the current machine.
 #include <IOKit/IOKitLib.h>
-#include <sys/sysctl.h>
 
-#include <algorithm>
-#include <cstring>
+#include <optional>
 #include <string>
 
 #include "platform/portable/HandleTable.hpp"
@@ -16,14 +14,12 @@ using halvermonte::kCodeBadArgument;
 using halvermonte::kCodeError;
 using halvermonte::kCodeInvalidDestination;
 using halvermonte::Machine;
-using halvermonte::SMCKeyBytes;
-using halvermonte::SMCKeyInfo;
 using halvermonte::SMCService;
 using halvermonte::UnreadableDrive;
 using halvermonte::portable::Handle;
 using halvermonte::portable::HandleKind;
 using halvermonte::portable::handles;
-using halvermonte::portable::Retained;
+using halvermonte::portable::objectOf;
 
 namespace {
 
@@ -34,25 +30,27 @@ kern_return_t code(uint32_t value) { return static_cast<kern_return_t>(value); }
 
 std::string classOf(CFDictionaryRef matching) {
   const void* const name = CFDictionaryGetValue(matching, CFSTR("IOProviderClass"));
-  return name != nullptr ? static_cast<CFStringRef>(name)->characters : "";
+  return name != nullptr ? objectOf<__CFString>(name, "IOServiceGetMatchingServices").characters
+                         : "";
 }
 
 kern_return_t matchSMC(io_iterator_t* iterator) {
   const SMCService service = Machine::current().smcService();
   if (service.code != halvermonte::kCodeSuccess) return code(service.code);
-  *iterator = handles().open({HandleKind::smcServices, 0, service.present ? size_t{1} : 0});
+  const size_t count = service.present ? 1 : 0;
+  *iterator = handles().open({.kind = HandleKind::smcServices, .count = count});
   return KERN_SUCCESS;
 }
 
 kern_return_t matchDrives(io_iterator_t* iterator) {
   const std::optional<size_t> count = Machine::current().driveCount();
   if (!count) return code(kCodeError);
-  *iterator = handles().open({HandleKind::drives, 0, *count});
+  *iterator = handles().open({.kind = HandleKind::drives, .count = *count});
   return KERN_SUCCESS;
 }
 
 void put(__CFDictionary& dictionary, CFStringRef key, CFTypeRef ownedValue) {
-  dictionary.entries.push_back({Retained(key), Retained(ownedValue)});
+  dictionary.add(key, ownedValue);
   CFRelease(ownedValue);
 }
 
@@ -73,7 +71,10 @@ const mach_port_t bootstrap_port = 3;
 
 mach_port_t mach_task_self() { return kTaskPort; }
 
-kern_return_t IOMasterPort(mach_port_t, mach_port_t* masterPort) {
+kern_return_t IOMasterPort(mach_port_t bootstrapPort, mach_port_t* masterPort) {
+  if (bootstrapPort != MACH_PORT_NULL && bootstrapPort != bootstrap_port) {
+    return code(kCodeInvalidDestination);
+  }
   *masterPort = kMainPort;
   return KERN_SUCCESS;
 }
@@ -84,27 +85,29 @@ CFMutableDictionaryRef IOServiceMatching(const char* className) {
   return matching;
 }
 
-kern_return_t IOServiceGetMatchingServices(mach_port_t, CFDictionaryRef matching,
+kern_return_t IOServiceGetMatchingServices(mach_port_t masterPort, CFDictionaryRef matching,
                                            io_iterator_t* iterator) {
   const std::string className = classOf(matching);
   CFRelease(matching);
+  if (masterPort != MACH_PORT_NULL && masterPort != kMainPort) return code(kCodeInvalidDestination);
   if (className == "AppleSMC") return matchSMC(iterator);
   if (className == "IOBlockStorageDriver") return matchDrives(iterator);
   return code(kCodeBadArgument);
 }
 
 io_object_t IOIteratorNext(io_iterator_t iterator) {
-  const std::optional<Handle> list = handles().find(iterator);
-  if (!list) return 0;
+  Handle* const list = handles().find(iterator);
+  if (list == nullptr) return 0;
   if (list->kind == HandleKind::drives && list->position == 0) Machine::current().beginDriveWalk();
   if (list->position >= list->count) return 0;
   const HandleKind kind =
       list->kind == HandleKind::drives ? HandleKind::drive : HandleKind::smcService;
-  handles().setPosition(iterator, list->position + 1);
-  return handles().open({kind, list->position});
+  return handles().open({.kind = kind, .position = list->position++});
 }
 
-void IOIteratorReset(io_iterator_t iterator) { handles().setPosition(iterator, 0); }
+void IOIteratorReset(io_iterator_t iterator) {
+  if (Handle* const list = handles().find(iterator)) list->position = 0;
+}
 
 kern_return_t IOObjectRelease(io_object_t object) {
   return handles().close(object) ? KERN_SUCCESS : code(kCodeInvalidDestination);
@@ -112,9 +115,10 @@ kern_return_t IOObjectRelease(io_object_t object) {
 
 kern_return_t IORegistryEntryCreateCFProperties(io_registry_entry_t entry,
                                                 CFMutableDictionaryRef* properties, CFAllocatorRef,
-                                                IOOptionBits) {
-  const std::optional<Handle> service = handles().find(entry);
-  if (!service || service->kind != HandleKind::drive) return code(kCodeInvalidDestination);
+                                                IOOptionBits options) {
+  const Handle* const service = handles().find(entry, HandleKind::drive);
+  if (service == nullptr) return code(kCodeInvalidDestination);
+  if (options != 0) return code(kCodeBadArgument);
   const Drive drive = Machine::current().drive(service->position);
   if (std::holds_alternative<UnreadableDrive>(drive)) return code(kCodeError);
   *properties = new __CFDictionary;
@@ -124,94 +128,22 @@ kern_return_t IORegistryEntryCreateCFProperties(io_registry_entry_t entry,
   return KERN_SUCCESS;
 }
 
-kern_return_t IOServiceOpen(io_service_t service, task_port_t, uint32_t, io_connect_t* connection) {
-  const std::optional<Handle> found = handles().find(service);
-  if (!found || found->kind != HandleKind::smcService) return code(kCodeInvalidDestination);
+kern_return_t IOServiceOpen(io_service_t service, task_port_t task, uint32_t type,
+                            io_connect_t* connection) {
+  if (handles().find(service, HandleKind::smcService) == nullptr)
+    return code(kCodeInvalidDestination);
+  if (task != kTaskPort || type != 0) return code(kCodeBadArgument);
   const uint32_t answer = Machine::current().openSMC();
   if (answer != halvermonte::kCodeSuccess) return code(answer);
-  *connection = handles().open({HandleKind::smcConnection});
+  *connection = handles().open({.kind = HandleKind::smcConnection});
   return KERN_SUCCESS;
 }
 
 kern_return_t IOServiceClose(io_connect_t connection) {
-  const std::optional<Handle> found = handles().find(connection);
-  if (!found || found->kind != HandleKind::smcConnection) return code(kCodeInvalidDestination);
+  if (handles().find(connection, HandleKind::smcConnection) == nullptr) {
+    return code(kCodeInvalidDestination);
+  }
   handles().close(connection);
   Machine::current().closeSMC();
   return KERN_SUCCESS;
-}
-
-namespace {
-
-/// Where the fields lie in the two forms of the SMC's parameter record.
-struct RecordLayout {
-  size_t size;
-  size_t dataSize, dataSizeWidth;
-  size_t dataType;
-  size_t result;
-  size_t command;
-  size_t bytes;
-};
-constexpr RecordLayout kNarrow = {80, 28, 4, 32, 40, 42, 48};
-constexpr RecordLayout kWide = {88, 32, 8, 40, 48, 50, 56};
-constexpr uint8_t kReadBytes = 5;
-constexpr uint8_t kReadKeyInfo = 9;
-constexpr uint32_t kStructureCall = 2;
-
-const RecordLayout* layoutOf(size_t inputSize, size_t outputSize) {
-  if (inputSize == kNarrow.size && outputSize == kNarrow.size) return &kNarrow;
-  const bool wide = inputSize == kWide.size && outputSize == kWide.size;
-  return wide && Machine::current().answersWideCalls() ? &kWide : nullptr;
-}
-
-uint32_t answerKeyInfo(const RecordLayout& layout, uint32_t key, uint8_t* output) {
-  const SMCKeyInfo info = Machine::current().smcKeyInfo(key);
-  if (info.code != halvermonte::kCodeSuccess) return info.code;
-  std::memset(output, 0, layout.size);
-  output[layout.result] = info.result;
-  if (info.result != 0) return info.code;
-  const uint64_t dataSize = info.dataSize;  // its low bytes come first
-  std::memcpy(output + layout.dataSize, &dataSize, layout.dataSizeWidth);
-  std::memcpy(output + layout.dataType, &info.dataType, sizeof info.dataType);
-  return info.code;
-}
-
-uint32_t answerKeyBytes(const RecordLayout& layout, uint32_t key, uint8_t* output) {
-  const SMCKeyBytes answer = Machine::current().smcKeyBytes(key);
-  if (answer.code != halvermonte::kCodeSuccess) return answer.code;
-  std::memset(output, 0, layout.size);
-  output[layout.result] = answer.result;
-  if (answer.result != 0) return answer.code;
-  std::copy(answer.bytes.begin(), answer.bytes.end(), output + layout.bytes);
-  return answer.code;
-}
-
-}  // namespace
-
-kern_return_t IOConnectCallStructMethod(mach_port_t connection, uint32_t selector,
-                                        const void* input, size_t inputSize, void* output,
-                                        size_t* outputSize) {
-  const std::optional<Handle> found = handles().find(connection);
-  if (!found || found->kind != HandleKind::smcConnection) return code(kCodeInvalidDestination);
-  const RecordLayout* const layout = layoutOf(inputSize, *outputSize);
-  if (selector != kStructureCall || layout == nullptr) return code(kCodeBadArgument);
-  uint32_t key = 0;
-  std::memcpy(&key, input, sizeof key);
-  auto* const reply = static_cast<uint8_t*>(output);
-  switch (static_cast<const uint8_t*>(input)[layout->command]) {
-    case kReadKeyInfo:
-      return code(answerKeyInfo(*layout, key, reply));
-    case kReadBytes:
-      return code(answerKeyBytes(*layout, key, reply));
-    default:
-      return code(kCodeBadArgument);
-  }
-}
-
-int sysctlbyname(const char* name, void* oldValue, size_t* oldSize, void* newValue, size_t) {
-  const std::optional<int64_t> value = Machine::current().kernelVariable(name);
-  if (!value || newValue != nullptr) return -1;
-  *oldSize = std::min(*oldSize, sizeof *value);
-  std::memcpy(oldValue, &*value, *oldSize);
-  return 0;
 }

@@ -19,8 +19,9 @@ inline constexpr uint32_t kCodeError = 0xE00002BC;
 inline constexpr uint32_t kCodeBadArgument = 0xE00002C2;
 inline constexpr uint32_t kCodeInvalidDestination = 0x10000003;
 
-/// The result byte of a controller that has no such key.
+/// The result bytes of a controller that has no such key, and of one whose key has another size.
 inline constexpr uint8_t kSMCKeyNotFound = 0x84;
+inline constexpr uint8_t kSMCKeySizeMismatch = 0x87;
 
 /// Whether "AppleSMC" can be matched: `code` is that of the matching call; where it is 0, `present`
 /// tells whether a service was found.

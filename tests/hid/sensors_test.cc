@@ -2,18 +2,28 @@
 
 #include <gtest/gtest.h>
 
+#include <csignal>
+
 #include "engine/CFConversions.hpp"
 #include "platform/CFOwned.hpp"
 #include "platform/portable/LiveCounters.hpp"
+#include "tests/support/PlatformCalls.hpp"
 #include "tests/support/TestMachine.hpp"
 
 namespace halvermonte::test {
 namespace {
 
-class HIDSensorsTest : public testing::Test {
+/// Every test leaves as many objects as it found, once its own members are gone.
+class LeavesNoObject : public testing::Test {
  protected:
-  ~HIDSensorsTest() override { EXPECT_EQ(portable::liveObjects(), objects_); }
+  ~LeavesNoObject() override { EXPECT_EQ(portable::liveObjects(), objects_); }
 
+ private:
+  size_t objects_ = portable::liveObjects();
+};
+
+class HIDSensorsTest : public LeavesNoObject {
+ protected:
   /// The entries of a list that a function made, as texts; "(null)" for no list.
   static std::vector<std::string> names(CFDictionaryRef sensors) {
     const CFOwned list(getProductNames(sensors));
@@ -38,19 +48,11 @@ class HIDSensorsTest : public testing::Test {
   using Names = std::vector<std::string>;
   using Readings = std::vector<double>;
 
- private:
-  size_t objects_ = portable::liveObjects();
-
- protected:
   TestMachine machine;
   ScopedMachine scope{machine};
   CFOwned<CFDictionaryRef> temperatures{matching(kSensorsPage, kTemperatureUsage)};
   CFOwned<CFDictionaryRef> currents{matching(kPowerSensorsPage, kCurrentUsage)};
   CFOwned<CFDictionaryRef> voltages{matching(kPowerSensorsPage, kVoltageUsage)};
-
-  void TearDown() override {
-    for (auto* sensors : {&temperatures, &currents, &voltages}) CFRelease(sensors->take());
-  }
 };
 
 int32_t entry(CFDictionaryRef dictionary, CFStringRef key) {
@@ -111,11 +113,25 @@ TEST_F(HIDSensorsTest, HaveNoNamesAndNoTemperaturesWhereThereIsNoServiceList) {
   EXPECT_EQ(readings(getThermalValues, temperatures.get()), Readings{});
 }
 
+TEST_F(HIDSensorsTest, HaveNoNamesAndNoTemperaturesWithoutAClient) {
+  machine.setTemperatureSensors({sensor("a", 1)});
+  PlatformCalls calls;
+  calls.givesClients = false;
+  EXPECT_EQ(names(temperatures.get()), Names{"(null)"});
+  EXPECT_EQ(readings(getThermalValues, temperatures.get()), Readings{});
+}
+
 using HIDSensorsDeathTest = HIDSensorsTest;
 
 TEST_F(HIDSensorsDeathTest, EndTheProcessWhereThereIsNoListOfPowerSensors) {
   machine.sensors[HIDSensorKind::current] = nullptr;
-  EXPECT_DEATH(getPowerValues(currents.get()), "");
+  EXPECT_EXIT(getPowerValues(currents.get()), testing::KilledBySignal(SIGABRT), "^$");
+}
+
+TEST_F(HIDSensorsDeathTest, EndTheProcessWithoutAClientForPowerSensors) {
+  PlatformCalls calls;
+  calls.givesClients = false;
+  EXPECT_EXIT(getPowerValues(currents.get()), testing::KilledBySignal(SIGABRT), "^$");
 }
 
 TEST_F(HIDSensorsTest, AreEnumeratedAfreshByEachCall) {

@@ -16,8 +16,9 @@ namespace {
 
 using portable::liveObjects;
 
-CFStringRef createText(const char* characters) {
-  return CFStringCreateWithCString(kCFAllocatorDefault, characters, CFStringGetSystemEncoding());
+CFStringRef createText(const char* characters,
+                       CFStringEncoding encoding = CFStringGetSystemEncoding()) {
+  return CFStringCreateWithCString(kCFAllocatorDefault, characters, encoding);
 }
 
 CFNumberRef createInt64(int64_t value) {
@@ -92,9 +93,7 @@ TEST(CoreFoundationTest, AConstantTextIsOneObjectThatNeverEnds) {
 }
 
 TEST(CoreFoundationTest, ATextIsWrittenWholeOrNotAtAll) {
-  const CFOwned text(
-      createText("Gr\xC3\xB6\xC3\x9F"
-                 "e"));
+  const CFOwned text(createText("Gr\u00F6\u00DFe", kCFStringEncodingUTF8));
   EXPECT_EQ(CFStringGetLength(text.get()), 7);
   EXPECT_GE(CFStringGetMaximumSizeForEncoding(7, kCFStringEncodingUTF8), 7);
   uint8_t buffer[8] = {};
@@ -105,9 +104,32 @@ TEST(CoreFoundationTest, ATextIsWrittenWholeOrNotAtAll) {
   EXPECT_EQ(buffer[0], 0);
   EXPECT_EQ(CFStringGetBytes(text.get(), whole, kCFStringEncodingUTF8, 0, 0, buffer, 7, &used), 7);
   EXPECT_EQ(used, 7);
-  EXPECT_STREQ(reinterpret_cast<const char*>(buffer),
-               "Gr\xC3\xB6\xC3\x9F"
-               "e");
+  EXPECT_STREQ(reinterpret_cast<const char*>(buffer), "Gr\u00F6\u00DFe");
+}
+
+TEST(CoreFoundationTest, ATextIsNoneInAnotherEncodingThanItsOwn) {
+  constexpr CFStringEncoding kUTF16 = 0x0100;
+  EXPECT_EQ(createText("Product", kUTF16), nullptr);
+  EXPECT_EQ(createText("Gr\u00F6\u00DFe"), nullptr) << "beyond ASCII";
+  EXPECT_EQ(createText("Gr\xF6\xDF", kCFStringEncodingUTF8), nullptr);
+}
+
+TEST(CoreFoundationTest, ListsAndMapsWithoutCallbacksRetainNothing) {
+  const size_t before = liveObjects();
+  const void* keys[] = {createText("key")};
+  const void* values[] = {createText("value")};
+  const CFMutableArrayRef list = CFArrayCreateMutable(kCFAllocatorDefault, 0, nullptr);
+  CFArrayAppendValue(list, values[0]);
+  const CFDictionaryRef map =
+      CFDictionaryCreate(kCFAllocatorDefault, keys, values, 1, nullptr, nullptr);
+  EXPECT_EQ(CFDictionaryGetValue(map, keys[0]), values[0]);
+  EXPECT_EQ(CFDictionaryGetValue(map, CFSTR("key")), nullptr) << "another object";
+  CFRelease(keys[0]);
+  CFRelease(values[0]);
+  EXPECT_EQ(liveObjects(), before + 2) << "the containers alone";
+  CFRelease(list);
+  CFRelease(map);
+  EXPECT_EQ(liveObjects(), before);
 }
 
 struct NumberCase {
@@ -158,19 +180,15 @@ TEST(CoreFoundationTest, AnUnknownNumberTypeGivesNothing) {
   EXPECT_EQ(untouched, 5);
 }
 
-TEST(CoreFoundationTest, AnOwnerReleasesWhatItWasNotAskedToHandOver) {
+TEST(CoreFoundationTest, AnOwnerReleasesWhatItOwns) {
   const size_t before = liveObjects();
-  CFStringRef taken = nullptr;
   {
-    const CFOwned dropped(createText("dropped"));
-    CFOwned handedOver(createText("handed over"));
-    taken = handedOver.take();
+    const CFOwned text(createText("owned"));
     const CFOwned<CFStringRef> nothing(nullptr);
+    EXPECT_TRUE(text);
     EXPECT_FALSE(nothing);
-    EXPECT_TRUE(dropped);
+    EXPECT_EQ(liveObjects(), before + 1);
   }
-  EXPECT_EQ(liveObjects(), before + 1);
-  CFRelease(taken);
   EXPECT_EQ(liveObjects(), before);
 }
 
@@ -197,6 +215,78 @@ TEST(CoreFoundationTest, ThreadsShareAnObject) {
 TEST(CoreFoundationDeathTest, ReleasingOrRetainingNothingEndsTheProcessWithoutAWord) {
   EXPECT_EXIT(CFRelease(nullptr), ::testing::KilledBySignal(SIGABRT), "^$");
   EXPECT_EXIT(CFRetain(nullptr), ::testing::KilledBySignal(SIGABRT), "^$");
+}
+
+/// Ended by its last release, but not by the list that holds it without retaining it.
+template <class Reference>
+Reference released(Reference object) {
+  CFRelease(object);
+  return object;
+}
+
+TEST(CoreFoundationDeathTest, AUseOfAReleasedObjectEndsTheProcess) {
+  CFIndex used = 0;
+  int64_t number = 0;
+  uint8_t buffer[8];
+  const auto text = released(createText("gone"));
+  const auto boxed = released(createInt64(1));
+  const auto list = released(CFArrayCreateMutable(kCFAllocatorDefault, 0, &kCFTypeArrayCallBacks));
+  const auto map = released(CFDictionaryCreate(kCFAllocatorDefault, nullptr, nullptr, 0,
+                                               &kCFTypeDictionaryKeyCallBacks,
+                                               &kCFTypeDictionaryValueCallBacks));
+  EXPECT_DEATH(CFRelease(text), "^CFRelease: expected a live object\n$");
+  EXPECT_DEATH(CFRetain(text), "^CFRetain: expected a live object\n$");
+  EXPECT_DEATH(CFStringGetLength(text), "^CFStringGetLength: expected a live text\n$");
+  EXPECT_DEATH(CFStringGetBytes(text, CFRange{0, 4}, kCFStringEncodingUTF8, 0, 0, buffer, 8, &used),
+               "^CFStringGetBytes: expected a live text\n$");
+  EXPECT_DEATH(CFNumberGetValue(boxed, kCFNumberSInt64Type, &number),
+               "^CFNumberGetValue: expected a live number\n$");
+  EXPECT_DEATH(CFArrayGetCount(list), "^CFArrayGetCount: expected a live array\n$");
+  EXPECT_DEATH(CFArrayAppendValue(list, CFSTR("late")), "^CFArrayAppendValue: expected a live ar");
+  EXPECT_DEATH(CFArrayGetValueAtIndex(list, 0), "^CFArrayGetValueAtIndex: expected a live array");
+  EXPECT_DEATH(CFDictionaryGetCount(map), "^CFDictionaryGetCount: expected a live dictionary\n$");
+  EXPECT_DEATH(CFDictionaryGetValue(map, CFSTR("key")), "^CFDictionaryGetValue: expected a live d");
+}
+
+TEST(CoreFoundationDeathTest, AnElementThatItsListDidNotRetainEndsTheProcessWhenItIsUsed) {
+  const CFOwned list(CFArrayCreateMutable(kCFAllocatorDefault, 0, nullptr));
+  const CFNumberRef number = createInt64(1);
+  CFArrayAppendValue(list.get(), number);
+  CFRelease(number);
+  const auto* const lent = static_cast<CFNumberRef>(CFArrayGetValueAtIndex(list.get(), 0));
+  int64_t value = 0;
+  EXPECT_DEATH(CFNumberGetValue(lent, kCFNumberSInt64Type, &value), "expected a live number");
+}
+
+TEST(CoreFoundationDeathTest, AnObjectOfAnotherTypeEndsTheProcess) {
+  EXPECT_DEATH(CFArrayGetCount(reinterpret_cast<CFArrayRef>(CFSTR("a text"))),
+               "^CFArrayGetCount: expected a live array\n$");
+  EXPECT_DEATH(CFStringGetLength(nullptr), "^CFStringGetLength: expected a live text\n$");
+}
+
+TEST(CoreFoundationDeathTest, AnIndexBeyondTheListEndsTheProcess) {
+  const CFOwned list(CFArrayCreateMutable(kCFAllocatorDefault, 0, &kCFTypeArrayCallBacks));
+  CFArrayAppendValue(list.get(), CFSTR("only"));
+  for (const CFIndex index : {1L, -1L}) {
+    EXPECT_DEATH(CFArrayGetValueAtIndex(list.get(), index), "expected an index within the array");
+  }
+}
+
+TEST(CoreFoundationDeathTest, CallbacksOtherThanThePlatformsEndTheProcess) {
+  const CFArrayCallBacks own = kCFTypeArrayCallBacks;
+  EXPECT_DEATH(CFArrayCreateMutable(kCFAllocatorDefault, 0, &own),
+               "^CFArrayCreateMutable: expected the platform's callbacks\n$");
+}
+
+TEST(CoreFoundationDeathTest, APartOfATextOrAnotherEncodingEndsTheProcess) {
+  uint8_t buffer[8];
+  CFIndex used = 0;
+  const CFStringRef text = CFSTR("text");
+  EXPECT_DEATH(CFStringGetBytes(text, CFRange{0, 3}, kCFStringEncodingUTF8, 0, 0, buffer, 8, &used),
+               "expected the whole text, as UTF-8");
+  EXPECT_DEATH(
+      CFStringGetBytes(text, CFRange{0, 4}, kCFStringEncodingMacRoman, 0, 0, buffer, 8, &used),
+      "expected the whole text, as UTF-8");
 }
 
 }  // namespace

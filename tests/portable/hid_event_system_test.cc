@@ -22,11 +22,14 @@ class HIDEventSystemTest : public ::testing::Test {
   }
   ~HIDEventSystemTest() override { EXPECT_EQ(portable::liveObjects(), objects_); }
 
-  static CFArrayRef copyServices(uint32_t page, uint32_t usage) {
+  /// The services that match, given by the test's own client.
+  CFArrayRef copyServices(CFDictionaryRef sensors) {
+    IOHIDEventSystemClientSetMatching(client_.get(), sensors);
+    return IOHIDEventSystemClientCopyServices(client_.get());
+  }
+  CFArrayRef copyServices(uint32_t page, uint32_t usage) {
     const CFOwned sensors(matching(page, usage));
-    const CFOwned client(IOHIDEventSystemClientCreate(kCFAllocatorDefault));
-    EXPECT_EQ(IOHIDEventSystemClientSetMatching(client.get(), sensors.get()), 0);
-    return IOHIDEventSystemClientCopyServices(client.get());
+    return copyServices(sensors.get());
   }
 
   static IOHIDServiceClientRef serviceAt(CFArrayRef list, CFIndex index) {
@@ -36,12 +39,13 @@ class HIDEventSystemTest : public ::testing::Test {
 
   /// The first field of the service's event of the type, or -99 where it gives none.
   static double reading(IOHIDServiceClientRef service, int64_t type) {
-    const CFOwned event(IOHIDServiceClientCopyEvent(service, type, 0, 0));
+    const CFOwned event(IOHIDServiceClientCopyEvent(service, type, nullptr, 0));
     return event ? IOHIDEventGetFloatValue(event.get(), static_cast<int32_t>(type << 16)) : -99;
   }
 
   TestMachine machine_;
   ScopedMachine scope_{machine_};
+  CFOwned<IOHIDEventSystemClientRef> client_{IOHIDEventSystemClientCreate(kCFAllocatorDefault)};
 
  private:
   size_t objects_ = portable::liveObjects();
@@ -91,7 +95,7 @@ TEST_F(HIDEventSystemTest, AMissingListIsToldFromAnEmptyOne) {
 
 TEST_F(HIDEventSystemTest, OnlyTheFirstFieldOfAnEventHasAValue) {
   const CFOwned list(copyServices(0xFF00, 5));
-  const CFOwned event(IOHIDServiceClientCopyEvent(serviceAt(list.get(), 0), 15, 0, 0));
+  const CFOwned event(IOHIDServiceClientCopyEvent(serviceAt(list.get(), 0), 15, nullptr, 0));
   ASSERT_TRUE(event);
   EXPECT_EQ(IOHIDEventGetFloatValue(event.get(), 0xF0000), 30.5);
   EXPECT_EQ(IOHIDEventGetFloatValue(event.get(), 0xF0001), 0.0);
@@ -115,9 +119,66 @@ TEST_F(HIDEventSystemTest, AServiceOutlivesItsListAndTheMachinesChange) {
   EXPECT_EQ(reading(service, kTemperatureEvent), 30.5);
 }
 
+TEST_F(HIDEventSystemTest, AServiceWhoseClientIsGoneHasNeitherProductNorEvent) {
+  const CFOwned sensors(matching(0xFF00, 5));
+  CFArrayRef services = nullptr;
+  {
+    const CFOwned client(IOHIDEventSystemClientCreate(kCFAllocatorDefault));
+    IOHIDEventSystemClientSetMatching(client.get(), sensors.get());
+    services = IOHIDEventSystemClientCopyServices(client.get());
+    const CFOwned product(IOHIDServiceClientCopyProperty(serviceAt(services, 0), CFSTR("Product")));
+    EXPECT_TRUE(product);
+    EXPECT_EQ(reading(serviceAt(services, 0), kTemperatureEvent), 30.5);
+  }
+  const CFOwned list(services);
+  EXPECT_EQ(IOHIDServiceClientCopyProperty(serviceAt(services, 0), CFSTR("Product")), nullptr);
+  EXPECT_EQ(reading(serviceAt(services, 0), kTemperatureEvent), -99);
+}
+
+TEST_F(HIDEventSystemTest, AServiceGivesNoEventForOneToMatchOrWithOptions) {
+  const CFOwned list(copyServices(0xFF00, 5));
+  const IOHIDServiceClientRef service = serviceAt(list.get(), 0);
+  const CFOwned event(IOHIDServiceClientCopyEvent(service, 15, nullptr, 0));
+  ASSERT_TRUE(event);
+  EXPECT_EQ(IOHIDServiceClientCopyEvent(service, 15, event.get(), 0), nullptr);
+  EXPECT_EQ(IOHIDServiceClientCopyEvent(service, 15, nullptr, 1), nullptr);
+}
+
+TEST_F(HIDEventSystemTest, NumbersOfAnotherTypeMatchNoService) {
+  const int32_t page = 0xFF00;
+  const int64_t wideUsage = 5;
+  const double realUsage = 5;
+  const std::pair<CFNumberType, const void*> others[] = {{kCFNumberSInt64Type, &wideUsage},
+                                                         {kCFNumberDoubleType, &realUsage}};
+  for (const auto& [type, usage] : others) {
+    const CFOwned pageNumber(CFNumberCreate(kCFAllocatorDefault, kCFNumberSInt32Type, &page));
+    const CFOwned usageNumber(CFNumberCreate(kCFAllocatorDefault, type, usage));
+    const void* keys[] = {CFSTR("PrimaryUsagePage"), CFSTR("PrimaryUsage")};
+    const void* values[] = {pageNumber.get(), usageNumber.get()};
+    const CFOwned sensors(CFDictionaryCreate(kCFAllocatorDefault, keys, values, 2,
+                                             &kCFTypeDictionaryKeyCallBacks,
+                                             &kCFTypeDictionaryValueCallBacks));
+    const CFOwned list(copyServices(sensors.get()));
+    EXPECT_EQ(CFArrayGetCount(list.get()), 0) << type;
+  }
+}
+
+using HIDEventSystemDeathTest = HIDEventSystemTest;
+
+TEST_F(HIDEventSystemDeathTest, CallsWithoutTheirObjectEndTheProcess) {
+  const CFOwned sensors(matching(0xFF00, 5));
+  EXPECT_DEATH(IOHIDEventSystemClientSetMatching(nullptr, sensors.get()),
+               "^IOHIDEventSystemClientSetMatching: expected a live client");
+  EXPECT_DEATH(IOHIDEventSystemClientCopyServices(nullptr),
+               "^IOHIDEventSystemClientCopyServices: expected a live client");
+  EXPECT_DEATH(IOHIDServiceClientCopyEvent(nullptr, 15, nullptr, 0), "expected a live HID service");
+  EXPECT_DEATH(IOHIDServiceClientCopyProperty(nullptr, CFSTR("Product")),
+               "expected a live HID service");
+  EXPECT_DEATH(IOHIDEventGetFloatValue(nullptr, 0xF0000), "expected a live HID event");
+}
+
 TEST_F(HIDEventSystemTest, AClientWithoutMatchingHasNoServices) {
-  const CFOwned client(IOHIDEventSystemClientCreate(kCFAllocatorDefault));
-  const CFOwned list(IOHIDEventSystemClientCopyServices(client.get()));
+  const CFOwned list(IOHIDEventSystemClientCopyServices(client_.get()));
   EXPECT_EQ(CFArrayGetCount(list.get()), 0);
 }
 

@@ -2,6 +2,7 @@
 #include <gtest/gtest.h>
 #include <sys/sysctl.h>
 
+#include <cerrno>
 #include <set>
 
 #include "platform/Foundation.hpp"
@@ -74,6 +75,31 @@ TEST_F(IOKitTest, AMatchingDictionaryTellsItsClassAndIsTakenOver) {
   io_iterator_t iterator = 77;
   EXPECT_EQ(IOServiceGetMatchingServices(1, matching, &iterator), kError);
   EXPECT_EQ(iterator, 77u);
+}
+
+TEST_F(IOKitTest, OnlyTheBootstrapPortOrNoneGivesTheMainPort) {
+  mach_port_t port = 77;
+  EXPECT_EQ(IOMasterPort(bootstrap_port + 1, &port), kNotOpen);
+  EXPECT_EQ(IOMasterPort(mach_task_self(), &port), kNotOpen);
+  EXPECT_EQ(port, 77u);
+  EXPECT_EQ(IOMasterPort(MACH_PORT_NULL, &port), KERN_SUCCESS);
+  EXPECT_NE(port, 77u);
+}
+
+TEST_F(IOKitTest, ServicesAreMatchedByTheMainPortOrNoneAlone) {
+  machine_.drives = {DriveStatistics{1, 1}};
+  mach_port_t port = 0;
+  IOMasterPort(MACH_PORT_NULL, &port);
+  io_iterator_t iterator = 77;
+  for (const char* name : {"AppleSMC", "IOBlockStorageDriver"}) {
+    for (const mach_port_t other : {bootstrap_port, mach_task_self(), port + 99}) {
+      EXPECT_EQ(IOServiceGetMatchingServices(other, IOServiceMatching(name), &iterator), kNotOpen);
+    }
+  }
+  EXPECT_EQ(iterator, 77u);
+  EXPECT_EQ(IOServiceGetMatchingServices(MACH_PORT_NULL, IOServiceMatching("AppleSMC"), &iterator),
+            KERN_SUCCESS);
+  IOObjectRelease(iterator);
 }
 
 TEST_F(IOKitTest, AnotherClassMatchesNothing) {
@@ -163,6 +189,17 @@ TEST_F(IOKitTest, PropertiesOfWhatIsNoDriveAreRefused) {
   IOObjectRelease(iterator);
 }
 
+TEST_F(IOKitTest, PropertiesAreGivenWithoutOptionsAlone) {
+  const io_iterator_t iterator = matchDrives({DriveStatistics{1, 1}});
+  const io_object_t drive = IOIteratorNext(iterator);
+  CFMutableDictionaryRef properties = nullptr;
+  EXPECT_EQ(IORegistryEntryCreateCFProperties(drive, &properties, kCFAllocatorDefault, 1),
+            kBadArgument);
+  EXPECT_EQ(properties, nullptr);
+  IOObjectRelease(drive);
+  IOObjectRelease(iterator);
+}
+
 TEST_F(IOKitTest, AWalkThatRaisesTakesNoDriveAndMayBeginAgain) {
   const io_iterator_t iterator = matchDrives({DriveStatistics{1, 1}});
   machine_.driveReason = "a loose cable";
@@ -212,6 +249,20 @@ TEST_F(IOKitTest, AConnectionIsOpenedToTheControllerAlone) {
   IOObjectRelease(drives);
 }
 
+TEST_F(IOKitTest, AConnectionIsOpenedForTheOwnTaskWithType0Alone) {
+  io_iterator_t iterator = 0;
+  match("AppleSMC", &iterator);
+  const io_service_t service = IOIteratorNext(iterator);
+  io_connect_t connection = 77;
+  for (const task_port_t task : {MACH_PORT_NULL, bootstrap_port, mach_task_self() + 99}) {
+    EXPECT_EQ(IOServiceOpen(service, task, 0, &connection), kBadArgument);
+  }
+  EXPECT_EQ(IOServiceOpen(service, mach_task_self(), 1, &connection), kBadArgument);
+  EXPECT_EQ(connection, 77u);
+  IOObjectRelease(service);
+  IOObjectRelease(iterator);
+}
+
 TEST_F(IOKitTest, AnOpeningThatTheControllerRefusesLeavesTheConnection) {
   machine_.openCode = 0xE00002C1;
   io_iterator_t iterator = 0;
@@ -236,7 +287,7 @@ TEST_F(IOKitTest, AConnectionIsClosedOnce) {
   IOServiceClose(another);
 }
 
-TEST_F(IOKitTest, AKernelVariableFillsTheBuffersLowBytes) {
+TEST_F(IOKitTest, AKernelVariableFillsABufferOf32Or64Bits) {
   machine_.kernelVariables["hw.physicalcpu"] = 0x1122334455667788;
   int32_t narrow = 0;
   size_t size = sizeof narrow;
@@ -251,12 +302,26 @@ TEST_F(IOKitTest, AKernelVariableFillsTheBuffersLowBytes) {
   EXPECT_EQ(buffer[8], 0);
 }
 
+TEST_F(IOKitTest, AKernelVariableLeavesABufferThatItDoesNotFit) {
+  machine_.kernelVariables["hw.physicalcpu"] = -1;
+  for (const size_t wrong : {0, 1, 2, 3, 5, 7}) {
+    uint64_t buffer = 99;
+    size_t size = wrong;
+    EXPECT_EQ(sysctlbyname("hw.physicalcpu", &buffer, &size, nullptr, 0), -1) << wrong;
+    EXPECT_EQ(errno, ENOMEM);
+    EXPECT_EQ(buffer, 99u);
+    EXPECT_EQ(size, wrong);
+  }
+}
+
 TEST_F(IOKitTest, AKernelVariableThatIsNotThereLeavesTheBuffer) {
   machine_.kernelVariables["hw.physicalcpu"] = 4;
   int32_t value = 99;
   size_t size = sizeof value;
   EXPECT_EQ(sysctlbyname("hw.logicalcpu", &value, &size, nullptr, 0), -1);
+  EXPECT_EQ(errno, ENOENT);
   EXPECT_EQ(sysctlbyname("hw.physicalcpu", &value, &size, &value, sizeof value), -1);
+  EXPECT_EQ(errno, EPERM);
   EXPECT_EQ(value, 99);
   EXPECT_EQ(size, 4u);
 }

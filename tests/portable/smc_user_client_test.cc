@@ -44,18 +44,33 @@ class SMCUserClientTest : public ::testing::TestWithParam<Layout> {
 
   const Layout& layout() const { return GetParam(); }
 
+  /// Asks as the engine does: the read command sends back the size that the info command gave.
   kern_return_t call(uint8_t command, const char* key = "F0ID", uint32_t selector = 2) {
+    return call(request(command, key, command == 5 ? size_ : 0), layout().size, layout().size,
+                selector);
+  }
+
+  Record request(uint8_t command, const char* key, uint32_t dataSize) const {
     Record request{};
     const uint32_t code = fourCharacterCode(key);
     std::memcpy(request.data(), &code, sizeof code);
+    std::memcpy(request.data() + layout().dataSize, &dataSize, sizeof dataSize);
     request[layout().command] = command;
-    return call(request, layout().size, layout().size, selector);
+    return request;
   }
 
   kern_return_t call(const Record& request, size_t inputSize, size_t outputSize,
                      uint32_t selector) {
-    return IOConnectCallStructMethod(connection_, selector, request.data(), inputSize,
-                                     reply_.data(), &outputSize);
+    const kern_return_t code = IOConnectCallStructMethod(connection_, selector, request.data(),
+                                                         inputSize, reply_.data(), &outputSize);
+    if (request[layout().command] == 9) size_ = code == 0 ? replied32(layout().dataSize) : 0;
+    return code;
+  }
+
+  /// The info command, whose reply a test does not look at.
+  void announce(const char* key = "F0ID") {
+    call(9, key);
+    reply_.fill(kUntouched);
   }
 
   uint32_t replied32(size_t place) const {
@@ -83,6 +98,7 @@ class SMCUserClientTest : public ::testing::TestWithParam<Layout> {
   ScopedMachine scope_{machine_};
   io_connect_t connection_ = 0;
   Record reply_{};
+  uint32_t size_ = 0;
 };
 
 TEST_P(SMCUserClientTest, TheInfoCommandRepliesWithSizeAndType) {
@@ -93,6 +109,7 @@ TEST_P(SMCUserClientTest, TheInfoCommandRepliesWithSizeAndType) {
 }
 
 TEST_P(SMCUserClientTest, TheReadCommandRepliesWithTheBytesAlone) {
+  announce();
   EXPECT_EQ(call(5), KERN_SUCCESS);
   for (size_t i = 0; i < 32; ++i) EXPECT_EQ(reply_[layout().bytes + i], i + 1);
   expectZeroBut({{layout().bytes, 32}});
@@ -125,6 +142,37 @@ TEST_P(SMCUserClientTest, ACodeWinsOverAResultAndLeavesTheReply) {
                               .withReadResult(1);
   EXPECT_EQ(call(9), static_cast<kern_return_t>(0xE00002BC));
   EXPECT_EQ(call(5), static_cast<kern_return_t>(0xE0004000));
+  expectUntouched();
+}
+
+TEST_P(SMCUserClientTest, TheReadCommandSendsBackWhatTheInfoCommandReported) {
+  machine_.keys["F1ID"] = ui8(1);
+  const auto read = [this](const char* key, uint32_t dataSize) {
+    machine_.asked.clear();
+    EXPECT_EQ(call(request(5, key, dataSize), layout().size, layout().size, 2), KERN_SUCCESS);
+    return reply_[layout().result];
+  };
+  announce("F1ID");
+  EXPECT_EQ(read("F1ID", 1), 0);
+  for (const auto& [key, dataSize] : {std::pair{"F1ID", 0u}, {"F1ID", 2u}, {"F0ID", 1u}}) {
+    EXPECT_EQ(read(key, dataSize), 0x87) << key << ' ' << dataSize;
+    expectZeroBut({{layout().result, 1}});
+    EXPECT_TRUE(machine_.asked.empty()) << "the controller keeps its bytes";
+  }
+}
+
+TEST_P(SMCUserClientTest, AReservedFieldThatIsNotZeroIsRefused) {
+  announce();
+  for (const uint8_t command : {uint8_t{9}, uint8_t{5}}) {
+    for (size_t place = 4; place < layout().size; ++place) {
+      const size_t sizeWidth = layout().size == kWide.size ? 8 : 4;
+      if (place >= layout().dataSize && place < layout().dataSize + sizeWidth) continue;
+      if (place == layout().command) continue;
+      Record dirty = request(command, "F0ID", 0x11223344);
+      dirty[place] = 1;
+      EXPECT_EQ(call(dirty, layout().size, layout().size, 2), kBadArgument) << place;
+    }
+  }
   expectUntouched();
 }
 

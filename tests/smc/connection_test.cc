@@ -2,6 +2,7 @@
 
 #include "platform/portable/LiveCounters.hpp"
 #include "smc/SMC.h"
+#include "tests/support/PlatformCalls.hpp"
 #include "tests/support/TestMachine.hpp"
 
 namespace halvermonte::test {
@@ -60,6 +61,16 @@ TEST(SMCOpen, SaysTheCodeOfAFailedOpening) {
   EXPECT_EQ(opening.code, 1);
   EXPECT_EQ(opening.conn, 77U) << "stays as it was";
   EXPECT_EQ(opening.printed, "Error: IOServiceOpen() = 0000001f\n");
+}
+
+TEST(SMCOpen, AsksForTheMainPortWithoutABootstrapPort) {
+  TestMachine machine;
+  const ScopedMachine scope(machine);
+  const PlatformCalls calls;
+  uint32_t conn = 0;
+  ASSERT_EQ(SMCOpen(&conn), 0);
+  EXPECT_EQ(calls.made, std::vector<std::string>{"IOMasterPort 0"});
+  SMCClose(conn);
 }
 
 TEST(SMCClose, GivesTheKernelsCodeForAConnectionThatIsNotOpen) {

@@ -36,6 +36,7 @@ TEST_F(SMCCalls, AnswerAtTheOffsetsOfTheProtocol) {
   EXPECT_EQ(integerAt(&output, 28), 0x01020304U);
   EXPECT_EQ(integerAt(&output, 32), 0x73703738U);
   EXPECT_EQ(output.result, 0);
+  input.dataSize = output.dataSize;
   input.command = kSMCReadBytes;
   ASSERT_EQ(SMCCall(kSMCStructureCall, &input, &output, conn), 0);
   EXPECT_EQ(integerAt(&output, 48), 0x0000402AU);

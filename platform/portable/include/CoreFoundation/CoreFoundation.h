@@ -1,6 +1,10 @@
 /* CoreFoundation for systems that lack it: what the engine uses of it, under the platform's names
  * and rules. A create or copy function's result is the caller's to release; a get function's is
- * not. Retain and release are safe from any thread; releasing NULL ends the process. */
+ * not. Retain and release are safe from any thread; releasing NULL ends the process.
+ *
+ * A call that would use memory that is not its own on the platform ends the process here, after one
+ * line on standard error that names the call: a reference to a released object or to one of another
+ * type, an index beyond a list, callbacks that are not the platform's. */
 #ifndef HALVERMONTE_PORTABLE_COREFOUNDATION_H
 #define HALVERMONTE_PORTABLE_COREFOUNDATION_H
 
@@ -27,7 +31,8 @@ typedef struct __CFDictionary* CFMutableDictionaryRef;
 CFTypeRef CFRetain(CFTypeRef object);
 void CFRelease(CFTypeRef object);
 
-/* Texts. They are kept as UTF-8, whatever 8-bit encoding they are made from: ASCII in practice. */
+/* Texts, kept as UTF-8. The system's 8-bit encoding is Mac OS Roman, of which ASCII is known here.
+ * NULL if the characters are not valid in the encoding, or the encoding is another one. */
 enum { kCFStringEncodingMacRoman = 0, kCFStringEncodingUTF8 = 0x08000100 };
 CFStringEncoding CFStringGetSystemEncoding(void);
 CFStringRef CFStringCreateWithCString(CFAllocatorRef allocator, const char* characters,
@@ -39,8 +44,8 @@ typedef struct {
 /* At least as many as the text has UTF-16 units, and enough for the functions below. */
 CFIndex CFStringGetLength(CFStringRef text);
 CFIndex CFStringGetMaximumSizeForEncoding(CFIndex length, CFStringEncoding encoding);
-/* Writes the whole text (the only range there is here) as UTF-8 without a NUL, and its size in
- * bytes. Returns the number of units written; 0 where the buffer is too small. */
+/* Writes the whole text (there is no other range here) as UTF-8 without a NUL, and its size in
+ * bytes. Returns the number of units written; 0 if the buffer is too small. */
 CFIndex CFStringGetBytes(CFStringRef text, CFRange range, CFStringEncoding encoding,
                          uint8_t lossByte, Boolean isExternalRepresentation, uint8_t* buffer,
                          CFIndex size, CFIndex* usedSize);
@@ -63,10 +68,11 @@ enum {
   kCFNumberDoubleType = 13,
 };
 CFNumberRef CFNumberCreate(CFAllocatorRef allocator, CFNumberType type, const void* value);
-/* 1 where the value came over without loss. */
+/* 1 if the value came over without loss. */
 Boolean CFNumberGetValue(CFNumberRef number, CFNumberType type, void* value);
 
-/* Lists. Their elements are retained. */
+/* Lists. They retain their elements if they are made with the platform's callbacks; made without
+ * any (NULL), they hold bare pointers. */
 typedef struct {
   int unused;
 } CFArrayCallBacks;
@@ -78,7 +84,8 @@ CFIndex CFArrayGetCount(CFArrayRef array);
 /* REQUIRES: an index within the list. */
 const void* CFArrayGetValueAtIndex(CFArrayRef array, CFIndex index);
 
-/* Maps from text. Their keys and values are retained. */
+/* Maps from text. Keys and values are retained as a list's elements are. Without key callbacks, a
+ * key is found by its identity, not by its characters. */
 typedef struct {
   int unused;
 } CFDictionaryKeyCallBacks;
@@ -91,7 +98,7 @@ CFDictionaryRef CFDictionaryCreate(CFAllocatorRef allocator, const void** keys, 
                                    CFIndex count, const CFDictionaryKeyCallBacks* keyCallBacks,
                                    const CFDictionaryValueCallBacks* valueCallBacks);
 CFIndex CFDictionaryGetCount(CFDictionaryRef dictionary);
-/* NULL where the key is missing. */
+/* NULL if the key is missing. */
 const void* CFDictionaryGetValue(CFDictionaryRef dictionary, const void* key);
 
 #ifdef __cplusplus

@@ -8,8 +8,10 @@
 extern "C" {
 #endif
 
-/* Reads an integer variable into the buffer of *oldSize bytes: as many low bytes as it holds. 0, or
- * -1 with the buffer as it was where there is no variable of that name. Nothing can be set. */
+/* Reads an integer variable into the buffer of *oldSize bytes: its low 32 bits into one of 4 bytes,
+ * all 64 into one of 8 or more, and sets *oldSize to the bytes written. Returns 0; or -1 with the
+ * buffer as it was and errno set: ENOENT if there is no variable of that name, ENOMEM if the buffer
+ * has another size, EPERM if a new value is given, as nothing can be set. */
 int sysctlbyname(const char* name, void* oldValue, size_t* oldSize, void* newValue, size_t newSize);
 
 #ifdef __cplusplus

@@ -10,7 +10,8 @@ extern "C" {
 
 typedef struct __IOHIDEventSystemClient* IOHIDEventSystemClientRef;
 
-/* The services that match, in service order; NULL where the event system has no list. */
+/* The services that match, in service order; NULL if the event system has no list. They answer as
+ * long as their client is alive: after that they have neither properties nor events. */
 CFArrayRef IOHIDEventSystemClientCopyServices(IOHIDEventSystemClientRef client);
 
 #ifdef __cplusplus

@@ -10,7 +10,7 @@ extern "C" {
 
 typedef struct __IOHIDServiceClient* IOHIDServiceClientRef;
 
-/* NULL where the service has no such property. */
+/* NULL if the service has no such property. */
 CFTypeRef IOHIDServiceClientCopyProperty(IOHIDServiceClientRef service, CFStringRef key);
 
 #ifdef __cplusplus
