@@ -33,7 +33,7 @@ struct EngineState {
   uint32_t masterPort = 0;     ///< IOKit's main port
   Dictionary prevTempos;       ///< the last published sensors, for the steadying
   bool prevPopulated = false;  // unused
-  uint32_t conn = 0;           ///< the pass's SMC connection
+  uint32_t conn = 0;           ///< the pass's SMC connection; 0 outside a pass
   SensorsHistory sensorsHistory;
   Date lastDataFetch;  ///< when the last pass had read the drives; absent before the first
   io_stats i_dsk{};    ///< reads

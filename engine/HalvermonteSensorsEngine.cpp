@@ -17,13 +17,14 @@
 namespace halvermonte {
 namespace {
 
-/// The pass's connection: opened into the engine's `conn`, and closed once. A connection that did
-/// not open is read and closed all the same: known sensors then fade by a degree a pass.
+/// The pass's connection: opened into the engine's `conn`, which is 0 again once it is closed. A
+/// connection that did not open is read and closed all the same, as 0, which is never open: known
+/// sensors then fade by a degree a pass.
 class SMCConnection {
  public:
   explicit SMCConnection(uint32_t& conn) : conn_(conn) { SMCOpen(&conn_); }
   ~SMCConnection() {
-    if (!closed_) SMCClose(conn_);
+    if (!closed_) close();
   }
   SMCConnection(const SMCConnection&) = delete;
   SMCConnection& operator=(const SMCConnection&) = delete;
@@ -31,6 +32,7 @@ class SMCConnection {
   void close() {
     closed_ = true;
     SMCClose(conn_);
+    conn_ = 0;
   }
 
  private:

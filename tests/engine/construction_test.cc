@@ -1,9 +1,11 @@
 // What an engine is right after construction.
+#include <IOKit/IOKitLib.h>
 #include <gtest/gtest.h>
 
 #include <algorithm>
 
 #include "platform/portable/LiveCounters.hpp"
+#include "tests/support/PlatformCalls.hpp"
 #include "tests/support/Sampler.hpp"
 #include "tests/support/TestMachine.hpp"
 
@@ -105,6 +107,50 @@ TEST(Construction, IsTheOnlyTimeThatItsQuestionsAreAsked) {
        {"system_profiler SPHardwareDataType -xml", "hw.physicalcpu", "drives"}) {
     EXPECT_EQ(std::ranges::count(machine.asked, question), 0) << question;
   }
+}
+
+TEST(Construction, AsksForTheMainPortWithTheTasksBootstrapPort) {
+  TestMachine machine;
+  const ScopedMachine scope(machine);
+  const PlatformCalls calls;
+  const HalvermonteSensorsEngine engine;
+  EXPECT_EQ(calls.made, std::vector<std::string>{"IOMasterPort " + std::to_string(bootstrap_port)});
+}
+
+/// The variables in the order that the layout has.
+TEST(Construction, LaysOutTheStateInItsOrder) {
+  TestMachine machine;
+  const Sampler sampler(machine);
+  const EngineState& state = sampler.state();
+  const std::vector<const void*> places = {&state.lastShownDate,
+                                           &state.cachePath,
+                                           &state.wcachePath,
+                                           &state.mainAppNeedsData,
+                                           &state.smcTempKeys,
+                                           &state.smcVoltageKeys,
+                                           &state.smcCurrentKeys,
+                                           &state.smcPowerKeys,
+                                           &state.smcKeyHumanReadableNames,
+                                           &state.prevReadVal,
+                                           &state.prevWriteVal,
+                                           &state.readRate,
+                                           &state.writeRate,
+                                           &state.writeDiskPoint,
+                                           &state.readDiskPoint,
+                                           &state.workflowFile,
+                                           &state.drivelist,
+                                           &state.masterPort,
+                                           &state.prevTempos,
+                                           &state.prevPopulated,
+                                           &state.conn,
+                                           &state.sensorsHistory,
+                                           &state.lastDataFetch,
+                                           &state.i_dsk,
+                                           &state.o_dsk};
+  EXPECT_EQ(places.size(), 25U);
+  EXPECT_EQ(places.front(), &state);
+  EXPECT_TRUE(std::ranges::is_sorted(places));
+  EXPECT_EQ(static_cast<const void*>(&state.o_dsk + 1), &state + 1) << "nothing follows";
 }
 
 TEST(Construction, KeepsAnIteratorOverTheDrivesAndTheMainPort) {

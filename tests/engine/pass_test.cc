@@ -2,12 +2,13 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <optional>
 
 #include "platform/Processor.hpp"
 #include "platform/portable/LiveCounters.hpp"
-#include "smc/SMC.h"
 #include "tests/engine/CatalogueExpectations.hpp"
 #include "tests/engine/Records.hpp"
+#include "tests/support/PlatformCalls.hpp"
 #include "tests/support/Sampler.hpp"
 #include "tests/support/TestMachine.hpp"
 
@@ -166,16 +167,61 @@ TEST(Pass, OpensAndClosesItsOwnConnection) {
   TestMachine machine;
   Sampler sampler(machine);
   const size_t handles = portable::liveHandles();
-  uint32_t former = 0;
+  std::string former;
   for (int pass = 0; pass < 3; ++pass) {
     machine.asked.clear();
+    const PlatformCalls calls;
     sampler.pass();
     EXPECT_EQ(std::ranges::count(machine.asked, "open"), 1);
     EXPECT_EQ(std::ranges::count(machine.asked, "close"), 1);
     EXPECT_EQ(portable::liveHandles(), handles);
-    EXPECT_NE(sampler.state().conn, former);
-    former = sampler.state().conn;
-    EXPECT_NE(SMCClose(former), 0) << "the connection is still open";
+    EXPECT_EQ(sampler.state().conn, 0U) << "there is none outside a pass";
+    EXPECT_TRUE(calls.made.back().starts_with("IOServiceClose "));
+    EXPECT_NE(calls.made.back(), former);
+    former = calls.made.back();
+  }
+}
+
+TEST(Pass, AsksNothingOfAFormerConnectionIfItsOwnDoesNotOpen) {
+  TestMachine machine;
+  Sampler sampler(machine);
+  sampler.pass();
+  machine.openCode = kCodeError;
+  const PlatformCalls calls;
+  sampler.pass();
+  EXPECT_GT(std::ranges::count(calls.made, "IOConnectCallStructMethod 0"), 100);
+  EXPECT_EQ(std::ranges::count(calls.made, "IOServiceClose 0"), 1);
+  for (const std::string& call : calls.made) EXPECT_TRUE(call.ends_with(" 0")) << call;
+}
+
+/// Notes how many connections were closed when the first text is stored.
+class ClosingWitness : public LoggingRecord {
+ public:
+  explicit ClosingWitness(const PlatformCalls& calls) : calls_(calls) {}
+
+  std::optional<long> closedAtFirstText;
+
+  void setSensors_temperature(Text value) override {
+    if (!closedAtFirstText) {
+      closedAtFirstText = std::ranges::count_if(
+          calls_.made, [](const std::string& call) { return call.starts_with("IOServiceClose "); });
+    }
+    LoggingRecord::setSensors_temperature(std::move(value));
+  }
+
+ private:
+  const PlatformCalls& calls_;
+};
+
+TEST(Pass, ClosesItsConnectionBeforeItStoresEvenIfItDidNotOpen) {
+  TestMachine machine;
+  Sampler sampler(machine);
+  for (const uint32_t openCode : {kCodeSuccess, kCodeError}) {
+    machine.openCode = openCode;
+    const PlatformCalls calls;
+    const auto record = std::make_shared<ClosingWitness>(calls);
+    sampler.engine().getSensorsInfo(record);
+    EXPECT_EQ(record->closedAtFirstText, 1);
   }
 }
 
