@@ -12,12 +12,12 @@
 namespace halvermonte {
 namespace {
 
-/// The sensors' names and readings at this moment, paired by index.
+/// The sensors' names at this moment, paired by index with the readings, which come first.
 class HIDSensors {
  public:
-  HIDSensors()
-      : sensors_(matching(kSensorsPage, kTemperatureUsage)),
-        readings_(getThermalValues(sensors_.get())),
+  explicit HIDSensors(const std::vector<int32_t>& readings)
+      : readings_(readings),
+        sensors_(matching(kSensorsPage, kTemperatureUsage)),
         names_(getProductNames(sensors_.get())) {}
 
   CFIndex size() const { return names_ ? CFArrayGetCount(names_.get()) : 0; }
@@ -28,18 +28,17 @@ class HIDSensors {
   }
 
   int32_t degrees(CFIndex index) const {
-    const CFIndex count = CFArrayGetCount(readings_.get());
-    if (index >= count) {
+    if (static_cast<size_t>(index) >= readings_.size()) {
       throw RangeException("index " + std::to_string(index) + " beyond the " +
-                           std::to_string(count) + " temperatures of the HID event system");
+                           std::to_string(readings_.size()) +
+                           " temperatures of the HID event system");
     }
-    const void* const reading = CFArrayGetValueAtIndex(readings_.get(), index);
-    return truncated<int32_t>(doubleOf(static_cast<CFNumberRef>(reading)));
+    return readings_[static_cast<size_t>(index)];
   }
 
  private:
+  const std::vector<int32_t>& readings_;
   CFOwned<CFDictionaryRef> sensors_;
-  CFOwned<CFMutableArrayRef> readings_;
   CFOwned<CFMutableArrayRef> names_;
 };
 
@@ -131,8 +130,22 @@ void addIndividuals(const HIDSensors& sensors, SensorsHistory& history, Temperat
 
 }  // namespace
 
-void addHIDTemperatures(SensorsHistory& history, TemperatureLists& lists) {
-  const HIDSensors sensors;
+std::vector<int32_t> readHIDTemperatures() {
+  const CFOwned sensors(matching(kSensorsPage, kTemperatureUsage));
+  const CFOwned readings(getThermalValues(sensors.get()));
+  const CFIndex count = CFArrayGetCount(readings.get());
+  std::vector<int32_t> degrees;
+  degrees.reserve(static_cast<size_t>(count));
+  for (CFIndex i = 0; i < count; ++i) {
+    const void* const reading = CFArrayGetValueAtIndex(readings.get(), i);
+    degrees.push_back(truncated<int32_t>(doubleOf(static_cast<CFNumberRef>(reading))));
+  }
+  return degrees;
+}
+
+void addHIDTemperatures(const std::vector<int32_t>& readings, SensorsHistory& history,
+                        TemperatureLists& lists) {
+  const HIDSensors sensors(readings);
   int32_t budget = miniBudget(sensors.size());
   addGroups(sensors, lists, budget);
   addIndividuals(sensors, history, lists, budget);

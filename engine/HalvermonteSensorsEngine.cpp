@@ -7,6 +7,7 @@
 #include "engine/DiskThroughput.hpp"
 #include "engine/EngineState.hpp"
 #include "engine/Fans.hpp"
+#include "engine/Questions.hpp"
 #include "engine/Report.hpp"
 #include "engine/Temperatures.hpp"
 #include "hid/HIDSensors.h"
@@ -16,6 +17,8 @@
 
 namespace halvermonte {
 namespace {
+
+const Questions kOwnAnswers;
 
 /// The pass's connection: opened into the engine's `conn`, which is 0 again once it is closed. A
 /// connection that did not open is read and closed all the same, as 0, which is never open: known
@@ -54,12 +57,15 @@ Array sensorReadings(CFMutableArrayRef (*read)(CFDictionaryRef), uint32_t page, 
 
 }  // namespace
 
-HalvermonteSensorsEngine::HalvermonteSensorsEngine() : state_(std::make_unique<EngineState>()) {
+HalvermonteSensorsEngine::HalvermonteSensorsEngine() : HalvermonteSensorsEngine(kOwnAnswers) {}
+
+HalvermonteSensorsEngine::HalvermonteSensorsEngine(const Questions& questions)
+    : questions_(questions), state_(std::make_unique<EngineState>()) {
   EngineState& engine = *state_;
   engine.workflowFile = Text("");
   IOMasterPort(bootstrap_port, &engine.masterPort);
-  const Text processorName = askSytemInfoForProcessorName();
-  const int32_t cores = physicalCores();
+  const Text processorName = questions.processorName();
+  const int32_t cores = questions.physicalCores();
   IOServiceGetMatchingServices(engine.masterPort, IOServiceMatching("IOBlockStorageDriver"),
                                &engine.drivelist);
   engine.smcTempKeys = temperatureKeys();
@@ -81,7 +87,7 @@ void HalvermonteSensorsEngine::pass(SensorsRecord& record) {
   SMCConnection connection(engine.conn);
   TemperatureLists temperatures;
   const FixedReadings fixed = readFixedTemperatures(engine.conn);
-  addHIDTemperatures(engine.sensorsHistory, temperatures);
+  addHIDTemperatures(questions_.thermalValues(), engine.sensorsHistory, temperatures);
   addCatalogueTemperatures(*temperatureWalk_, engine.conn, engine.sensorsHistory,
                            temperatures.full);
   addFixedTemperatures(fixed, temperatures.mini);
@@ -95,27 +101,27 @@ void HalvermonteSensorsEngine::pass(SensorsRecord& record) {
   publishDisks(engine, totals, record);
 }
 
-Array HalvermonteSensorsEngine::currentArray() const {
+Array HalvermonteSensorsEngine::currentArray() {
   return sensorNames(kPowerSensorsPage, kCurrentUsage);
 }
 
-Array HalvermonteSensorsEngine::voltageArray() const {
+Array HalvermonteSensorsEngine::voltageArray() {
   return sensorNames(kPowerSensorsPage, kVoltageUsage);
 }
 
-Array HalvermonteSensorsEngine::thermalArray() const {
+Array HalvermonteSensorsEngine::thermalArray() {
   return sensorNames(kSensorsPage, kTemperatureUsage);
 }
 
-Array HalvermonteSensorsEngine::returnCurrentValues() const {
+Array HalvermonteSensorsEngine::returnCurrentValues() {
   return sensorReadings(getPowerValues, kPowerSensorsPage, kCurrentUsage);
 }
 
-Array HalvermonteSensorsEngine::returnVoltageValues() const {
+Array HalvermonteSensorsEngine::returnVoltageValues() {
   return sensorReadings(getPowerValues, kPowerSensorsPage, kVoltageUsage);
 }
 
-Array HalvermonteSensorsEngine::returnThermalValues() const {
+Array HalvermonteSensorsEngine::returnThermalValues() {
   return sensorReadings(getThermalValues, kSensorsPage, kTemperatureUsage);
 }
 

@@ -15,6 +15,7 @@
 namespace halvermonte {
 
 struct EngineState;
+class Questions;
 class TemperatureWalk;
 
 class HALVERMONTE_EXPORT HalvermonteSensorsEngine {
@@ -22,6 +23,9 @@ class HALVERMONTE_EXPORT HalvermonteSensorsEngine {
   /// Asks for the processor's name (seconds, where a system tool answers) and the number of cores,
   /// and matches the drives: none of these is asked for again.
   HalvermonteSensorsEngine();
+  /// The same, but asks these questions. For faces of the engine in other languages, as their type
+  /// is not installed. REQUIRES: the questions outlive the engine.
+  explicit HalvermonteSensorsEngine(const Questions& questions);
   /// Drops the engine's objects. The drive iterator and the main port stay with IOKit on purpose.
   ~HalvermonteSensorsEngine();
   HalvermonteSensorsEngine(const HalvermonteSensorsEngine&) = delete;
@@ -38,21 +42,21 @@ class HALVERMONTE_EXPORT HalvermonteSensorsEngine {
   }
 
   /// The processor's name by the hardware report; "" where it tells none. Runs a command.
-  Text askSytemInfoForProcessorName() const;
+  static Text askSytemInfoForProcessorName();
   /// Physical cores, as the kernel counts them; never 0, but 1 where it tells none.
-  int32_t physicalCores() const;
+  static int32_t physicalCores();
   /// The process's CPU use in percent of one core; 0.0 where ps could not be started or prints no
   /// number, -1.0 where its output cannot be read. Runs a command.
-  float askSystemPS(int32_t processIdentifier) const;
+  static float askSystemPS(int32_t processIdentifier);
 
   /// Names and readings of the HID sensors, aligned by index. Names are absent where the event
   /// system returns no list; current and voltage readings end the process then.
-  Array currentArray() const;
-  Array voltageArray() const;
-  Array thermalArray() const;
-  Array returnCurrentValues() const;
-  Array returnVoltageValues() const;
-  Array returnThermalValues() const;
+  static Array currentArray();
+  static Array voltageArray();
+  static Array thermalArray();
+  static Array returnCurrentValues();
+  static Array returnVoltageValues();
+  static Array returnThermalValues();
 
   /// What the engine carries between passes: for tests and tools of this project, as its type is
   /// not installed.
@@ -61,6 +65,7 @@ class HALVERMONTE_EXPORT HalvermonteSensorsEngine {
  private:
   void pass(SensorsRecord& record);
 
+  const Questions& questions_;
   std::unique_ptr<EngineState> state_;
   std::unique_ptr<TemperatureWalk> temperatureWalk_;
 };

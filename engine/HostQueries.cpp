@@ -61,7 +61,7 @@ float floatOf(std::string_view text) {
 
 }  // namespace
 
-Text HalvermonteSensorsEngine::askSytemInfoForProcessorName() const {
+Text HalvermonteSensorsEngine::askSytemInfoForProcessorName() {
   const auto report = foundation::outputOfCommand("system_profiler SPHardwareDataType -xml");
   const Dictionary hardware = report ? reportedHardware(*report) : Dictionary();
   const Value intel = hardware.find("cpu_type");
@@ -69,14 +69,14 @@ Text HalvermonteSensorsEngine::askSytemInfoForProcessorName() const {
   return name.kind() == Value::Kind::text ? name.asText() : Text("");
 }
 
-int32_t HalvermonteSensorsEngine::physicalCores() const {
+int32_t HalvermonteSensorsEngine::physicalCores() {
   int32_t cores = 0;  // what a failed query leaves
   size_t size = sizeof cores;
   sysctlbyname("hw.physicalcpu", &cores, &size, nullptr, 0);
   return cores == 0 ? 1 : cores;
 }
 
-float HalvermonteSensorsEngine::askSystemPS(int32_t processIdentifier) const {
+float HalvermonteSensorsEngine::askSystemPS(int32_t processIdentifier) {
   const auto output =
       foundation::outputOfCommand("ps -p " + std::to_string(processIdentifier) + " -o %cpu");
   if (!output) return 0.0F;  // not started; told apart from output that cannot be read

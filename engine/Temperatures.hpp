@@ -5,6 +5,7 @@
 #include <array>
 #include <cstdint>
 #include <string_view>
+#include <vector>
 
 #include "engine/Catalogue.hpp"
 #include "engine/SensorsHistory.hpp"
@@ -22,9 +23,12 @@ FixedReadings readFixedTemperatures(uint32_t conn);
 std::string_view fixedTemperatureName(std::string_view key);
 void addFixedTemperatures(const FixedReadings& readings, TextPair& mini);
 
-/// Group averages, then relabelled sensors. Raises a RangeException where there are fewer readings
-/// than names.
-void addHIDTemperatures(SensorsHistory& history, TemperatureLists& lists);
+/// The readings of the HID event system at this moment, in whole degrees.
+std::vector<int32_t> readHIDTemperatures();
+/// Asks for the sensors' names, and adds group averages, then relabelled sensors. Raises a
+/// RangeException if there are fewer readings than names.
+void addHIDTemperatures(const std::vector<int32_t>& readings, SensorsHistory& history,
+                        TemperatureLists& lists);
 
 /// The name under which a HID sensor is shown, its group's where it has one; "" where it is not
 /// shown.

@@ -1,7 +1,10 @@
 /* HalvermonteSensorsEngine: samples the computer's sensors and disk traffic into a host's record.
  *
  * A host makes one engine and hands it a record on each tick. The engine has no lock and no thread:
- * its passes must not overlap. The record's properties may be read from any thread meanwhile. */
+ * its passes must not overlap. The record's properties may be read from any thread meanwhile.
+ *
+ * The engine sends itself askSytemInfoForProcessorName, then physicalCores in init, and
+ * returnThermalValues in each pass: a subclass may answer them instead. */
 #import <Foundation/Foundation.h>
 
 #import <HalvermonteSensorsEngine/DiskCounters.h>

@@ -5,19 +5,60 @@
 #include <string>
 
 #include "engine/HalvermonteSensorsEngine.hpp"
+#include "engine/Questions.hpp"
 #include "framework/HostRecord.hpp"
 #include "platform/Foundation.hpp"
 #include "platform/apple/Bridging.hpp"
 
 using halvermonte::objectOf;
+using halvermonte::valueOf;
+using Engine = halvermonte::HalvermonteSensorsEngine;
+
+namespace {
+
+/// Whole degrees. A number is converted as the core converts it, whatever the processor does with
+/// one that does not fit; any other object is asked.
+int32_t degreesOf(id reading) {
+  return [reading isKindOfClass:[NSNumber class]] ? valueOf(reading).asNumber().int32Value()
+                                                  : [reading intValue];
+}
+
+/// Asks the host's object, so that the methods of its own class answer.
+class QuestionsToObject final : public halvermonte::Questions {
+ public:
+  explicit QuestionsToObject(::HalvermonteSensorsEngine* object) : object_(object) {}
+
+  halvermonte::Text processorName() const override {
+    return valueOf([object_ askSytemInfoForProcessorName]).asText();
+  }
+
+  int32_t physicalCores() const override { return [object_ physicalCores]; }
+
+  std::vector<int32_t> thermalValues() const override {
+    std::vector<int32_t> degrees;
+    NSEnumerator* const readings = [[object_ returnThermalValues] objectEnumerator];
+    while (id reading = [readings nextObject]) degrees.push_back(degreesOf(reading));
+    return degrees;
+  }
+
+ private:
+  ::HalvermonteSensorsEngine* object_;  ///< not kept: it is the one that holds this
+};
+
+}  // namespace
 
 /// What the header keeps closed.
-struct HalvermonteEngine final : halvermonte::HalvermonteSensorsEngine {};
+struct HalvermonteEngine {
+  explicit HalvermonteEngine(::HalvermonteSensorsEngine* object) : questions(object) {}
+
+  QuestionsToObject questions;
+  Engine engine{questions};
+};
 
 namespace {
 
 /// The reason of the range exception that the pass raised; absent where it raised none.
-std::optional<std::string> pass(HalvermonteEngine& engine, StatisticsData* record) {
+std::optional<std::string> pass(Engine& engine, StatisticsData* record) {
   try {
     engine.getSensorsInfo(std::make_shared<halvermonte::HostRecord>(record));
     return std::nullopt;
@@ -38,7 +79,7 @@ NSMutableArray* list(const halvermonte::Array& array) {
   self = [super init];
   if (self == nil) return nil;
   NSAutoreleasePool* const pool = [[NSAutoreleasePool alloc] init];
-  engine_ = new HalvermonteEngine();
+  engine_ = new HalvermonteEngine(self);
   [pool drain];
   return self;
 }
@@ -52,7 +93,7 @@ NSMutableArray* list(const halvermonte::Array& array) {
   // What the host's own setters raise passes by here, and leaves the pool to the one around it, for
   // the exception itself is in it.
   NSAutoreleasePool* const pool = [[NSAutoreleasePool alloc] init];
-  const std::optional<std::string> outOfRange = pass(*engine_, record);
+  const std::optional<std::string> outOfRange = pass(engine_->engine, record);
   [pool drain];
   if (outOfRange) {
     [NSException raise:NSRangeException format:@"%@", halvermonte::stringOf(*outOfRange)];
@@ -61,39 +102,39 @@ NSMutableArray* list(const halvermonte::Array& array) {
 }
 
 - (NSString*)askSytemInfoForProcessorName {
-  return objectOf(engine_->askSytemInfoForProcessorName());
+  return objectOf(Engine::askSytemInfoForProcessorName());
 }
 
 - (int)physicalCores {
-  return engine_->physicalCores();
+  return Engine::physicalCores();
 }
 
 - (float)askSystemPS:(int)processIdentifier {
-  return engine_->askSystemPS(processIdentifier);
+  return Engine::askSystemPS(processIdentifier);
 }
 
 - (NSMutableArray*)currentArray {
-  return list(engine_->currentArray());
+  return list(Engine::currentArray());
 }
 
 - (NSMutableArray*)voltageArray {
-  return list(engine_->voltageArray());
+  return list(Engine::voltageArray());
 }
 
 - (NSMutableArray*)thermalArray {
-  return list(engine_->thermalArray());
+  return list(Engine::thermalArray());
 }
 
 - (NSMutableArray*)returnCurrentValues {
-  return list(engine_->returnCurrentValues());
+  return list(Engine::returnCurrentValues());
 }
 
 - (NSMutableArray*)returnVoltageValues {
-  return list(engine_->returnVoltageValues());
+  return list(Engine::returnVoltageValues());
 }
 
 - (NSMutableArray*)returnThermalValues {
-  return list(engine_->returnThermalValues());
+  return list(Engine::returnThermalValues());
 }
 
 @end
