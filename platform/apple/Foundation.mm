@@ -82,7 +82,7 @@ std::optional<std::string> reasonRaisedBy(const std::function<void()>& call) {
   };
   try {
     auto context = call;
-    NSException* const exception = HalvermonteExceptionRaisedBy(calling, &context);
+    NSException* const exception = [HalvermonteExceptionRaisedBy(calling, &context) autorelease];
     if (exception == nil) return std::nullopt;
     return charactersOf([NSString stringWithFormat:@"%@", [exception reason]]);
   } catch (const PlatformException& exception) {

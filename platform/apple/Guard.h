@@ -9,9 +9,11 @@
 
 HALVERMONTE_C_BEGIN
 
-/* Calls with the context, and returns the exception that the call raised; nil where it raised none.
- * Exceptions of any other kind pass. */
-NSException* HalvermonteExceptionRaisedBy(void (*call)(void* context), void* context);
+/* Calls with the context, and returns the exception that the call raised, or nil. The caller
+ * releases it: a pool that the exception was in may be drained by now. Exceptions of any other kind
+ * pass. */
+NSException* HalvermonteExceptionRaisedBy(void (*call)(void* context),
+                                          void* context) NS_RETURNS_RETAINED;
 
 HALVERMONTE_C_END
 

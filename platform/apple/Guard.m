@@ -5,6 +5,6 @@ NSException* HalvermonteExceptionRaisedBy(void (*call)(void* context), void* con
     call(context);
     return nil;
   } @catch (NSException* exception) {
-    return exception;
+    return [exception retain];
   }
 }

@@ -83,8 +83,8 @@ using Int = int;
 
 NSException* raisedBy(const std::function<void()>& call) {
   auto context = call;
-  return HalvermonteExceptionRaisedBy(
-      [](void* function) { (*static_cast<std::function<void()>*>(function))(); }, &context);
+  const auto calling = [](void* function) { (*static_cast<std::function<void()>*>(function))(); };
+  return [HalvermonteExceptionRaisedBy(calling, &context) autorelease];
 }
 
 std::vector<std::string> textsOf(NSArray* array) {
