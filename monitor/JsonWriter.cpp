@@ -78,6 +78,8 @@ class JsonWriter {
     switch (boxed.form()) {
       case Number::Form::int32:
         return figure(boxed.int32Value());
+      case Number::Form::int64:
+        return figure(boxed.int64Value());
       case Number::Form::uint64:
         return figure(boxed.uint64Value());
       case Number::Form::float32:

@@ -82,6 +82,7 @@ struct Number::Content : Value::Object {
   Form form;
   union {
     int32_t int32;
+    int64_t int64;
     uint64_t uint64;
     float float32;
     double float64;
@@ -94,6 +95,7 @@ Number Number::of(Form form, Source value) {
   content->kind = Kind::number;
   content->form = form;
   if constexpr (std::is_same_v<Source, int32_t>) content->int32 = value;
+  if constexpr (std::is_same_v<Source, int64_t>) content->int64 = value;
   if constexpr (std::is_same_v<Source, uint64_t>) content->uint64 = value;
   if constexpr (std::is_same_v<Source, float>) content->float32 = value;
   if constexpr (std::is_same_v<Source, double>) content->float64 = value;
@@ -101,6 +103,7 @@ Number Number::of(Form form, Source value) {
 }
 
 Number Number::ofInt32(int32_t value) { return of(Form::int32, value); }
+Number Number::ofInt64(int64_t value) { return of(Form::int64, value); }
 Number Number::ofUInt64(uint64_t value) { return of(Form::uint64, value); }
 Number Number::ofFloat32(float value) { return of(Form::float32, value); }
 Number Number::ofFloat64(double value) { return of(Form::float64, value); }
@@ -124,6 +127,8 @@ Target numberAs(const Content& content) noexcept {
   switch (content.form) {
     case Number::Form::int32:
       return converted<Target>(content.int32);
+    case Number::Form::int64:
+      return converted<Target>(content.int64);
     case Number::Form::uint64:
       return converted<Target>(content.uint64);
     case Number::Form::float32:
@@ -138,6 +143,9 @@ Target numberAs(const Content& content) noexcept {
 
 int32_t Number::int32Value() const noexcept {
   return object_ ? numberAs<int32_t>(content<Content>()) : 0;
+}
+int64_t Number::int64Value() const noexcept {
+  return object_ ? numberAs<int64_t>(content<Content>()) : 0;
 }
 uint64_t Number::uint64Value() const noexcept {
   return object_ ? numberAs<uint64_t>(content<Content>()) : 0;

@@ -96,10 +96,11 @@ class HALVERMONTE_EXPORT Text : public Value {
 /// A boxed number that remembers what it was made from.
 class HALVERMONTE_EXPORT Number : public Value {
  public:
-  enum class Form : uint8_t { int32, uint64, float32, float64 };
+  enum class Form : uint8_t { int32, int64, uint64, float32, float64 };
 
   Number() noexcept = default;
   static Number ofInt32(int32_t value);
+  static Number ofInt64(int64_t value);
   static Number ofUInt64(uint64_t value);
   static Number ofFloat32(float value);
   static Number ofFloat64(double value);
@@ -110,6 +111,7 @@ class HALVERMONTE_EXPORT Number : public Value {
   /// The value converted; 0 where the number is absent. Floats outside the target's range saturate,
   /// NaN gives 0.
   int32_t int32Value() const noexcept;
+  int64_t int64Value() const noexcept;
   uint64_t uint64Value() const noexcept;
   float float32Value() const noexcept;
   double float64Value() const noexcept;

@@ -12,9 +12,12 @@ Number numberOf(NSNumber* number) {
     case 'd':
       return Number::ofFloat64([number doubleValue]);
   }
-  const bool fitsInt32 = [number isEqualToNumber:[NSNumber numberWithInt:[number intValue]]];
-  return fitsInt32 ? Number::ofInt32([number intValue])
-                   : Number::ofUInt64([number unsignedLongLongValue]);
+  if ([number isEqualToNumber:[NSNumber numberWithInt:[number intValue]]]) {
+    return Number::ofInt32([number intValue]);
+  }
+  const bool negative = [number compare:[NSNumber numberWithInt:0]] == NSOrderedAscending;
+  return negative ? Number::ofInt64([number longLongValue])
+                  : Number::ofUInt64([number unsignedLongLongValue]);
 }
 
 Array arrayOf(NSArray* array) {
@@ -44,6 +47,8 @@ NSNumber* objectOf(const Number& number) {
   switch (number.form()) {
     case Number::Form::int32:
       return [NSNumber numberWithInt:number.int32Value()];
+    case Number::Form::int64:
+      return [NSNumber numberWithLongLong:number.int64Value()];
     case Number::Form::uint64:
       return [NSNumber numberWithUnsignedLongLong:number.uint64Value()];
     case Number::Form::float32:

@@ -40,6 +40,7 @@ TEST_F(BridgingTest, AbsentAndNilAreOne) {
 
 TEST_F(BridgingTest, NumbersKeepTheirForm) {
   EXPECT_STREQ([objectOf(Number::ofInt32(-1)) objCType], @encode(int));
+  EXPECT_STREQ([objectOf(Number::ofInt64(INT64_MIN)) objCType], @encode(long long));
   EXPECT_STREQ([objectOf(Number::ofUInt64(UINT64_MAX)) objCType], @encode(unsigned long long));
   EXPECT_STREQ([objectOf(Number::ofFloat32(1)) objCType], @encode(float));
   EXPECT_STREQ([objectOf(Number::ofFloat64(1)) objCType], @encode(double));
@@ -52,6 +53,24 @@ TEST_F(BridgingTest, NumbersKeepTheirForm) {
   EXPECT_EQ(number([NSNumber numberWithFloat:0.1F]).form(), Number::Form::float32);
   EXPECT_EQ(number([NSNumber numberWithDouble:0.1]).float64Value(), 0.1);
   EXPECT_EQ(number([NSNumber numberWithBool:YES]).int32Value(), 1);
+}
+
+TEST_F(BridgingTest, EachWholeNumberComesBackEqual) {
+  NSNumber* const numbers[] = {
+      [NSNumber numberWithChar:-128],
+      [NSNumber numberWithUnsignedInt:UINT32_MAX],
+      [NSNumber numberWithLongLong:INT32_MIN],
+      [NSNumber numberWithLongLong:INT64_C(-3'000'000'000)],
+      [NSNumber numberWithLongLong:INT64_MIN],
+      [NSNumber numberWithLongLong:INT64_MAX],
+      [NSNumber numberWithUnsignedLongLong:UINT64_C(1) << 63],
+      [NSNumber numberWithUnsignedLongLong:UINT64_MAX],
+  };
+  for (NSNumber* const number : numbers) {
+    const std::string description = charactersOf([number description]);
+    EXPECT_TRUE([objectOf(valueOf(number)) isEqual:number]) << description;
+    EXPECT_EQ(charactersOf([objectOf(valueOf(number)) description]), description);
+  }
 }
 
 TEST_F(BridgingTest, ContainersComeBackWhole) {

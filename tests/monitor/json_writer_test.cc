@@ -93,6 +93,7 @@ TEST_F(JsonLine, FloatsAreShortestTextsThatReadBackTheSame) {
 TEST_F(JsonLine, IntegersAreWhole) {
   EXPECT_EQ(written(Number::ofUInt64(18446744073709551615U)), "18446744073709551615");
   EXPECT_EQ(written(Number::ofInt32(std::numeric_limits<int32_t>::min())), "-2147483648");
+  EXPECT_EQ(written(Number::ofInt64(std::numeric_limits<int64_t>::min())), "-9223372036854775808");
 }
 
 TEST_F(JsonLine, NumbersThatJsonCannotWriteAreNull) {

@@ -9,6 +9,8 @@ std::string numberText(const Number& number) {
   switch (number.form()) {
     case Number::Form::int32:
       return "int32 " + std::to_string(number.int32Value());
+    case Number::Form::int64:
+      return "int64 " + std::to_string(number.int64Value());
     case Number::Form::uint64:
       return "uint64 " + std::to_string(number.uint64Value());
     case Number::Form::float32:
