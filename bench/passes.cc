@@ -5,7 +5,7 @@
 
 #include "bench/Allocations.hpp"
 #include "bench/Machines.hpp"
-#include "engine/DiskThroughput.hpp"
+#include "engine/DiskPublishing.hpp"
 #include "engine/HalvermonteSensorsEngine.hpp"
 
 namespace halvermonte {

@@ -9,12 +9,12 @@
 
 namespace halvermonte {
 
-/// The text in UTF-8, written over what the buffer held.
+/// Writes the text into the buffer as UTF-8, in place of its contents.
 void copyCharacters(CFStringRef text, std::string& buffer);
 
 double doubleOf(CFNumberRef number);
 
-/// The list of texts; absent where there is no list.
+/// The list of texts; absent if there is no list.
 Array textsOf(CFArrayRef list);
 /// The list of numbers, as 64-bit floats.
 Array numbersOf(CFArrayRef list);

@@ -22,7 +22,7 @@ struct CoreNames {
   std::span<const NamedKey> further;  ///< one per core from the eleventh on
 };
 
-/// The first row whose prefix fits decides; a chip's variants (Pro, Max, Ultra) fit its own prefix.
+/// The first row whose prefix fits is used. A chip's variants (Pro, Max, Ultra) fit its own prefix.
 struct ChipRule {
   std::string_view prefix;
   CoreNames names;

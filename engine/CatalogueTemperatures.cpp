@@ -1,4 +1,8 @@
-#include "engine/Temperatures.hpp"
+#include "engine/CatalogueTemperatures.hpp"
+
+#include <cstddef>
+#include <vector>
+
 #include "platform/Conversions.hpp"
 #include "smc/SMC.h"
 

@@ -1,8 +1,12 @@
+#include "engine/DiskPublishing.hpp"
+
 #include <algorithm>
+#include <cstdint>
+#include <iterator>
 #include <limits>
 #include <string>
+#include <vector>
 
-#include "engine/DiskThroughput.hpp"
 #include "platform/Conversions.hpp"
 #include "platform/Foundation.hpp"
 
@@ -24,7 +28,7 @@ float highest(const std::vector<Value>& history) {
   return most;
 }
 
-/// The first scale that the highest rate does not exceed, compared as 32-bit floats; else the last.
+/// The first scale that the highest rate does not exceed, compared as 32-bit floats, or the last.
 int64_t chartScale(const EngineState& engine) {
   const float most = std::max(highest(engine.writeDiskPoint), highest(engine.readDiskPoint));
   const auto* const fits = std::ranges::find_if(
@@ -34,7 +38,7 @@ int64_t chartScale(const EngineState& engine) {
 
 float newest(const std::vector<Value>& history) { return history.back().asNumber().float32Value(); }
 
-/// Up to a thousand bytes per second count as none.
+/// Up to a thousand bytes per second are shown as none.
 Text speedText(float bytesPerSecond) {
   if (bytesPerSecond <= 1000.0F) return Text(foundation::bundleText("0 KB/s"));
   const std::string amount =

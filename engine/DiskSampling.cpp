@@ -1,4 +1,7 @@
-#include "engine/DiskThroughput.hpp"
+#include "engine/DiskSampling.hpp"
+
+#include <vector>
+
 #include "platform/Conversions.hpp"
 #include "platform/Foundation.hpp"
 
@@ -19,15 +22,15 @@ void readCounters(EngineState& engine) {
   if (reason) foundation::log(*reason);
 }
 
-/// Whole seconds since the pass before, on purpose: below one second there is no rate, and what
-/// moved meanwhile is not carried forward.
+/// Whole seconds since the previous pass, on purpose: below one second there is no rate, and the
+/// bytes moved meanwhile are not carried forward.
 uint64_t elapsedSeconds(const EngineState& engine) {
   if (!engine.lastDataFetch) return 0;
   return truncated<uint64_t>(foundation::currentDate().secondsSince(engine.lastDataFetch));
 }
 
-/// Growth wraps: a total that went down gives a huge rate. The reads' previous total decides for
-/// both directions: it is 0 at the first pass, when a difference would be no rate.
+/// Differences wrap: a total that went down gives a huge rate. The reads' previous total decides
+/// for both directions: it is 0 at the first pass, when a difference is not a rate.
 Rates currentRates(const EngineState& engine) {
   const uint64_t seconds = elapsedSeconds(engine);
   if (seconds == 0 || engine.i_dsk.bytes_prev == 0) return {};

@@ -1,4 +1,4 @@
-// What an engine carries from construction on and from pass to pass.
+// What an engine carries from pass to pass.
 #pragma once
 
 #include <cstdint>
@@ -10,8 +10,8 @@
 
 namespace halvermonte {
 
-/// The instance variables, in the order of the engine's layout; they are dropped in reverse. Those
-/// marked unused belong to the layout all the same.
+/// The instance variables, in the order of the engine's layout; they are released in reverse. Those
+/// marked unused are part of the layout.
 struct EngineState {
   Date lastShownDate;             // unused
   Text cachePath;                 // unused
@@ -26,16 +26,16 @@ struct EngineState {
   uint64_t prevWriteVal = 0;          // unused
   uint64_t readRate = 0;              // unused
   uint64_t writeRate = 0;             // unused
-  std::vector<Value> writeDiskPoint;  ///< the last rates, oldest first; -1 marks a slot without one
+  std::vector<Value> writeDiskPoint;  ///< the last rates, oldest first; -1 marks an empty slot
   std::vector<Value> readDiskPoint;
   Text workflowFile;           // unused after construction
-  uint32_t drivelist = 0;      ///< iterator over the drives; 0: none was made
+  uint32_t drivelist = 0;      ///< iterator over the drives; 0 if there is none
   uint32_t masterPort = 0;     ///< IOKit's main port
   Dictionary prevTempos;       ///< the last published sensors, for the steadying
   bool prevPopulated = false;  // unused
   uint32_t conn = 0;           ///< the pass's SMC connection; 0 outside a pass
   SensorsHistory sensorsHistory;
-  Date lastDataFetch;  ///< when the last pass had read the drives; absent before the first
+  Date lastDataFetch;  ///< when the last pass read the drives; absent before the first
   io_stats i_dsk{};    ///< reads
   io_stats o_dsk{};    ///< writes
 };

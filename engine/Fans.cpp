@@ -2,6 +2,7 @@
 
 #include <array>
 
+#include "engine/NextStepEncoding.hpp"
 #include "platform/Conversions.hpp"
 #include "smc/SMC.h"
 

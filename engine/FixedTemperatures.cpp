@@ -1,6 +1,5 @@
-#include <array>
+#include "engine/FixedTemperatures.hpp"
 
-#include "engine/Temperatures.hpp"
 #include "platform/Conversions.hpp"
 #include "smc/SMC.h"
 

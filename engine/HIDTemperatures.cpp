@@ -1,9 +1,10 @@
+#include "engine/HIDTemperatures.hpp"
+
 #include <array>
 #include <cmath>
 #include <string>
 
 #include "engine/CFConversions.hpp"
-#include "engine/Temperatures.hpp"
 #include "hid/HIDSensors.h"
 #include "platform/CFOwned.hpp"
 #include "platform/Conversions.hpp"
@@ -42,7 +43,7 @@ class HIDSensors {
   CFOwned<CFMutableArrayRef> names_;
 };
 
-/// Sensors that are shown as one average, whatever they read. In the order of their entries.
+/// Sensors that are listed as one average, whatever they read, in this order.
 struct Group {
   std::string_view prefix;
   std::string_view name;
@@ -53,7 +54,7 @@ constexpr std::array<Group, 3> kGroups = {{
     {"GPU MTR", "GPU Cluster"},
 }};
 
-/// A group's members so far. 32-bit floats, as their average is one.
+/// A group's members so far, in 32-bit floats, because their average is one.
 struct Members {
   float sum = 0;
   float count = 0;
@@ -64,7 +65,7 @@ struct Members {
   }
 };
 
-/// How many entries the mini list may still take from this source.
+/// How many entries of this source the mini list may still take.
 int32_t miniBudget(CFIndex sensors) { return sensors > 7 ? 7 : static_cast<int32_t>(sensors) - 1; }
 
 void addGroups(const HIDSensors& sensors, TemperatureLists& lists, int32_t& budget) {
@@ -98,7 +99,8 @@ constexpr Relabel kRelabels[] = {
     {"ANE MTR Temp Sensor1", "Neural Engine"},   {"ISP MTR Temp Sensor5", "Image Signal Processor"},
 };
 
-/// Gives a known product its display name; false for any other, which is never shown by itself.
+/// Gives a known product its display name. Returns false for any other, which is never listed by
+/// itself.
 bool relabel(std::string& name) {
   bool relabelled = false;
   for (const Relabel& row : kRelabels) {
@@ -106,7 +108,7 @@ bool relabel(std::string& name) {
     name = row.name;
     relabelled = true;
   }
-  // A guard for rows to come: summaries of other sensors are not sensors.
+  // No row of today has such a name; one that does would be a summary of other sensors.
   const bool summary =
       name.starts_with("Avg:") || name.starts_with("Min:") || name.starts_with("Max:");
   return relabelled && !summary;

@@ -20,20 +20,21 @@ class TemperatureWalk;
 
 class HALVERMONTE_EXPORT HalvermonteSensorsEngine {
  public:
-  /// Asks for the processor's name (seconds, where a system tool answers) and the number of cores,
-  /// and matches the drives: none of these is asked for again.
+  /// Asks for the processor's name, which takes seconds if a system tool is started for it, and the
+  /// number of cores, and matches the drives. None of these is asked for again.
   HalvermonteSensorsEngine();
   /// The same, but asks these questions. For faces of the engine in other languages, as their type
   /// is not installed. REQUIRES: the questions outlive the engine.
   explicit HalvermonteSensorsEngine(const Questions& questions);
-  /// Drops the engine's objects. The drive iterator and the main port stay with IOKit on purpose.
+  /// Releases the engine's objects, but not the drive iterator and the main port, on purpose: hosts
+  /// have always known them to outlive an engine.
   ~HalvermonteSensorsEngine();
   HalvermonteSensorsEngine(const HalvermonteSensorsEngine&) = delete;
   HalvermonteSensorsEngine& operator=(const HalvermonteSensorsEngine&) = delete;
 
   /// One pass: fills the record's sensor and disk properties and returns the same record, which is
-  /// kept only for the length of the pass. Raises a RangeException where the HID event system names
-  /// more sensors than it gives values; what a setter of the record throws passes as well.
+  /// kept only for the length of the pass. Raises a RangeException if the HID event system names
+  /// more sensors than it gives values. What a setter of the record throws reaches the caller too.
   /// REQUIRES: a record.
   template <class Record>
   std::shared_ptr<Record> getSensorsInfo(std::shared_ptr<Record> record) {
@@ -41,16 +42,16 @@ class HALVERMONTE_EXPORT HalvermonteSensorsEngine {
     return record;
   }
 
-  /// The processor's name by the hardware report; "" where it tells none. Runs a command.
+  /// Returns the processor's name from the hardware report, or "" if it has none. Runs a command.
   static Text askSytemInfoForProcessorName();
-  /// Physical cores, as the kernel counts them; never 0, but 1 where it tells none.
+  /// Returns the number of physical cores as the kernel counts them, or 1 if it does not say.
   static int32_t physicalCores();
-  /// The process's CPU use in percent of one core; 0.0 where ps could not be started or prints no
-  /// number, -1.0 where its output cannot be read. Runs a command.
+  /// Returns the process's CPU use in percent of one core. 0.0 if ps could not be started or prints
+  /// no number, -1.0 if its output cannot be read. Runs a command.
   static float askSystemPS(int32_t processIdentifier);
 
-  /// Names and readings of the HID sensors, aligned by index. Names are absent where the event
-  /// system returns no list; current and voltage readings end the process then.
+  /// Names and readings of the HID sensors, aligned by index. If the event system returns no list,
+  /// names are absent, and current and voltage readings end the process.
   static Array currentArray();
   static Array voltageArray();
   static Array thermalArray();

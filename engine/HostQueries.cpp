@@ -1,4 +1,4 @@
-// What the engine answers about its host.
+// The engine's queries about its host.
 #include <sys/sysctl.h>
 #include <sys/types.h>
 
@@ -14,7 +14,7 @@
 namespace halvermonte {
 namespace {
 
-/// The one item of the hardware report; absent where the report is of another shape.
+/// The one item of the hardware report; absent if the report has another shape.
 Dictionary reportedHardware(std::string_view report) {
   const Value root = foundation::propertyList(report);
   const std::vector<Value>& sections = root.asArray().elements();
@@ -29,7 +29,7 @@ size_t digitsAt(std::string_view text, size_t start) {
   return end - start;
 }
 
-/// The longest prefix that is a decimal number; empty where there is none.
+/// The longest prefix that is a decimal number; empty if there is none.
 std::string_view decimalPrefix(std::string_view text) {
   size_t end = text.starts_with('-') || text.starts_with('+') ? 1 : 0;
   const size_t whole = digitsAt(text, end);
@@ -47,14 +47,14 @@ std::string_view decimalPrefix(std::string_view text) {
   return text.substr(0, end);
 }
 
-/// The number that the text begins with, blanks skipped; 0 without one. A point is a point in every
-/// locale.
+/// The number that the text begins with after blanks; 0 without one. The decimal point is a point
+/// in every locale.
 float floatOf(std::string_view text) {
   text.remove_prefix(std::min(text.find_first_not_of(" \t\n\r\v\f"), text.size()));
   std::istringstream stream{std::string(decimalPrefix(text))};
   stream.imbue(std::locale::classic());
   double number = 0;
-  stream >> number;  // beyond the range of a double: its largest, with the sign
+  stream >> number;  // beyond the range of a double, it is the largest one
   constexpr double kLargest = std::numeric_limits<float>::max();
   return static_cast<float>(std::clamp(number, -kLargest, kLargest));
 }
@@ -70,7 +70,7 @@ Text HalvermonteSensorsEngine::askSytemInfoForProcessorName() {
 }
 
 int32_t HalvermonteSensorsEngine::physicalCores() {
-  int32_t cores = 0;  // what a failed query leaves
+  int32_t cores = 0;  // stays 0 if the query fails
   size_t size = sizeof cores;
   sysctlbyname("hw.physicalcpu", &cores, &size, nullptr, 0);
   return cores == 0 ? 1 : cores;
@@ -79,7 +79,7 @@ int32_t HalvermonteSensorsEngine::physicalCores() {
 float HalvermonteSensorsEngine::askSystemPS(int32_t processIdentifier) {
   const auto output =
       foundation::outputOfCommand("ps -p " + std::to_string(processIdentifier) + " -o %cpu");
-  if (!output) return 0.0F;  // not started; told apart from output that cannot be read
+  if (!output) return 0.0F;  // not started, unlike output that cannot be read
   const Text text = Text::fromUTF8(*output);
   if (!text) return -1.0F;
   const std::vector<Text> lines = text.split('\n');

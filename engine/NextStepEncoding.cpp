@@ -1,6 +1,6 @@
-#include <cstdint>
+#include "engine/NextStepEncoding.hpp"
 
-#include "engine/Fans.hpp"
+#include <cstdint>
 
 namespace halvermonte {
 namespace {

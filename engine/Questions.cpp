@@ -1,7 +1,7 @@
 #include "engine/Questions.hpp"
 
+#include "engine/HIDTemperatures.hpp"
 #include "engine/HalvermonteSensorsEngine.hpp"
-#include "engine/Temperatures.hpp"
 
 namespace halvermonte {
 

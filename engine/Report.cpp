@@ -1,18 +1,24 @@
 #include "engine/Report.hpp"
 
+#include <cstddef>
+#include <utility>
+#include <vector>
+
+#include "platform/Values.hpp"
+
 namespace halvermonte {
 namespace {
 
 enum class EmptyNames { skipped, kept };
 
-/// The lines of two texts as names and values; absent where there is none, or where the counts
-/// differ. Of two lines with one name the later is kept.
+/// The lines of two texts as names and values; absent if there are none, or the counts differ. If
+/// two lines have one name, the later value is kept.
 Dictionary parsed(const Text& names, const Text& values, EmptyNames emptyNames) {
   if (!names || !values) return {};
   const std::vector<Text> nameLines = names.split('\n');
   const std::vector<Text> valueLines = values.split('\n');
   if (nameLines.size() != valueLines.size() || nameLines.size() < 2) return {};
-  const size_t entriesEnd = nameLines.size() - 1;  // what follows the last line feed is no line
+  const size_t entriesEnd = nameLines.size() - 1;  // nothing follows the last line feed
   std::vector<Dictionary::Entry> entries;
   entries.reserve(entriesEnd);
   for (size_t i = 0; i < entriesEnd; ++i) {
@@ -40,7 +46,7 @@ bool storeDictionaries(SensorsRecord& record) {
   if (const Dictionary sensors = parsed(names, values, EmptyNames::skipped)) {
     record.setSensors(sensors);
   }
-  // A fan without a name is an entry under the empty name, unlike a temperature.
+  // Unlike a temperature, a fan without a name is an entry, under the empty name.
   if (const Dictionary fans =
           parsed(record.sensors_fans(), record.sensors_fansData(), EmptyNames::kept)) {
     record.setFans(fans);

@@ -10,12 +10,12 @@
 
 namespace halvermonte {
 
-/// By SMC key for catalogue sensors, by display name for HID sensors: one map, so that two sensors
-/// of one name share an entry. Entries are never removed.
+/// Catalogue sensors are found by their SMC key, HID sensors by their display name. Both are in one
+/// map, so that two sensors of one name share an entry. Entries are never removed.
 class SensorsHistory {
  public:
-  /// The value to report: the reading itself, but after a fall of more than 25 degrees one degree
-  /// below the last reported value. It is remembered under the sensor's name.
+  /// Returns and remembers the value to report: the reading, or one degree below the last reported
+  /// value if the reading is more than 25 degrees below it.
   int32_t clamped(std::string_view sensor, int32_t reading);
 
   size_t size() const noexcept { return reported_.size(); }

@@ -1,9 +1,12 @@
+#include "engine/Steadying.hpp"
+
 #include <algorithm>
+#include <cstdint>
 #include <limits>
 #include <optional>
 #include <string>
-
-#include "engine/Report.hpp"
+#include <string_view>
+#include <vector>
 
 namespace halvermonte {
 namespace {
@@ -26,7 +29,7 @@ int64_t integerOf(const Value& value) {
   return static_cast<int64_t>(negative ? 0 - magnitude : magnitude);
 }
 
-/// True where the value is more than 5 degrees below the other, however far.
+/// True if the value is more than 5 degrees below the other.
 bool isWellBelow(int64_t value, int64_t other) {
   if (value >= other) return false;
   return static_cast<uint64_t>(other) - static_cast<uint64_t>(value) > 5;
@@ -36,7 +39,7 @@ bool mentions(const Dictionary::Entry& entry, std::string_view part) {
   return entry.key.view().find(part) != std::string_view::npos;
 }
 
-/// The coolest GPU below 200 degrees; absent where there is none.
+/// The coolest GPU below 200 degrees; absent if there is none.
 std::optional<int64_t> coolestGPU(const Dictionary& sensors) {
   int64_t coolest = 200;
   for (const Dictionary::Entry& entry : sensors.entries()) {
@@ -64,7 +67,7 @@ Dictionary steadied(const Dictionary& sensors, const Dictionary& previous) {
   return Dictionary(std::move(entries));
 }
 
-/// Writes the full list anew from the published values; names without one drop out.
+/// Writes the full list again from the published values. Names without a value drop out.
 void rewriteTexts(SensorsRecord& record, const Dictionary& sensors) {
   std::string names;
   std::string values;

@@ -15,7 +15,7 @@ struct TextPair {
     names.append(name) += '\n';
     values.append(std::to_string(value)) += '\n';
   }
-  /// Anywhere in the names, not as a line: a name within another counts.
+  /// True if the name stands anywhere in the names, also within another one.
   bool mentions(std::string_view name) const { return names.find(name) != std::string::npos; }
 };
 

@@ -1,5 +1,6 @@
-// The few Foundation services that the core uses. One function each: apple/Foundation.mm calls the
-// system's Foundation, portable/Foundation.cpp does the same elsewhere. Any thread may call them.
+// The few Foundation services that the core uses, one function each. apple/Foundation.mm calls the
+// system's Foundation, and portable/Foundation.cpp does the same elsewhere. Any thread may call
+// them.
 #pragma once
 
 #include <exception>
@@ -34,7 +35,7 @@ class HALVERMONTE_EXPORT RangeException : public PlatformException {
 
 namespace foundation {
 
-/// The computer's name as its owner sees it; absent where the platform reports none.
+/// The computer's name as its owner sees it; absent if the platform reports none.
 Text localizedHostName();
 
 /// The current date by the machine's clock.
@@ -51,23 +52,24 @@ std::string bundleText(const char* key);
 /// The format with its "%@" replaced by the argument.
 std::string formatted(const std::string& format, const std::string& argument);
 
-/// True where the first text stands before the second in the order shown to people: without regard
-/// to case, runs of digits by their value ("Core 2" before "Core 10").
+/// True if the first text stands before the second in the order shown to people, which ignores case
+/// and compares runs of digits by their value ("Core 2" before "Core 10").
 bool standsBefore(std::string_view first, std::string_view second);
 
-/// What the command prints under /bin/sh, its bytes as they come, once it has closed its output;
-/// absent where it could not be started. Standard error is left as it is. Waits without limit.
+/// Runs the command under /bin/sh and returns the bytes that it prints, once it has closed its
+/// output; absent if it could not be started. Standard error is not redirected. Waits without
+/// limit.
 std::optional<std::string> outputOfCommand(const std::string& command);
 
-/// The root of a property list in XML or binary form, its texts, numbers, lists and maps; absent
-/// where the bytes are none.
+/// The root of a property list in XML or binary form, with its texts, numbers, lists and maps;
+/// absent if the bytes are not a property list.
 Value propertyList(std::string_view bytes);
 
 /// Writes one line to the system's log.
 void log(std::string_view line);
 
-/// Calls, and answers the reason of the platform exception that the call raised; absent where it
-/// raised none. Every other exception passes.
+/// Calls, and returns the reason of the platform exception that the call raised; absent if it
+/// raised none. Every other exception reaches the caller.
 std::optional<std::string> reasonRaisedBy(const std::function<void()>& call);
 
 }  // namespace foundation

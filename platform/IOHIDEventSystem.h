@@ -1,4 +1,5 @@
-/* What the engine calls of the HID event system that the platform's own headers do not declare. */
+/* The functions of the HID event system that the engine calls and the platform's headers do not
+ * declare. */
 #ifndef HALVERMONTE_PLATFORM_IOHIDEVENTSYSTEM_H
 #define HALVERMONTE_PLATFORM_IOHIDEVENTSYSTEM_H
 

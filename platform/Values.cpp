@@ -28,7 +28,7 @@ Text::Text(std::string_view characters) {
 
 namespace {
 
-/// The length of the well-formed UTF-8 sequence that the bytes begin with; 0 where there is none.
+/// The length of the well-formed UTF-8 sequence that the bytes begin with; 0 if there is none.
 size_t sequenceLength(std::string_view bytes) {
   const auto at = [&](size_t i) { return static_cast<unsigned char>(bytes[i]); };
   const unsigned char first = at(0);
@@ -36,7 +36,7 @@ size_t sequenceLength(std::string_view bytes) {
   if (first < 0xC2 || first > 0xF4) return 0;
   const size_t length = first < 0xE0 ? 2 : first < 0xF0 ? 3 : 4;
   if (bytes.size() < length) return 0;
-  // Overlong forms, surrogates and what lies beyond U+10FFFF are told by the second byte.
+  // The second byte shows overlong forms, surrogates, and what lies beyond U+10FFFF.
   const unsigned char low = first == 0xE0 ? 0xA0 : first == 0xF0 ? 0x90 : 0x80;
   const unsigned char high = first == 0xED ? 0x9F : first == 0xF4 ? 0x8F : 0xBF;
   if (at(1) < low || at(1) > high) return 0;

@@ -36,10 +36,10 @@ class HALVERMONTE_EXPORT Value {
   Kind kind() const noexcept { return object_ ? object_->kind : Kind::absent; }
   explicit operator bool() const noexcept { return object_ != nullptr; }
 
-  /// True where both are the same object, or both absent; equal contents are not enough.
+  /// True if both are the same object, or both are absent. Equal contents are not enough.
   bool isSame(const Value& other) const noexcept { return object_ == other.object_; }
 
-  /// The value as the given kind; absent where it is of another one.
+  /// The value as the given kind; absent if it is of another one.
   Text asText() const noexcept;
   Number asNumber() const noexcept;
   Array asArray() const noexcept;
@@ -71,10 +71,10 @@ class HALVERMONTE_EXPORT Text : public Value {
  public:
   Text() noexcept = default;
   explicit Text(std::string_view characters);
-  /// Absent where the bytes are not well-formed UTF-8.
+  /// Absent if the bytes are not well-formed UTF-8.
   static Text fromUTF8(std::string_view bytes);
 
-  /// The characters; "" where the text is absent. Valid as long as any handle to this object is.
+  /// The characters; "" if the text is absent. Valid as long as any handle to this object is.
   std::string_view view() const noexcept {
     return object_ ? content<Content>().characters : std::string_view();
   }
@@ -108,7 +108,7 @@ class HALVERMONTE_EXPORT Number : public Value {
   /// REQUIRES: present.
   Form form() const noexcept;
 
-  /// The value converted; 0 where the number is absent. Floats outside the target's range saturate,
+  /// The value converted; 0 if the number is absent. Floats outside the target's range saturate,
   /// NaN gives 0.
   int32_t int32Value() const noexcept;
   int64_t int64Value() const noexcept;
@@ -130,7 +130,7 @@ class HALVERMONTE_EXPORT Array : public Value {
   Array() noexcept = default;
   explicit Array(std::vector<Value> elements);
 
-  /// The elements; none where the array is absent. Valid as long as any handle to this object is.
+  /// The elements; none if the array is absent. Valid as long as any handle to this object is.
   const std::vector<Value>& elements() const noexcept;
   size_t size() const noexcept { return elements().size(); }
 
@@ -149,15 +149,15 @@ class HALVERMONTE_EXPORT Dictionary : public Value {
   };
 
   Dictionary() noexcept = default;
-  /// Of two entries with one key the later is kept.
+  /// If two entries have one key, the later one is kept.
   explicit Dictionary(std::vector<Entry> entries);
 
-  /// The entries; none where the dictionary is absent. Valid as long as any handle to this object
+  /// The entries; none if the dictionary is absent. Valid as long as any handle to this object
   /// is.
   const std::vector<Entry>& entries() const noexcept;
   size_t size() const noexcept { return entries().size(); }
 
-  /// The value under the key; absent where there is none.
+  /// The value under the key; absent if there is none.
   Value find(std::string_view key) const noexcept;
 
  private:
@@ -174,7 +174,7 @@ class HALVERMONTE_EXPORT Date : public Value {
 
   /// REQUIRES: present.
   double secondsSince1970() const noexcept;
-  /// Seconds from the earlier date to this one; negative where it is not earlier.
+  /// Seconds from the earlier date to this one; negative if that one is later.
   double secondsSince(const Date& earlier) const noexcept {
     return secondsSince1970() - earlier.secondsSince1970();
   }

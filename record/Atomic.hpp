@@ -12,8 +12,8 @@ namespace halvermonte {
 
 namespace detail {
 /// The lock that guards the object at the address. Few locks serve all properties of all records,
-/// so that a record stays small. They stand in the library alone: accessors that a host has
-/// inlined take the same ones as the library's own.
+/// so that a record stays small. They stand in the library, so that accessors inlined into a host
+/// take the same ones as the library's own.
 HALVERMONTE_EXPORT std::mutex& lockFor(const void* address);
 }  // namespace detail
 
@@ -25,7 +25,7 @@ class Atomic {
     std::lock_guard guard(detail::lockFor(this));
     return value_;
   }
-  /// The former value is dropped outside the lock: its end may run code of the host's.
+  /// The former value is dropped outside the lock: its end may run the host's code.
   void store(Stored value) {
     std::lock_guard guard(detail::lockFor(this));
     std::swap(value_, value);

@@ -16,7 +16,7 @@ Date now() { return foundation::currentDate(); }
 constexpr Flag no() { return 0; }
 constexpr Int minusOne() { return -1; }
 
-/// As the platform's own initialisers do: no text can be made from an absent one, while a container
+/// As the platform's own initialisers do: a text cannot be made from an absent one, but a container
 /// made from an absent one is empty.
 Text newText(const Text& source, const char* property) {
   if (!source) {

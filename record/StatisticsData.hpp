@@ -1,7 +1,7 @@
 // StatisticsData: the record that the host application owns, fills and reads, and that a pass of
 // the engine fills with temperatures, fans and disk throughput.
 //
-// Its properties stand in properties.def. Each has a getter named as the property (hostName()) and
+// Its properties stand in properties.def. Each has a getter of the property's name (hostName()) and
 // a setter (setHostName(value)). Any thread may call any of them: a property is read and written as
 // a whole, and a reader gets its own reference. Nothing makes several properties consistent
 // together.
@@ -18,8 +18,7 @@ namespace halvermonte {
 using Flag = int8_t;  ///< NO is 0, YES is 1
 using Int = int32_t;
 
-/// The properties that a pass of the engine writes, and reads back: what the engine knows of a
-/// record.
+/// The properties that a pass of the engine writes and reads back. The engine knows no others.
 class HALVERMONTE_EXPORT SensorsRecord {
  public:
   virtual ~SensorsRecord();
@@ -39,11 +38,10 @@ class HALVERMONTE_EXPORT StatisticsData final : public SensorsRecord {
   StatisticsData(const StatisticsData&) = delete;
   StatisticsData& operator=(const StatisticsData&) = delete;
 
-  /// Makes this record a snapshot of another: texts and containers are fresh, with the source's
-  /// contents, so they stay as they are when the source goes on; elements, numbers and two battery
-  /// texts are shared; six properties keep their own values (properties.def says which).
-  /// Not atomic as a whole. Raises a PlatformException at the first text to be copied that is
-  /// absent in the source; what stood before it is copied by then.
+  /// Makes this record a snapshot of another. Texts and containers are fresh ones with the source's
+  /// contents; elements, numbers and two battery texts are shared; six properties keep their own
+  /// values (properties.def says which). Not atomic as a whole. Raises a PlatformException at the
+  /// first text to be copied that is absent in the source, when those before it are copied.
   void populateStatisticsDataFrom(const StatisticsData& source);
 
 #define PROPERTY(name, Name, Type, initial, copy, turn) \

@@ -46,47 +46,48 @@ enum { kSMCStructureCall = 2 };
 
 enum SMCCommand { kSMCReadBytes = 5, kSMCReadKeyInfo = 9 };
 
-/* Opens a connection into *conn. 0, or 1 after one line on standard output that says what failed;
- * *conn is then as it was. */
+/* Opens a connection into *conn. Returns 0; or 1 after one line on standard output that
+ * says what failed, with *conn as it was. */
 HALVERMONTE_EXPORT int SMCOpen(uint32_t* conn);
 
 /* Closes the connection and returns the kernel's code. */
 HALVERMONTE_EXPORT int SMCClose(uint32_t conn);
 
-/* One structure call with the method index. Returns the kernel's code; where it is not 0, the
- * output is as it was. */
+/* One structure call with the method index. Returns the kernel's code; if it is not 0, the
+ * output is left as it was. */
 HALVERMONTE_EXPORT int SMCCall(int index, const SMCParameters* input, SMCParameters* output,
                                uint32_t conn);
 
-/* Reads a key's size, type and bytes. 0, or the kernel's code of the step that failed: after the
- * first step the value is all zero, after the second its size and type are filled. The controller's
- * own result byte is not examined: judge by a code of 0 and a size that is not 0. */
+/* Reads a key's size, type and bytes. Returns 0, or the kernel's code of the step that failed. If
+ * the first step failed, the value is all zero; if the second did, its size and type are filled.
+ * The controller's own result byte is not examined: the key was read if the code is 0 and the size
+ * is not. */
 HALVERMONTE_EXPORT int SMCReadKey(const char* key, SMCValue* value, uint32_t conn);
 
 /* Packs `size` characters into a number, the first one highest. Characters are signed, so one of
- * 0x80 or above carries ones into the higher bytes. With any base but 16 only the last character's
- * low 8 bits survive; the count of fans is read so. */
+ * 0x80 or above carries ones into the higher bytes. With any base but 16, only the last character's
+ * low 8 bits remain: the number of fans is read that way. */
 HALVERMONTE_EXPORT uint32_t _strtoul(const char* characters, int size, int base);
 
 /* Writes the code's four characters and a NUL; `text` holds 5 bytes. Returns 4. */
 HALVERMONTE_EXPORT int _ultostr(char* text, uint32_t value);
 
-/* The 4 bytes as a float in the computer's own order. */
+/* Returns the 4 bytes as a float in the computer's own order. */
 HALVERMONTE_EXPORT float _flttof(const unsigned char* bytes);
 
-/* Degrees Celsius, or -1.0 when there is no reading. */
+/* Returns degrees Celsius, or -1.0 if there is no reading. */
 HALVERMONTE_EXPORT double SMCGetTemperature(const char* key, uint32_t conn);
 
-/* Revolutions per minute of the fan (0 to 9), or 0.0 when there is no reading. Any other index ends
- * the process. */
+/* Returns the revolutions per minute of the fan (0 to 9), or 0.0 if there is no reading. Any other
+ * index ends the process. */
 HALVERMONTE_EXPORT float SMCGetFanSpeed(int fan, uint32_t conn);
 
-/* The number of fans, asked by the key "FNum"; 0 when there is no reading. */
+/* Returns the number of fans, which is under the key "FNum", or 0 if there is no reading. */
 HALVERMONTE_EXPORT uint32_t SMCGetFanNumber(const char* key, uint32_t conn);
 
-/* The name of the fan (0 to 9): 1 when it was read, or is empty as only its bytes were refused;
- * else 0. Writes at most 12 bytes and no NUL: the caller hands in 13 zero bytes. Any other index
- * ends the process. */
+/* Reads the name of the fan (0 to 9). Returns 1 if it was read; 0 if not. A descriptor whose bytes
+ * alone were refused counts as read, with an empty name. Writes at most 12 bytes and no NUL: the
+ * caller passes 13 zero bytes. Any other index ends the process. */
 HALVERMONTE_EXPORT int SMCGetFanName(int fan, char* name, uint32_t conn);
 
 HALVERMONTE_C_END

@@ -27,19 +27,18 @@ bool hasType(const SMCValue& value, const char (&type)[5]) {
   return std::memcmp(value.dataType, type, sizeof type) == 0;
 }
 
-/// The value of a key, where it was read and has data.
+/// Reads a key. Returns true if it was read and has data.
 bool readPresent(const char* key, SMCValue& value, uint32_t conn) {
   return SMCReadKey(key, &value, conn) == 0 && value.dataSize != 0;
 }
 
-/// "F0Ac" to "F9Ac", "F0ID" to "F9ID": the controller has no more than ten fans, and a key no room
-/// for a second digit.
+/// "F0Ac" to "F9Ac", "F0ID" to "F9ID". A key has no room for a second digit.
 std::array<char, 5> fanKey(int fan, std::string_view suffix) {
   if (fan < 0 || fan > 9) std::abort();
   return {'F', static_cast<char>('0' + fan), suffix[0], suffix[1], '\0'};
 }
 
-/// Both bytes are signed: a low byte of 0x80 or more takes 256 off. The two lowest bits are
+/// Both bytes are signed: a low byte of 0x80 or more takes off 256. The two lowest bits are
 /// dropped, so the resolution is 1/64 of a degree.
 double decodedSP78(const uint8_t* bytes) {
   const int32_t fixed = static_cast<int8_t>(bytes[0]) * 256 + static_cast<int8_t>(bytes[1]);
@@ -73,8 +72,8 @@ uint32_t SMCGetFanNumber(const char* key, uint32_t conn) {
   SMCValue value;
   SMCReadKey(key, &value, conn);  // a value that was not read is all zero
   const auto size = static_cast<int32_t>(value.dataSize);
-  // A byte whose shift, modulo 32, is not 0 is masked away: the last of every four counts. Bytes
-  // past the record's are 0.
+  // A byte is masked away unless its shift, modulo 32, is 0: every fourth one counts, from the
+  // last. Bytes beyond the record's are 0.
   uint32_t total = 0;
   const int32_t held = std::min<int32_t>(size, sizeof value.bytes);
   for (int32_t i = 0; i < held; ++i) {
@@ -96,8 +95,8 @@ kern_return_t call(const Parameters& input, Parameters& output, uint32_t conn) {
                                    &outputSize);
 }
 
-/// Reads the fan's descriptor: false where it is none. A second step that fails by its result alone
-/// leaves the bytes zero, which is an empty name.
+/// Reads the fan's descriptor. Returns false if there is none. If the second step fails by its
+/// result alone, the bytes stay zero, which is an empty name.
 template <class Parameters>
 bool readFanDescriptor(int fan, uint8_t (&bytes)[32], uint32_t conn) {
   Parameters input{};

@@ -9,7 +9,7 @@ namespace {
 
 struct Unit {
   uint64_t bytes;
-  int fractionDigits;  ///< at most so many
+  int fractionDigits;  ///< at most
   const char* name;
 };
 constexpr Unit kUnits[] = {

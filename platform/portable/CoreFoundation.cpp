@@ -108,7 +108,7 @@ CFNumberRef CFNumberCreate(CFAllocatorRef, CFNumberType type, const void* value)
 
 namespace {
 
-/// Integers keep their low bits where they do not fit; floats are truncated.
+/// Integers that do not fit keep their low bits; floats are truncated.
 template <class Target>
 Boolean storeNumber(const std::variant<int64_t, double>& number, void* value) {
   const Target converted = std::visit(

@@ -21,7 +21,7 @@ struct FreeMemory {
 };
 using OwnedText = std::unique_ptr<char, FreeMemory>;
 
-/// Absent where the node, or one inside it, is a text that is not UTF-8.
+/// Absent if the node, or one inside it, is a text that is not UTF-8.
 Value valueOf(plist_t node);
 
 Text textOf(plist_t node) {
@@ -90,8 +90,8 @@ Value valueOf(plist_t node) {
     case PLIST_DICT:
       return dictionaryOf(node);
     default:
-      return Image(
-          std::shared_ptr<const void>());  // there, but of no kind that the engine looks into
+      return Image(std::shared_ptr<const void>());  // present, but of a kind that the engine does
+                                                    // not look into
   }
 }
 

@@ -17,7 +17,7 @@ struct Markup {
 };
 constexpr Markup kMarkups[] = {{"<!--", "-->"}, {"<![CDATA[", "]]>"}, {"<?", "?>"}, {"<", ">"}};
 
-/// The markup that the text begins with; empty where it does not end.
+/// The markup that the text begins with; empty if it does not end.
 std::string_view markupOf(std::string_view text) {
   const Markup* markup = kMarkups;
   while (!text.starts_with(markup->start)) ++markup;
@@ -49,7 +49,7 @@ bool isSoundXML(std::string_view text) {
 
 namespace {
 
-/// Offsets and references are big-endian numbers whose sizes the trailer tells.
+/// Offsets and references are big-endian numbers. Their sizes stand in the trailer.
 class BinaryList {
  public:
   explicit BinaryList(std::string_view bytes) : bytes_(bytes) {}
@@ -65,7 +65,7 @@ class BinaryList {
   }
 
  private:
-  /// Absent where it lies beyond the end.
+  /// Absent if it lies beyond the end.
   std::optional<uint64_t> number(uint64_t place, uint64_t size) const {
     if (size == 0 || size > 8 || place > bytes_.size() || size > bytes_.size() - place) return {};
     uint64_t value = 0;
@@ -75,7 +75,7 @@ class BinaryList {
     return value;
   }
 
-  /// What an object consists of: so many elements of its kind, from that place on.
+  /// What an object consists of: this number of elements of its kind, from this place on.
   struct Content {
     uint64_t kind;
     uint64_t place;

@@ -1,5 +1,5 @@
-// What is asked of a property list before libplist reads it: it calls itself for each level, and
-// reads a shared object as often as it is referred to.
+// Checks a property list before libplist reads it, because libplist calls itself for each level,
+// and reads a shared object once for each reference to it.
 #pragma once
 
 #include <string_view>

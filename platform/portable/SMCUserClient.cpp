@@ -21,7 +21,7 @@ using halvermonte::portable::handles;
 
 namespace {
 
-/// Where the fields lie in the two forms of the SMC's parameter record.
+/// The offsets of the fields in the two layouts of the SMC's parameter block.
 struct RecordLayout {
   size_t size;
   size_t dataSize, dataSizeWidth;

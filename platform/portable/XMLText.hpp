@@ -6,8 +6,8 @@
 
 namespace halvermonte::portable {
 
-/// The text as an element's content, of which a reader makes the same text again. It must not hold
-/// a character that XML cannot.
+/// The text as an element's content, from which a reader gets the same text. REQUIRES: characters
+/// that XML can hold.
 std::string xmlText(std::string_view text);
 
 }  // namespace halvermonte::portable

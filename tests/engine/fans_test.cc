@@ -3,7 +3,7 @@
 
 #include <limits>
 
-#include "engine/Fans.hpp"
+#include "engine/NextStepEncoding.hpp"
 #include "platform/Processor.hpp"
 #include "tests/support/Sampler.hpp"
 #include "tests/support/TestMachine.hpp"
