@@ -5,14 +5,19 @@
  *
  * The engine sends itself askSytemInfoForProcessorName, then physicalCores in init, and
  * returnThermalValues in each pass: a subclass may answer them instead. */
+#ifdef __OBJC__
 #import <Foundation/Foundation.h>
+#endif
 
-#import <HalvermonteSensorsEngine/DiskCounters.h>
-#import <HalvermonteSensorsEngine/Export.h>
-#import <HalvermonteSensorsEngine/HIDSensors.h>
-#import <HalvermonteSensorsEngine/SMC.h>
-#import <HalvermonteSensorsEngine/StatisticsData.h>
-#import <HalvermonteSensorsEngine/Version.h>
+#include <HalvermonteSensorsEngine/DiskCounters.h>
+#include <HalvermonteSensorsEngine/Export.h>
+#include <HalvermonteSensorsEngine/HIDSensors.h>
+#include <HalvermonteSensorsEngine/SMC.h>
+#include <HalvermonteSensorsEngine/StatisticsData.h>
+#include <HalvermonteSensorsEngine/Version.h>
+
+#ifdef __OBJC__
+NS_ASSUME_NONNULL_BEGIN
 
 HALVERMONTE_EXPORT
 @interface HalvermonteSensorsEngine : NSObject {
@@ -22,7 +27,7 @@ HALVERMONTE_EXPORT
 
 /* Asks for the processor's name, which takes seconds, and the number of cores, and matches the
  * drives: none of these is asked for again. */
-- (instancetype)init;
+- (instancetype)init NS_DESIGNATED_INITIALIZER;
 
 /* One pass: fills the record's sensor and disk properties through its setters and returns the same
  * record, which is kept only for the length of the pass. Raises an NSRangeException where the HID
@@ -43,11 +48,14 @@ HALVERMONTE_EXPORT
 /* Names and readings of the HID sensors, aligned by index: strings, and 64-bit floats in amperes,
  * volts or degrees Celsius. Names are nil where the event system returns no list; current and
  * voltage readings end the process then. */
-- (NSMutableArray*)currentArray;
-- (NSMutableArray*)voltageArray;
-- (NSMutableArray*)thermalArray;
-- (NSMutableArray*)returnCurrentValues;
-- (NSMutableArray*)returnVoltageValues;
-- (NSMutableArray*)returnThermalValues;
+- (nullable NSMutableArray<NSString*>*)currentArray;
+- (nullable NSMutableArray<NSString*>*)voltageArray;
+- (nullable NSMutableArray<NSString*>*)thermalArray;
+- (NSMutableArray<NSNumber*>*)returnCurrentValues;
+- (NSMutableArray<NSNumber*>*)returnVoltageValues;
+- (NSMutableArray<NSNumber*>*)returnThermalValues;
 
 @end
+
+NS_ASSUME_NONNULL_END
+#endif

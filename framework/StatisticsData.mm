@@ -34,14 +34,12 @@ NSDictionary* newDictionary(NSDictionary* source) {
 constexpr auto same = [](auto source) { return source; };
 constexpr Nothing notCopied;
 
-template <class Object>
-void initialise(Object*& property, Object* value) {
+template <class Object, class Initial>
+void initialise(Object*& property, Initial* value) {
   property = [value retain];
 }
-template <class Scalar>
-void initialise(Scalar& property, Scalar value) {
-  property = value;
-}
+void initialise(signed char& property, signed char value) { property = value; }
+void initialise(int& property, int value) { property = value; }
 template <class Stored>
 void initialise(Stored& /*property*/, Nothing /*value*/) {}
 

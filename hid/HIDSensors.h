@@ -23,19 +23,19 @@ enum {
 };
 
 /* A matching dictionary with the entries "PrimaryUsagePage" and "PrimaryUsage". */
-HALVERMONTE_EXPORT CFDictionaryRef matching(uint32_t page, uint32_t usage);
+HALVERMONTE_EXPORT CFDictionaryRef matching(uint32_t page, uint32_t usage) CF_RETURNS_RETAINED;
 
 /* The services' "Product" texts, "Unknown" for one that has none; NULL when the event system
  * returns no service list. */
-HALVERMONTE_EXPORT CFMutableArrayRef getProductNames(CFDictionaryRef sensors);
+HALVERMONTE_EXPORT CFMutableArrayRef getProductNames(CFDictionaryRef sensors) CF_RETURNS_RETAINED;
 
 /* The services' power events (amperes or volts) as 64-bit floats, 0.0 for one that gives no event.
  * Ends the process when the event system returns no service list. */
-HALVERMONTE_EXPORT CFMutableArrayRef getPowerValues(CFDictionaryRef sensors);
+HALVERMONTE_EXPORT CFMutableArrayRef getPowerValues(CFDictionaryRef sensors) CF_RETURNS_RETAINED;
 
 /* The services' temperature events (degrees Celsius) as 64-bit floats, 0.0 for one that gives no
  * event; an empty list when the event system returns no service list. */
-HALVERMONTE_EXPORT CFMutableArrayRef getThermalValues(CFDictionaryRef sensors);
+HALVERMONTE_EXPORT CFMutableArrayRef getThermalValues(CFDictionaryRef sensors) CF_RETURNS_RETAINED;
 
 HALVERMONTE_C_END
 

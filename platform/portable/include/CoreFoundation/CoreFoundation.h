@@ -28,6 +28,9 @@ typedef struct __CFDictionary* CFMutableDictionaryRef;
 
 #define kCFAllocatorDefault ((CFAllocatorRef)0)
 
+/* For functions whose result is the caller's to release, though their names do not say so. */
+#define CF_RETURNS_RETAINED
+
 CFTypeRef CFRetain(CFTypeRef object);
 void CFRelease(CFTypeRef object);
 
