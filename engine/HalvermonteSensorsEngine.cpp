@@ -17,6 +17,7 @@
 #include "engine/TemperatureLists.hpp"
 #include "hid/HIDSensors.h"
 #include "platform/CFOwned.hpp"
+#include "platform/MainPort.hpp"
 #include "platform/Processor.hpp"
 #include "smc/SMC.h"
 
@@ -68,7 +69,7 @@ HalvermonteSensorsEngine::HalvermonteSensorsEngine(const Questions& questions)
     : questions_(questions), state_(std::make_unique<EngineState>()) {
   EngineState& engine = *state_;
   engine.workflowFile = Text("");
-  IOMasterPort(bootstrap_port, &engine.masterPort);
+  engine.masterPort = mainPort(bootstrap_port);
   const Text processorName = questions.processorName();
   const int32_t cores = questions.physicalCores();
   IOServiceGetMatchingServices(engine.masterPort, IOServiceMatching("IOBlockStorageDriver"),

@@ -8,6 +8,7 @@
 #include <cstring>
 
 #include "platform/IOOwned.hpp"
+#include "platform/MainPort.hpp"
 #include "smc/Records.hpp"
 
 using halvermonte::IOOwned;
@@ -16,11 +17,9 @@ namespace {
 
 /// The first matching service, or 0 after a line that says why there is none.
 io_service_t firstSMCService() {
-  mach_port_t masterPort = MACH_PORT_NULL;
-  IOMasterPort(MACH_PORT_NULL, &masterPort);
   io_iterator_t iterator = 0;
-  const kern_return_t matched =
-      IOServiceGetMatchingServices(masterPort, IOServiceMatching("AppleSMC"), &iterator);
+  const kern_return_t matched = IOServiceGetMatchingServices(
+      halvermonte::mainPort(MACH_PORT_NULL), IOServiceMatching("AppleSMC"), &iterator);
   if (matched != KERN_SUCCESS) {
     std::printf("Error: IOServiceGetMatchingServices() = %08x\n", static_cast<unsigned>(matched));
     return 0;
