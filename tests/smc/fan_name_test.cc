@@ -1,4 +1,6 @@
 #include <cstring>
+#include <string>
+#include <vector>
 
 #include "platform/Processor.hpp"
 #include "tests/smc/Connection.hpp"
@@ -54,6 +56,16 @@ TEST_F(SMCGetFanNameTest, JudgesOnlyTheLowBitsOfTheFirstCode) {
   // The reply stays empty then, so its size is 0.
   EXPECT_EQ(name(fanDescriptor("Left").withInfoCode(kCodeWithoutLowBits)), "(none)");
   EXPECT_EQ(name(fanDescriptor("Left").withInfoResult(0x84)), "(none)");
+}
+
+TEST_F(SMCGetFanNameTest, AsksForNoBytesAfterAFirstStepThatFails) {
+  const std::vector<std::string> firstStepAlone = {"info F0ID"};
+  machine.asked.clear();
+  EXPECT_EQ(name(fanDescriptor("Left").withInfoCode(kCodeWithLowBits)), "(none)");
+  EXPECT_EQ(machine.asked, firstStepAlone) << "by its code";
+  machine.asked.clear();
+  EXPECT_EQ(name(fanDescriptor("Left").withInfoResult(0x84)), "(none)");
+  EXPECT_EQ(machine.asked, firstStepAlone) << "by its result";
 }
 
 TEST_F(SMCGetFanNameTest, JudgesOnlyTheLowBitsOfTheSecondCode) {
