@@ -181,6 +181,14 @@ INSTANTIATE_TEST_SUITE_P(
                   {sensor("GPU MTR", 16777216), sensor("GPU MTR", 1)},
                   {{"GPU Cluster", "8388608"}}},
         GroupCase{"the prefix is exact", {sensor("pacc MTR", 50), sensor("xGPU MTR", 50)}, {}},
+        GroupCase{
+            "it does not stand at the end",
+            {sensor("PMU pACC MTR", 50), sensor("PMU eACC MTR", 50), sensor("PMU GPU MTR", 50)},
+            {}},
+        GroupCase{"nor in between",
+                  {sensor("PMU pACC MTR 1", 50), sensor("PMU eACC MTR 1", 50),
+                   sensor("PMU GPU MTR 1", 50)},
+                  {}},
         GroupCase{"the prefix alone is enough", {sensor("GPU MTR", 50)}, {{"GPU Cluster", "50"}}}));
 
 // How many individual sensors the mini list takes. It has no limit for groups.
