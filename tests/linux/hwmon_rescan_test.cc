@@ -1,0 +1,110 @@
+// What stays and what is new when chips come or go.
+#include <gmock/gmock.h>
+
+#include "tests/linux/Computer.hpp"
+#include "tests/linux/WatchedCalls.hpp"
+
+namespace halvermonte::test {
+namespace {
+
+const std::string kFirstDrive = "pci0000:00/0000:01:00.0/nvme/nvme0";
+const std::string kSecondDrive = "pci0000:00/0000:02:00.0/nvme/nvme1";
+
+class HwmonRescan : public ::testing::Test {
+ protected:
+  double reading(const std::string& key) { return temperature(machine_, key); }
+
+  /// Adds a chip without keys, so that the next opening looks at all of them again.
+  void makeItLookAgain() { addChip(tree, 90, "empty", "virtual/empty", {{"in0", "1"}}); }
+
+  /// Out of the way, not removed: unlike the kernel's, a disk's file system may give the link that
+  /// follows the same inode number.
+  void unplug(int number, const std::string& device) {
+    tree.move("sys/class/hwmon/hwmon" + std::to_string(number), "sys/former");
+    tree.remove("sys/devices/" + device);
+  }
+
+  Tree tree;
+  WatchedCalls calls;
+  LinuxMachine machine_{tree.roots(), {}, calls};
+};
+
+TEST_F(HwmonRescan, SensorsOfAChipThatWentDoNotCountAnyMore) {
+  addChip(tree, 0, "coretemp", "platform/coretemp.0", {{"temp1", "51000", "Package id 0"}});
+  addChip(tree, 1, "nvme", kFirstDrive, {{"temp1", "31000", "Composite"}});
+  calls.openFails = failingOn("hwmon1/temp1_input", EACCES);
+  EXPECT_EQ(reading("TH0a"), -1);
+  EXPECT_EQ(machine_.sensors(), 2u);
+  EXPECT_EQ(machine_.deniedSensors(), 1u);
+  unplug(1, kFirstDrive);
+  EXPECT_EQ(reading("TH0a"), -1);
+  EXPECT_EQ(reading("TC0D"), 51);
+  EXPECT_EQ(machine_.sensors(), 1u);
+  EXPECT_EQ(machine_.deniedSensors(), 0u);
+  EXPECT_EQ(machine_.inventory().size(), 1u);
+}
+
+TEST_F(HwmonRescan, ChipUnderAFormerNumberHasFilesOfItsOwn) {
+  addChip(tree, 1, "coretemp", "platform/coretemp.0", {{"temp1", "51000", "Package id 0"}});
+  tree.write(chipFile(1, "temp1_fault"), "0\n");
+  EXPECT_EQ(reading("TC0D"), 51);
+  unplug(1, "platform/coretemp.0");
+  addChip(tree, 1, "coretemp", "platform/coretemp.0", {{"temp1", "52000", "Package id 0"}});
+  tree.write(chipFile(1, "temp1_fault"), "1\n");
+  EXPECT_EQ(reading("TC0D"), -1) << "the fault is the new chip's";
+  tree.write(chipFile(1, "temp1_fault"), "0\n");
+  EXPECT_EQ(reading("TC0D"), 52);
+}
+
+TEST_F(HwmonRescan, EachDriveKeepsItsOwnLastValue) {
+  addChip(tree, 0, "jc42", "pci0000:00/0000:00:1f.4/i2c-0/0-0018", {{"temp1", "25000"}});
+  addChip(tree, 1, "nvme", kFirstDrive, {{"temp1", "31000", "Composite"}});
+  addChip(tree, 2, "nvme", kSecondDrive, {{"temp1", "36000", "Composite"}});
+  EXPECT_EQ(reading("TH0a"), 31);
+  EXPECT_EQ(reading("TH0P"), 36);
+  for (int number = 0; number < 3; ++number) tree.write(chipFile(number, "temp1_input"), "44000\n");
+  makeItLookAgain();
+  EXPECT_EQ(reading("TM0P"), 44) << "no command goes to a memory module";
+  EXPECT_EQ(reading("TH0a"), 31);
+  EXPECT_EQ(reading("TH0P"), 36);
+  EXPECT_EQ(listed(machine_, "nvme", "temp1_input").raw, "31000");
+  calls.seconds += 10;
+  EXPECT_EQ(reading("TH0a"), 44);
+  EXPECT_EQ(reading("TH0P"), 44);
+}
+
+TEST_F(HwmonRescan, EachChannelOfADozingDeviceKeepsItsOwnLastValue) {
+  const std::string device = "pci0000:00/0000:03:00.0";
+  addChip(tree, 0, "amdgpu", device, {{"temp1", "44000", "edge"}, {"temp2", "61000", "junction"}});
+  tree.write("sys/devices/" + device + "/power/runtime_status", "active\n");
+  tree.write("sys/devices/" + device + "/power/control", "auto\n");
+  EXPECT_EQ(reading("TG0D"), 61);
+  EXPECT_EQ(reading("TG0P"), 44);
+  makeItLookAgain();
+  EXPECT_EQ(reading("TG0D"), 61);
+  EXPECT_EQ(reading("TG0P"), 44);
+}
+
+TEST_F(HwmonRescan, AnotherDriversChipOfADeviceHasNoLastValueYet) {
+  const std::string radio = "pci0000:00/0000:72:00.0";
+  addChip(tree, 0, "ath11k_hwmon", radio, {{"temp1", "47000"}});
+  EXPECT_EQ(reading("TW0P"), 47);
+  unplug(0, radio);
+  addChip(tree, 0, "iwlwifi_1", radio, {{"temp1", "52000"}});
+  EXPECT_EQ(reading("TW0P"), 52);
+}
+
+TEST_F(HwmonRescan, SensorThatWasLostIsLookedForAtOnce) {
+  addChip(tree, 0, "jc42", "pci0000:00/0000:00:1f.4/i2c-0/0-0018", {{"temp1", "25000"}});
+  addChip(tree, 1, "nvme", kFirstDrive, {{"temp1", "31000", "Composite"}});
+  calls.openFails = failingOn("hwmon0/temp1_input", ENOENT);
+  EXPECT_EQ(reading("TM0P"), -1);
+  EXPECT_EQ(reading("TM0P"), -1) << "from here on it is looked for every ten seconds";
+  calls.openFails = nullptr;
+  EXPECT_EQ(reading("TM0P"), -1);
+  makeItLookAgain();
+  EXPECT_EQ(reading("TM0P"), 25);
+}
+
+}  // namespace
+}  // namespace halvermonte::test
