@@ -82,5 +82,30 @@ TEST(Inventory, OmitsNoSensorAndAsksNoDriveUnlessToldTo) {
   EXPECT_EQ(listed(asking, "drivetemp", "temp1_input").raw, "30000");
 }
 
+TEST(Inventory, AverageIsReadOnlyWhereThereIsNoInput) {
+  Tree tree;
+  addChip(tree, 0, "a_new_chip", "platform/a", {{"power1", "7"}, {"temp1", "31000"}});
+  for (const char* file : {"power1_average", "temp1_average", "power2_average"}) {
+    tree.write(chipFile(0, file), "5\n");
+  }
+  LinuxMachine machine(tree.roots());
+  EXPECT_EQ(machine.inventory().size(), 3u);
+  EXPECT_EQ(listed(machine, "a_new_chip", "power1_input").raw, "7");
+  EXPECT_EQ(listed(machine, "a_new_chip", "temp1_input").raw, "31000");
+  EXPECT_EQ(listed(machine, "a_new_chip", "power2_average").raw, "5");
+}
+
+TEST(Inventory, LimitsAndSettingsAreNoReadings) {
+  Tree tree;
+  addChip(tree, 0, "a_new_chip", "platform/a", {{"temp1", "31000"}});
+  for (const char* file : {"temp1_crit", "temp1_max", "temp2_crit", "temp2_label", "temp2_max",
+                           "fan1_target", "power1_cap", "power1_average_interval"}) {
+    tree.write(chipFile(0, file), "5\n");
+  }
+  LinuxMachine machine(tree.roots());
+  EXPECT_EQ(machine.inventory().size(), 1u);
+  EXPECT_EQ(listed(machine, "a_new_chip", "temp1_input").raw, "31000");
+}
+
 }  // namespace
 }  // namespace halvermonte::test
