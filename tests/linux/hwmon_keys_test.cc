@@ -307,6 +307,28 @@ TEST(HwmonKeys, AppleSiliconsKeysAreInItsDeviceTree) {
   EXPECT_EQ(reasonOf(tree, "macsmc_hwmon", "temp5_input"), "the device tree tells no key for it");
 }
 
+TEST(HwmonKeys, AppleSiliconsControllerIsOnABusOfTheSystemOnAChip) {
+  const std::string sensor = "/hwmon/temperature-TB0T/apple,key-id";
+  const std::string key("TB0T\0", 5);
+  // The battery's reading on a computer whose controller has this node, among others.
+  const auto battery = [&](const std::string& controller) {
+    Tree tree;
+    addChip(tree, 0, "macsmc_hwmon", "platform/macsmc-hwmon", {{"temp1", "29500"}});
+    const std::string base = "sys/firmware/devicetree/base/";
+    for (const char* other : {"aliases", "soc/aic@23b100000", "soc/wdt@23d2b0000", "timer"}) {
+      tree.write(base + other + "/compatible", "other");
+    }
+    tree.write(base + controller + sensor, key);
+    return read(tree, "TB0T");
+  };
+  EXPECT_EQ(battery("soc/smc@23e400000"), 29.5);
+  EXPECT_EQ(battery("soc@200000000/smc@28e400000"), 29.5);
+  EXPECT_EQ(battery("reserved-memory/smc@23e400000"), -1);
+  EXPECT_EQ(battery("old-soc/smc@23e400000"), -1);
+  EXPECT_EQ(battery("soc/smc"), -1);
+  EXPECT_EQ(battery("soc/old-smc@23e400000"), -1);
+}
+
 TEST(HwmonKeys, NumbersOfTheChipsChangeNothing) {
   const auto layOut = [](Tree& tree, int first, int second, int third) {
     addChip(tree, first, "nvme", "pci0000:00/0000:01:00.0/nvme/nvme0",
