@@ -2,6 +2,9 @@
 
 #include <gmock/gmock.h>
 #include <sys/resource.h>
+#include <unistd.h>
+
+#include <cstdint>
 
 #include "tests/linux/Computer.hpp"
 #include "tests/linux/WatchedCalls.hpp"
@@ -178,6 +181,32 @@ TEST(BlockDrives, PulledDriveIsUnreadableAndGetsANewPlaceWhenItIsBack) {
   EXPECT_EQ(machine.driveCount(), 2u);
 }
 
+TEST(BlockDrives, IndexBeyondTheListIsUnreadableAndLiesNowhere) {
+  Tree tree;
+  LinuxMachine machine(tree.roots());
+  const auto isUnreadable = [&](size_t index) {
+    return std::holds_alternative<UnreadableDrive>(machine.drive(index));
+  };
+  ASSERT_EQ(machine.driveCount(), 0u);
+  EXPECT_TRUE(isUnreadable(0));
+  EXPECT_EQ(machine.driveSource(0), "");
+  addDrive(tree, "sda", "pci0000:00/block", 1);
+  ASSERT_EQ(machine.driveCount(), 1u);
+  EXPECT_FALSE(isUnreadable(0));
+  EXPECT_EQ(machine.driveSource(0), "pci0000:00/block/sda/stat");
+  EXPECT_TRUE(isUnreadable(1));
+  EXPECT_EQ(machine.driveSource(1), "");
+  EXPECT_TRUE(isUnreadable(SIZE_MAX));
+}
+
+TEST(BlockDrives, SourceInATableIsTheTableAndTheName) {
+  Tree tree;
+  tree.write("proc/diskstats", " 8 0 sda" + statOf(1, 0));
+  LinuxMachine machine(tree.roots());
+  ASSERT_EQ(machine.driveCount(), 1u);
+  EXPECT_EQ(machine.driveSource(0), tree.at("proc/diskstats").string() + " sda");
+}
+
 /// Lowers how many descriptors the process may hold, until the end.
 class FewDescriptors {
  public:
@@ -208,6 +237,49 @@ TEST(BlockDrives, ShortOfDescriptorsEachReadOpensAndCloses) {
     EXPECT_EQ(bytes[i], static_cast<int64_t>(i + 1) * 512);
   }
   EXPECT_EQ(machine.outputOfCommand("echo free"), "free\n") << "some are left to the host";
+}
+
+/// Holds all descriptors below a number, so that this one is the next to be given.
+class HeldDescriptors {
+ public:
+  explicit HeldDescriptors(int next) {
+    int number = dup(STDERR_FILENO);
+    for (; number >= 0 && number < next; number = dup(STDERR_FILENO)) held_.push_back(number);
+    EXPECT_EQ(number, next);
+    close(number);
+  }
+  HeldDescriptors(const HeldDescriptors&) = delete;
+  HeldDescriptors& operator=(const HeldDescriptors&) = delete;
+  ~HeldDescriptors() {
+    for (const int number : held_) close(number);
+  }
+
+ private:
+  std::vector<int> held_;
+};
+
+/// How often two walks open the counters of a drive that gets the descriptor.
+size_t opensWith(rlim_t limit, int descriptor) {
+  Tree tree;
+  addDrive(tree, "sda", "pci0000:00/block", 1);
+  WatchedCalls calls;
+  LinuxMachine machine(tree.roots(), {}, calls);
+  EXPECT_EQ(machine.driveCount(), 1u);
+  const FewDescriptors few(limit);
+  const HeldDescriptors held(descriptor);
+  EXPECT_THAT(walk(machine, 1), ElementsAre(1 * 512));
+  EXPECT_THAT(walk(machine, 1), ElementsAre(1 * 512));
+  return calls.opens("/stat");
+}
+
+TEST(BlockDrives, LastQuarterOfTheDescriptorsAtMost64IsLeftToTheHost) {
+  constexpr size_t kKeptOpen = 1;
+  EXPECT_EQ(opensWith(100, 74), kKeptOpen);
+  EXPECT_GT(opensWith(100, 75), kKeptOpen);
+  EXPECT_EQ(opensWith(256, 191), kKeptOpen);
+  EXPECT_GT(opensWith(256, 192), kKeptOpen);
+  EXPECT_EQ(opensWith(1000, 935), kKeptOpen);
+  EXPECT_GT(opensWith(1000, 936), kKeptOpen);
 }
 
 TEST(BlockDrives, EveryOpenAndReadMayFailOnceAndIsMadeGood) {

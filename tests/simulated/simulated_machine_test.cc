@@ -161,6 +161,15 @@ TEST(SimulatedDrives, AreAllUnreadableWhereALaterTickHasNull) {
   EXPECT_TRUE(isUnreadable(*machine, 1));
 }
 
+TEST(SimulatedDrives, AreUnreadableBeyondTheirList) {
+  const auto none = machineOf("{}");
+  EXPECT_TRUE(isUnreadable(*none, 0));
+  const auto two = machineOf(R"({"drives": [{}, {}]})");
+  EXPECT_FALSE(isUnreadable(*two, 1));
+  EXPECT_TRUE(isUnreadable(*two, 2));
+  EXPECT_TRUE(isUnreadable(*two, SIZE_MAX));
+}
+
 TEST(SimulatedDrives, RaiseInTheirTickOnly) {
   const auto machine = machineOf(R"({"drivesRaise": "gone"}, {}, {"drivesRaise": ""})");
   EXPECT_EQ(reasonOfWalk(*machine), "gone");
