@@ -1,5 +1,5 @@
-// What platform/apple/Foundation.mm calls beyond what GNUstep's Foundation.h declares. The two
-// methods GNUstep does not have: they are declared for the compiler alone.
+// What platform/apple/Foundation.mm calls beyond what GNUstep's Foundation.h declares. GNUstep has
+// neither of the two methods: the first is never called there, for the second a test stands in.
 #import <Foundation/Foundation.h>
 #import <Foundation/NSByteCountFormatter.h>
 

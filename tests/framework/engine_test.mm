@@ -34,6 +34,40 @@ using halvermonte::test::ui8;
 }
 @end
 
+/// A record whose host drops its last reference as soon as the pass stores anything.
+@interface DroppedRecord : StatisticsData {
+ @private
+  Counted* counted_;
+  BOOL dropped_;
+}
+@end
+
+@implementation DroppedRecord
+
+- (instancetype)init {
+  self = [super init];
+  counted_ = [[Counted alloc] init];
+  return self;
+}
+
+- (void)dealloc {
+  [counted_ release];
+  [super dealloc];
+}
+
+- (void)setSensors_temperature:(NSString*)names {
+  [super setSensors_temperature:names];
+  if (!dropped_) [self release];
+  dropped_ = YES;
+}
+
+- (void)setDiskIO_activities:(NSArray*)activities {
+  EXPECT_EQ([Counted alive], 1);
+  [super setDiskIO_activities:activities];
+}
+
+@end
+
 namespace {
 
 std::string textOf(NSString* string) { return halvermonte::charactersOf(string); }
@@ -76,6 +110,11 @@ TEST_F(EngineTest, APassKeepsTheRecordForItsLengthOnly) {
   const NSUInteger before = [record_ retainCount];
   [engine_ getSensorsInfo:record_];
   EXPECT_EQ([record_ retainCount], before);
+}
+
+TEST_F(EngineTest, ARecordThatItsHostDropsEndsAfterThePass) {
+  [engine_ getSensorsInfo:[[DroppedRecord alloc] init]];
+  EXPECT_EQ([Counted alive], 0);
 }
 
 TEST_F(EngineTest, TextsAndDictionariesHoldStrings) {
