@@ -30,24 +30,24 @@ HALVERMONTE_EXPORT
 - (instancetype)init NS_DESIGNATED_INITIALIZER;
 
 /* One pass: fills the record's sensor and disk properties through its setters and returns the same
- * record, which is kept only for the length of the pass. Raises an NSRangeException where the HID
+ * record, which is kept only for the length of the pass. Raises an NSRangeException if the HID
  * event system names more sensors than it gives values; what a setter of the record raises passes
  * as well. */
 - (StatisticsData*)getSensorsInfo:(StatisticsData*)record;
 
-/* The processor's name by the hardware report; "" where it tells none. Runs a command. */
+/* Returns the processor's name from the hardware report, or "" if it has none. Runs a command. */
 - (NSString*)askSytemInfoForProcessorName;
 
-/* Physical cores, as the kernel counts them; never 0, but 1 where it tells none. */
+/* Returns the number of physical cores as the kernel counts them, or 1 if it does not say. */
 - (int)physicalCores;
 
-/* The process's CPU use in percent of one core; 0.0 where ps could not be started or prints no
- * number, -1.0 where its output cannot be read. Runs a command. */
+/* Returns the process's CPU use in percent of one core. 0.0 if ps could not be started or prints no
+ * number, -1.0 if its output cannot be read. Runs a command. */
 - (float)askSystemPS:(int)processIdentifier;
 
 /* Names and readings of the HID sensors, aligned by index: strings, and 64-bit floats in amperes,
- * volts or degrees Celsius. Names are nil where the event system returns no list; current and
- * voltage readings end the process then. */
+ * volts or degrees Celsius. If the event system returns no list,
+ * names are nil, and current and voltage readings end the process. */
 - (nullable NSMutableArray<NSString*>*)currentArray;
 - (nullable NSMutableArray<NSString*>*)voltageArray;
 - (nullable NSMutableArray<NSString*>*)thermalArray;

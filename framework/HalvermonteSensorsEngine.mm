@@ -57,7 +57,7 @@ struct HalvermonteEngine {
 
 namespace {
 
-/// The reason of the range exception that the pass raised; absent where it raised none.
+/// The reason of the range exception that the pass raised; absent if it raised none.
 std::optional<std::string> pass(Engine& engine, StatisticsData* record) {
   try {
     engine.getSensorsInfo(std::make_shared<halvermonte::HostRecord>(record));

@@ -7,7 +7,7 @@ namespace {
 
 using History = std::vector<std::optional<uint64_t>>;
 
-/// From one total to another, forward; through 2^64 where it went down.
+/// From one total to another, forward; through 2^64 if it went down.
 uint64_t growth(uint64_t from, uint64_t to) {
   return to >= from ? to - from : UINT64_MAX - (from - to) + 1;
 }

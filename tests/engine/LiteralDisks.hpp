@@ -18,7 +18,7 @@ class LiteralDisks {
   /// The drives' totals at a pass, and what the clock shows.
   void pass(uint64_t read, uint64_t written, double now);
 
-  /// The rates, oldest first; absent where a slot has none.
+  /// The rates, oldest first; absent in a slot that has none.
   const std::vector<std::optional<uint64_t>>& reads() const { return reads_; }
   const std::vector<std::optional<uint64_t>>& writes() const { return writes_; }
   int64_t scale() const;

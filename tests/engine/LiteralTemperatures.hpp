@@ -25,7 +25,7 @@ class LiteralTemperatures {
     Entries mini;
   };
   /// The lists of the next pass. A key is asked for its degrees as often as a pass reads it, and
-  /// has -1 where there is no reading.
+  /// has -1 if there is no reading.
   Lists pass(const std::function<double(const std::string&)>& degreesOf,
              const HIDServices& sensors);
 

@@ -8,7 +8,7 @@
 
 namespace halvermonte::test {
 
-/// Answers with texts of its own instead of those that a pass stored, where it has any.
+/// Returns texts of its own, if it has any, instead of those that a pass stored.
 class DivertingRecord : public LoggingRecord {
  public:
   std::optional<Text> temperatures;
@@ -30,7 +30,7 @@ class DivertingRecord : public LoggingRecord {
   }
 };
 
-/// Throws where a pass stores its fans, as long as it is told to.
+/// Throws when a pass stores its fans, as long as it is told to.
 class RefusingRecord : public LoggingRecord {
  public:
   bool refuses = false;

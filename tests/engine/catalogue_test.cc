@@ -25,7 +25,7 @@ Entries namesOn(const std::string& processor, int32_t cores) {
   return entriesOf(Sampler(machine).state().smcKeyHumanReadableNames);
 }
 
-/// The key's name there; "" where it has none.
+/// The key's name there; "" if it has none.
 std::string nameOf(const std::string& key, const std::string& processor, int32_t cores) {
   for (const auto& [named, name] : namesOn(processor, cores)) {
     if (named == key) return name;

@@ -160,7 +160,7 @@ TEST(Construction, KeepsAnIteratorOverTheDrivesAndTheMainPort) {
   EXPECT_NE(sampler.state().masterPort, 0U);
 }
 
-TEST(Construction, GoesOnWithoutAnIteratorWhereDrivesCannotBeMatched) {
+TEST(Construction, GoesOnWithoutAnIteratorIfDrivesCannotBeMatched) {
   TestMachine machine;
   machine.drives = std::nullopt;
   machine.keys["TW0P"] = sp78(40);

@@ -118,7 +118,7 @@ TEST_F(DiskCounters, PassOverDrivesThatHaveGone) {
   expectSums(100, 20);
 }
 
-TEST_F(DiskCounters, StayAsTheyWereWhereTheWalkIsBrokenOff) {
+TEST_F(DiskCounters, StayAsTheyWereIfTheWalkIsBrokenOff) {
   match({DriveStatistics{100, 20}});
   machine_.driveReason = "no";
   EXPECT_THROW(count(), PlatformException);

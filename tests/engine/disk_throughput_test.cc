@@ -83,7 +83,7 @@ TEST_F(DiskThroughput, DividesAlmostTwoSecondsByOne) {
   expectRates(2'000, 3'000);
 }
 
-TEST_F(DiskThroughput, IsNoneWhereTheClockWentBackOrStoodStill) {
+TEST_F(DiskThroughput, IsNoneIfTheClockWentBackOrStoodStill) {
   pass(1000, 1'000, 1'000);
   pass(990, 3'000, 4'000);
   expectRates(0, 0);
@@ -110,7 +110,7 @@ TEST_F(DiskThroughput, NeedsNoEarlierWrites) {
 }
 
 // Nobody guards against it: such a rate fills the chart until it has moved out.
-TEST_F(DiskThroughput, IsHugeWhereATotalWentDown) {
+TEST_F(DiskThroughput, IsHugeIfATotalWentDown) {
   pass(1000, 5'000, 5'000);
   pass(1002, 4'998, 6'000);
   expectRates(UINT64_MAX / 2, 500);

@@ -8,7 +8,7 @@
 namespace halvermonte::test {
 namespace {
 
-/// What one catalogue key shows over the passes of these readings; "" where it is left out.
+/// What one catalogue key shows over the passes of these readings; "" if it is left out.
 std::vector<std::string> shownBySMC(const std::vector<double>& readings) {
   TestMachine machine;
   Sampler sampler(machine);
@@ -58,7 +58,7 @@ TEST(DropClamp, ShowsARiseAtOnce) {
   EXPECT_EQ(shownByHID({20, 100}), Values({"20", "100"}));
 }
 
-TEST(DropClamp, EndsWhereTheReadingComesWithin25DegreesOfWhatIsShown) {
+TEST(DropClamp, EndsWhenTheReadingComesWithin25DegreesOfWhatIsShown) {
   EXPECT_EQ(shownBySMC({70, 42, 42, 42, 42}), Values({"70", "69", "68", "67", "42"}));
   EXPECT_EQ(shownByHID({70, 42, 42, 42, 42}), Values({"70", "69", "68", "67", "42"}));
 }
@@ -162,7 +162,7 @@ TEST(DropClamp, LeavesTheAveragesOfGroupsAlone) {
   EXPECT_EQ(sampler.full(), Entries({{"GPU Cluster", "20"}}));
 }
 
-TEST(DropClamp, LetsKnownKeysFadeWhereTheControllerIsGone) {
+TEST(DropClamp, LetsKnownKeysFadeIfTheControllerIsGone) {
   TestMachine machine;
   machine.keys["TL0P"] = sp78(40);
   machine.keys["TW0P"] = sp78(24);

@@ -69,7 +69,7 @@ TEST(Fans, MayBeTen) {
   EXPECT_EQ(ten.back().first, "Fan 10");
 }
 
-TEST(FansDeathTest, EndTheProcessWhereThereAreMoreThanTen) {
+TEST(FansDeathTest, EndTheProcessIfThereAreMoreThanTen) {
   testing::FLAGS_gtest_death_test_style = "threadsafe";
   TestMachine machine;
   withFans(machine, std::vector<Fan>(11, {rawKey("ui8 ", {1}), fpe2(500)}));
@@ -112,7 +112,7 @@ INSTANTIATE_TEST_SUITE_P(
                     Speed{"the first step fails", fpe2(900).withInfoCode(kCodeError), "0"},
                     Speed{"the second step fails", fpe2(900).withReadCode(kCodeError), "0"}));
 
-TEST(Fans, AreNoneWhereTheControllerHasNoCount) {
+TEST(Fans, AreNoneIfTheControllerHasNoCount) {
   TestMachine machine;
   Sampler sampler(machine);
   sampler.pass();
@@ -155,7 +155,7 @@ TEST(Fans, LeaveOneOutAndShowTheOthersUnderTheirOwnNumbers) {
             Entries({{"Fan 2", "800"}}));
 }
 
-TEST(Fans, KeepTheDictionaryOfThePassBeforeWhereNoneIsShown) {
+TEST(Fans, KeepTheDictionaryOfThePreviousPassIfNoneIsShown) {
   TestMachine machine;
   withFans(machine, {{fanDescriptor("Rear"), fpe2(900)}});
   Sampler sampler(machine);
@@ -247,7 +247,7 @@ TEST(FanNames, AreAskedForInTheRecordOfTheProcessor) {
 }
 
 // Codes of the name query are judged by their low 14 bits alone.
-TEST(FanNames, AreTakenWhereOnlyTheHighBitsOfACodeAreSet) {
+TEST(FanNames, AreTakenIfOnlyTheHighBitsOfACodeAreSet) {
   EXPECT_EQ(nameBy(fanDescriptor("Rear").withReadCode(0x4000)), "")
       << "the reply of the second step was not written";
   EXPECT_EQ(nameBy(fanDescriptor("Rear").withReadCode(0x4001)), "Fan 1");

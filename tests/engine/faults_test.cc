@@ -269,7 +269,7 @@ TEST_F(Faults, OfAFanNameShowTheFanByItsNumber) {
   };
   expectOfEach(isNameCall, [&](size_t place, Way way) {
     const bool left = calls_[place].subject == "F0ID";
-    // Not written by the second step, the name stays empty where neither the code's low bits nor
+    // Not written by the second step, the name stays empty if neither the code's low bits nor
     // the first step say that there is none.
     const bool empty = calls_[place].question == Question::keyBytes &&
                        (way == Way::codeOfHighBits || way == Way::result);

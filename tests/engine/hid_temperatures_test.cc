@@ -55,7 +55,7 @@ TEST(HIDTemperatures, AreNoneOnAComputerWithoutSuchSensors) {
   EXPECT_EQ(sampler.mini(), Entries({{"Battery", "30"}, {"Enclosure", "30"}, {"Wi-Fi", "40"}}));
 }
 
-TEST(HIDTemperatures, AreNoneWhereTheEventSystemHasNoList) {
+TEST(HIDTemperatures, AreNoneIfTheEventSystemHasNoList) {
   TestMachine machine;
   machine.sensors[HIDSensorKind::temperature] = nullptr;
   Sampler sampler(machine);
@@ -243,7 +243,7 @@ TEST(HIDTemperatures, AreNotAddedUnderANameThatStandsThereAlready) {
   EXPECT_EQ(twice.mini, twice.full);
 }
 
-TEST(HIDTemperatures, AreAddedLaterWhereTheFirstOfTheNameIsOutOfRange) {
+TEST(HIDTemperatures, AreAddedLaterIfTheFirstOfTheNameIsOutOfRange) {
   EXPECT_EQ(shown({sensor("Tg1b", 111), sensor("Tg1b", 111), sensor("Tg1b", 110)}).full,
             Entries({{"Power Management Unit", "110"}}));
 }

@@ -89,7 +89,7 @@ struct Interrupted {
   }
 };
 
-TEST(RangeExceptions, EndThePassWhereASensorHasANameAndNoReading) {
+TEST(RangeExceptions, EndThePassIfASensorHasANameAndNoReading) {
   Interrupted engine;
   const auto record = std::make_shared<LoggingRecord>();
   engine.interrupting.forgetsAReading = true;
@@ -127,7 +127,7 @@ TEST(RangeExceptions, LeaveTheNextPassWhole) {
   EXPECT_EQ(described(engine.sampler->pass()), expected);
 }
 
-TEST(RangeExceptions, AreNotRaisedWhereThereAreMoreReadingsThanNames) {
+TEST(RangeExceptions, AreNotRaisedIfThereAreMoreReadingsThanNames) {
   class Generous : public MachineWrapper {
    public:
     using MachineWrapper::MachineWrapper;
@@ -189,13 +189,13 @@ TEST(DiskGuard, TakesWhatIsDerivedFromAPlatformException) {
   EXPECT_TRUE(lines[0].ends_with("one drive too many"));
 }
 
-TEST(DiskGuard, IsSilentWhereNothingIsRaised) {
+TEST(DiskGuard, IsSilentIfNothingIsRaised) {
   Interrupted engine;
   EXPECT_EQ(linesOf([&] { engine.sampler->pass(); }), std::vector<std::string>());
 }
 
 // The first drive's bytes count for nothing then, and the walk starts anew in the next pass.
-TEST(DiskGuard, KeepsTheTotalsOfBeforeWhereTheWalkBreaksOffHalfway) {
+TEST(DiskGuard, KeepsTheTotalsOfBeforeIfTheWalkBreaksOffHalfway) {
   Interrupted engine;
   engine.sampler->pass();
   nextTick(engine.machine);

@@ -78,7 +78,7 @@ const Names kDisks = {
     "diskIO_speedReadText", "diskIO_speedWriteText",    "diskIO_read",      "diskIO_write",
     "diskIO_readText",      "diskIO_writeText",         "diskIO_activities"};
 
-/// What a pass stores where every text has lines. A first pass has nothing to steady against.
+/// What a pass stores if every text has lines. A first pass has nothing to steady against.
 Names storesOfAPass(bool first) {
   Names stores = kTexts;
   add(stores, {"sensors", "fans"});
@@ -149,7 +149,7 @@ INSTANTIATE_TEST_SUITE_P(NamesAndValues, AbsentText,
                          testing::Values(&DivertingRecord::temperatures,
                                          &DivertingRecord::temperatureValues));
 
-TEST(Pass, LeavesTheFansWhereTheirTextIsAbsent) {
+TEST(Pass, LeavesTheFansIfTheirTextIsAbsent) {
   TestMachine machine;
   fill(machine);
   Sampler sampler(machine);

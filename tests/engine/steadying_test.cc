@@ -132,7 +132,7 @@ TEST_F(Steadying, LiftsNothingWithoutAGPU) {
 }
 
 // Held at 60 by the pass before, lifted to 50 by the GPU: the lift comes last.
-TEST_F(Steadying, LetsTheGPUWinOverThePassBefore) {
+TEST_F(Steadying, LetsTheGPUWinOverThePreviousPass) {
   EXPECT_EQ(shown({{efficiency(60)}, {efficiency(40), gpu(50)}}).back()[0].second, "50");
   EXPECT_EQ(shown({{efficiency(60)}, {efficiency(46), gpu(50)}}).back()[0].second, "60");
 }
@@ -160,7 +160,7 @@ TEST_F(Steadying, KeepsTheValuesThatItPublishes) {
 }
 
 // The list is empty, and the dictionary still there: it goes on being steadied.
-TEST_F(Steadying, RunsOnTheOldDictionaryWhereTheListIsEmpty) {
+TEST_F(Steadying, RunsOnTheOldDictionaryIfTheListIsEmpty) {
   TestMachine machine;
   machine.setTemperatureSensors({efficiency(60)});
   Sampler sampler(machine);
@@ -210,7 +210,7 @@ TEST_F(Steadying, ReadsAValueAsTheIntegerThatItBeginsWith) {
                                                    {"CPU 5", "9223372036854775807"}}));
 }
 
-TEST_F(Steadying, StartsAnewWhereTheRecordHasNoDictionary) {
+TEST_F(Steadying, StartsAnewIfTheRecordHasNoDictionary) {
   TestMachine machine;
   machine.setTemperatureSensors({efficiency(60)});
   Sampler sampler(machine);

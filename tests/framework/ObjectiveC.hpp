@@ -25,7 +25,7 @@
   NSException* exception_;
 }
 - (NSArray*)log;
-/// Raises the exception from now on where the accessor is called.
+/// Raises the exception from now on when the accessor is called.
 - (void)raise:(NSException*)exception at:(NSString*)accessor;
 @end
 
@@ -34,7 +34,7 @@ class ObjectiveCTest : public ::testing::Test {
   Pool pool_;
 };
 
-/// The exception that the call raises; nil where it raises none.
+/// The exception that the call raises; nil if it raises none.
 NSException* raisedBy(const std::function<void()>& call);
 
 /// The strings of the array.

@@ -40,7 +40,7 @@ TEST_F(EngineLists, GiveNamesAndReadingsOfEachKindAlignedByIndex) {
   EXPECT_EQ(portable::liveObjects(), objects);
 }
 
-TEST_F(EngineLists, HaveNoNamesWhereThereIsNoServiceList) {
+TEST_F(EngineLists, HaveNoNamesIfThereIsNoServiceList) {
   for (const auto kind :
        {HIDSensorKind::temperature, HIDSensorKind::current, HIDSensorKind::voltage}) {
     machine.sensors[kind] = nullptr;

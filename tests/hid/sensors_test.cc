@@ -98,7 +98,7 @@ TEST_F(HIDSensorsTest, ReadPowerFromPowerEventsAlone) {
   EXPECT_EQ(readings(getPowerValues, temperatures.get()), (Readings{0})) << "no power event";
 }
 
-TEST_F(HIDSensorsTest, AreEmptyListsWhereNoServiceMatches) {
+TEST_F(HIDSensorsTest, AreEmptyListsIfNoServiceMatches) {
   const CFOwned keyboards(matching(1, 6));
   for (CFDictionaryRef sensors : {temperatures.get(), keyboards.get()}) {
     EXPECT_EQ(names(sensors), Names{});
@@ -107,7 +107,7 @@ TEST_F(HIDSensorsTest, AreEmptyListsWhereNoServiceMatches) {
   }
 }
 
-TEST_F(HIDSensorsTest, HaveNoNamesAndNoTemperaturesWhereThereIsNoServiceList) {
+TEST_F(HIDSensorsTest, HaveNoNamesAndNoTemperaturesIfThereIsNoServiceList) {
   machine.sensors[HIDSensorKind::temperature] = nullptr;
   EXPECT_EQ(names(temperatures.get()), Names{"(null)"});
   EXPECT_EQ(readings(getThermalValues, temperatures.get()), Readings{});
@@ -123,7 +123,7 @@ TEST_F(HIDSensorsTest, HaveNoNamesAndNoTemperaturesWithoutAClient) {
 
 using HIDSensorsDeathTest = HIDSensorsTest;
 
-TEST_F(HIDSensorsDeathTest, EndTheProcessWhereThereIsNoListOfPowerSensors) {
+TEST_F(HIDSensorsDeathTest, EndTheProcessIfThereIsNoListOfPowerSensors) {
   machine.sensors[HIDSensorKind::current] = nullptr;
   EXPECT_EXIT(getPowerValues(currents.get()), testing::KilledBySignal(SIGABRT), "^$");
 }

@@ -37,7 +37,7 @@ class HIDEventSystemTest : public ::testing::Test {
         const_cast<void*>(CFArrayGetValueAtIndex(list, index)));
   }
 
-  /// The first field of the service's event of the type, or -99 where it gives none.
+  /// The first field of the service's event of the type, or -99 if it gives none.
   static double reading(IOHIDServiceClientRef service, int64_t type) {
     const CFOwned event(IOHIDServiceClientCopyEvent(service, type, nullptr, 0));
     return event ? IOHIDEventGetFloatValue(event.get(), static_cast<int32_t>(type << 16)) : -99;

@@ -18,7 +18,7 @@ constexpr auto kBadArgument = static_cast<kern_return_t>(0xE00002C2);
 
 using Record = std::array<uint8_t, 96>;
 
-/// Where the fields lie in a record of the size.
+/// The offsets of the fields in a parameter block of the size.
 struct Layout {
   size_t size, dataSize, dataType, result, command, bytes;
 };

@@ -107,7 +107,7 @@ TEST_F(DefaultsTest, TheDefaultsThatHostsRelyOn) {
   EXPECT_FALSE(record.network_ipExternalCountryFlag());
 }
 
-TEST_F(DefaultsTest, TheHostNameIsAbsentWhereThePlatformReportsNone) {
+TEST_F(DefaultsTest, TheHostNameIsAbsentIfThePlatformReportsNone) {
   machine_.hostName.reset();
   const StatisticsData record;
   EXPECT_FALSE(record.hostName());

@@ -10,7 +10,7 @@ namespace {
 
 class SMCGetFanNameTest : public ConnectionTest {
  protected:
-  /// The name, or "(none)" where the call says that none was read.
+  /// The name, or "(none)" if the call says that none was read.
   std::string name(KeyAnswer answer) {
     machine.keys["F0ID"] = std::move(answer);
     char buffer[14] = {};
@@ -28,7 +28,7 @@ TEST_F(SMCGetFanNameTest, EndsAtTheFirstSpace) {
   EXPECT_EQ(name(fanDescriptor(" Left")), "") << "at once";
 }
 
-TEST_F(SMCGetFanNameTest, HasAllTwelveCharactersWhereNoneIsASpace) {
+TEST_F(SMCGetFanNameTest, HasAllTwelveCharactersIfNoneIsASpace) {
   EXPECT_EQ(name(fanDescriptor("TwelveLetter")), "TwelveLetter");
 }
 
@@ -74,7 +74,7 @@ TEST_F(SMCGetFanNameTest, JudgesOnlyTheLowBitsOfTheSecondCode) {
       << "the reply to the first step stays, whose bytes are 0";
 }
 
-TEST_F(SMCGetFanNameTest, IsEmptyWhereOnlyTheBytesWereRefused) {
+TEST_F(SMCGetFanNameTest, IsEmptyIfOnlyTheBytesWereRefused) {
   EXPECT_EQ(name(fanDescriptor("Left").withReadResult(0x84)), "");
 }
 

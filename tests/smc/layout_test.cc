@@ -51,7 +51,7 @@ TEST_F(SMCCalls, RefuseAnotherMethodOrCommand) {
   EXPECT_EQ(static_cast<uint32_t>(SMCCall(2, &input, &output, conn)), kCodeBadArgument);
 }
 
-TEST_F(SMCCalls, LeaveTheOutputWhereTheCodeIsNotZero) {
+TEST_F(SMCCalls, LeaveTheOutputIfTheCodeIsNotZero) {
   machine.keys["TC0P"] = sp78(42).withInfoCode(5);
   SMCParameters input{};
   SMCParameters output{};

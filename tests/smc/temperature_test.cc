@@ -72,14 +72,14 @@ TEST_F(SMCGetTemperatureTest, AsksOnlyWhetherTheSizeIsZero) {
   EXPECT_EQ(reading(rawKey("sp78", {0x2A, 0x00}).withSize(0xFFFFFFFF)), 42.0);
 }
 
-TEST_F(SMCGetTemperatureTest, HasNoReadingWhereAStepFailed) {
+TEST_F(SMCGetTemperatureTest, HasNoReadingIfAStepFailed) {
   for (const uint32_t code : {kCodeWithLowBits, kCodeWithoutLowBits}) {
     EXPECT_EQ(reading(sp78(42).withInfoCode(code)), -1.0);
     EXPECT_EQ(reading(sp78(42).withReadCode(code)), -1.0);
   }
 }
 
-TEST_F(SMCGetTemperatureTest, IsZeroWhereOnlyTheBytesWereRefused) {
+TEST_F(SMCGetTemperatureTest, IsZeroIfOnlyTheBytesWereRefused) {
   EXPECT_EQ(reading(sp78(42).withReadResult(0x85)), 0.0);
 }
 

@@ -41,7 +41,7 @@ class Soak {
  public:
   Soak();
 
-  /// One more pass; throws a std::runtime_error where it left an object or a handle behind.
+  /// One more pass; throws a std::runtime_error if it left an object or a handle behind.
   void pass();
 
   uint64_t passes() const { return passes_; }

@@ -25,7 +25,7 @@ long residentBytes() {
   return resident * sysconf(_SC_PAGESIZE);
 }
 
-/// False where the process grew; a line in the report for each step.
+/// False if the process grew. Writes a line for each step.
 bool staysAsItIs(halvermonte::test::Soak& soak, FILE* report) {
   using namespace halvermonte::portable;
   long afterWarmUp = 0;
