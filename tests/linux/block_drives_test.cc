@@ -98,6 +98,22 @@ TEST(BlockDrives, MultipathHeadStandsForItsPathsInATableToo) {
   EXPECT_THAT(drivesOf(tree), ElementsAre((40 + 30) * 512));
 }
 
+TEST(BlockDrives, IdleDriveTakesNothingFromOthers) {
+  Tree tree;
+  addDrive(tree, "sda", "pci0000:00/ata1/block", 0);
+  addDrive(tree, "nvme0n1", "virtual/nvme-subsystem/nvme-subsys0", 0);
+  addDrive(tree, "nvme1n1", "virtual/nvme-subsystem/nvme-subsys1", 0);
+  addDrive(tree, "nvme1c0n1", "pci0000:00/0000:01:00.0/nvme/nvme1", 40);
+  tree.write("sys/block/nvme1c0n1/hidden", "1\n");
+  addDrive(tree, "nvme2n1", "virtual/nvme-subsystem/nvme-subsys2", 5);
+  EXPECT_THAT(drivesOf(tree), UnorderedElementsAre(0, 0, 40 * 512, 5 * 512));
+  Tree other;
+  other.write("proc/diskstats", " 259 0 nvme0n1" + statOf(0, 0) + " 259 1 nvme1c0n1" +
+                                    statOf(40, 0) + " 259 2 nvme1n1" + statOf(0, 0) +
+                                    " 259 3 nvme2n1" + statOf(5, 0) + " 8 0 sda" + statOf(0, 0));
+  EXPECT_THAT(drivesOf(other), UnorderedElementsAre(0, 0, 40 * 512, 5 * 512));
+}
+
 TEST(BlockDrives, EmptyCardReaderAndOpticalDriveDoNotCount) {
   Tree tree;
   addDrive(tree, "sdc", "pci0000:00/usb1/host6/target6:0:0/6:0:0:0/block", 1);
