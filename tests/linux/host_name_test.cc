@@ -80,5 +80,18 @@ TEST(MachineName, ModelIsTheFirstTextThatIsNoPlaceholder) {
   EXPECT_EQ(model(), "Apple MacBook Air (M1, 2020)");
 }
 
+TEST(MachineName, PlaceholderIsNoModel) {
+  Tree tree;
+  tree.write("sys/class/dmi/id/board_name", "X570 Taichi\n");
+  for (const char* placeholder :
+       {"", "Default string", "Not Applicable", "Not Specified", "O.E.M", "OEM", "None",
+        "Product Name", "System Product Name", "To Be Filled By O.E.M.", "To be filled by O.E.M.",
+        "Undefined", "Unknown"}) {
+    tree.write("sys/class/dmi/id/product_name", std::string(placeholder) + "\n");
+    EXPECT_EQ(linuxos::modelName(linuxos::SystemCalls::real(), tree.at("sys")), "X570 Taichi")
+        << placeholder;
+  }
+}
+
 }  // namespace
 }  // namespace halvermonte::test
