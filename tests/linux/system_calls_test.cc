@@ -1,5 +1,8 @@
-// What a pass of the engine costs in system calls, on the computers of tests/linux/trees.
+// What a pass of the engine costs in system calls, on the computers of tests/linux/trees, and that
+// descriptors are given back.
+#include <fcntl.h>
 #include <gmock/gmock.h>
+#include <unistd.h>
 
 #include <cstdlib>
 #include <filesystem>
@@ -7,6 +10,7 @@
 #include <iterator>
 #include <sstream>
 
+#include "platform/linux/Files.hpp"
 #include "tests/linux/Tree.hpp"
 #include "tests/linux/WatchedCalls.hpp"
 #include "tests/support/Sampler.hpp"
@@ -53,6 +57,19 @@ TEST_P(SystemCallsOfAPass, AreOneReadPerFileAndTwoThatNoticeChipsThatComeAndGo) 
 INSTANTIATE_TEST_SUITE_P(Trees, SystemCallsOfAPass,
                          ::testing::Values("notebook", "mac", "workstation"),
                          [](const auto& tree) { return tree.param; });
+
+TEST(Descriptor, OfAClosedStandardInputIsReadAndClosedLikeAnyOther) {
+  Tree tree;
+  tree.write("file", "text");
+  const int former = fcntl(STDIN_FILENO, F_DUPFD_CLOEXEC, STDERR_FILENO + 1);
+  close(STDIN_FILENO);
+  const auto text = linuxos::textOf(linuxos::SystemCalls::real(), tree.at("file"));
+  const bool isClosed = fcntl(STDIN_FILENO, F_GETFD) < 0;
+  if (former >= 0) dup2(former, STDIN_FILENO);
+  close(former);
+  EXPECT_EQ(text, "text");
+  EXPECT_TRUE(isClosed);
+}
 
 }  // namespace
 }  // namespace halvermonte::test
