@@ -79,6 +79,12 @@ const Refused kTopLevel[] = {
      "/processor/cpu_type/1/b: expected a value that is not null"},
     {top(R"("processor": {"cpu_type": "\u0001"})"),
      "/processor/cpu_type: expected a text of characters that XML allows"},
+    {top(R"("processor": {"cpu_type": "a\u001fb"})"),
+     "/processor/cpu_type: expected a text of characters that XML allows"},
+    {top(R"("processor": {"cpu_type": "a\ufffeb"})"),
+     "/processor/cpu_type: expected a text of characters that XML allows"},
+    {top(R"("processor": {"cpu_type": "a\uffffb"})"),
+     "/processor/cpu_type: expected a text of characters that XML allows"},
 };
 
 const Refused kTicks[] = {

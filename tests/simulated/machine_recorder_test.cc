@@ -5,6 +5,7 @@
 #include "platform/simulated/MachineRecorder.hpp"
 #include "platform/simulated/SimulatedMachine.hpp"
 #include "tests/support/RecordTexts.hpp"
+#include "tests/support/TestMachine.hpp"
 
 namespace halvermonte::test {
 namespace {
@@ -88,6 +89,32 @@ constexpr const char* kFaulty = R"json({
 })json";
 
 TEST(MachineRecorder, KeepsWhatAMachineFailsToAnswer) { expectTheSame(kFaulty); }
+
+TEST(MachineRecorder, KeepsTheCodeAndResultOfEachStep) {
+  const auto machine = SimulatedMachine::fromText(R"json({"name": "refusing", "ticks": [
+      {"smc": {"keys": {"AAAA": {"type": "ui8 ", "value": 1, "infoCode": 11},
+                        "BBBB": {"type": "ui8 ", "value": 1, "infoResult": 12},
+                        "CCCC": {"type": "ui8 ", "value": 1, "readCode": 13},
+                        "DDDD": {"type": "ui8 ", "value": 1, "readResult": 14},
+                        "EEEE": {"type": "ui8 ", "value": 1}}}}]})json",
+                                                  "original.json");
+  MachineRecorder recorder(*machine, MachineRecorder::HostName::kept);
+  for (const uint32_t key : machine->answeredKeys()) {
+    recorder.smcKeyInfo(key);
+    recorder.smcKeyBytes(key);
+  }
+  const auto replayed = SimulatedMachine::fromText(recorder.machineFile(), "recording.json");
+  ASSERT_EQ(replayed->answeredKeys(), machine->answeredKeys());
+  for (const uint32_t key : machine->answeredKeys()) {
+    SCOPED_TRACE(charactersOf(key));
+    EXPECT_EQ(replayed->smcKeyInfo(key).code, machine->smcKeyInfo(key).code);
+    EXPECT_EQ(replayed->smcKeyInfo(key).result, machine->smcKeyInfo(key).result);
+    EXPECT_EQ(replayed->smcKeyInfo(key).dataSize, machine->smcKeyInfo(key).dataSize);
+    EXPECT_EQ(replayed->smcKeyBytes(key).code, machine->smcKeyBytes(key).code);
+    EXPECT_EQ(replayed->smcKeyBytes(key).result, machine->smcKeyBytes(key).result);
+    EXPECT_EQ(replayed->smcKeyBytes(key).bytes, machine->smcKeyBytes(key).bytes);
+  }
+}
 
 TEST(MachineRecorder, KeepsThatDrivesCannotBeMatched) {
   expectTheSame(R"({"name": "driveless", "ticks": [{"drives": null}, {"drives": [{}]}]})");
