@@ -84,6 +84,9 @@ TEST(Options, BadValuesAreOneLineThatNamesTheOptionAndTheExpectation) {
   }
   EXPECT_THAT(complaint({"--format", "xml"}), StartsWith("--format: expected text or json, not"));
   EXPECT_THAT(complaint({"--pid", "0"}), StartsWith("--pid: expected a process identifier, not"));
+  EXPECT_THAT(complaint({"--record", ""}), StartsWith("--record: expected a file's name, not"));
+  EXPECT_THAT(complaint({"--sys", ""}), StartsWith("--sys: expected a folder's name, not"));
+  EXPECT_THAT(complaint({"--proc", ""}), StartsWith("--proc: expected a folder's name, not"));
 }
 
 TEST(Options, WrongUsePointsToHelp) {
