@@ -90,7 +90,7 @@ void addGroups(const HIDSensors& sensors, TemperatureLists& lists, int32_t& budg
 
 struct Relabel {
   std::string_view product;
-  const char* name;
+  std::string_view name;
 };
 constexpr Relabel kRelabels[] = {
     {"Tg1b", "Power Management Unit"},           {"NAND CH0 temp", "SSD NAND I/O"},
@@ -99,15 +99,20 @@ constexpr Relabel kRelabels[] = {
     {"ANE MTR Temp Sensor1", "Neural Engine"},   {"ISP MTR Temp Sensor5", "Image Signal Processor"},
 };
 
+/// The product's display name; empty for one without.
+std::string_view labelOf(std::string_view product) {
+  for (const Relabel& row : kRelabels) {
+    if (product == row.product) return row.name;
+  }
+  return {};
+}
+
 /// Gives a known product its display name. Returns false for any other, which is never listed by
 /// itself.
 bool relabel(std::string& name) {
-  bool relabelled = false;
-  for (const Relabel& row : kRelabels) {
-    if (name != row.product) continue;
-    name = row.name;
-    relabelled = true;
-  }
+  const std::string_view label = labelOf(name);
+  const bool relabelled = !label.empty();
+  if (relabelled) name = label;
   // No row of today has such a name; one that does would be a summary of other sensors.
   const bool summary =
       name.starts_with("Avg:") || name.starts_with("Min:") || name.starts_with("Max:");
@@ -154,9 +159,7 @@ void addHIDTemperatures(const std::vector<int32_t>& readings, SensorsHistory& hi
 }
 
 std::string_view hidDisplayName(std::string_view product) {
-  for (const Relabel& row : kRelabels) {
-    if (product == row.product) return row.name;
-  }
+  if (const std::string_view label = labelOf(product); !label.empty()) return label;
   for (const Group& group : kGroups) {
     if (product.starts_with(group.prefix)) return group.name;
   }

@@ -12,7 +12,7 @@
 #include "engine/FixedTemperatures.hpp"
 #include "engine/HIDTemperatures.hpp"
 #include "engine/Questions.hpp"
-#include "engine/Report.hpp"
+#include "engine/SensorPublishing.hpp"
 #include "engine/Steadying.hpp"
 #include "engine/TemperatureLists.hpp"
 #include "hid/HIDSensors.h"

@@ -1,4 +1,4 @@
-// What the targets share: passes of an engine over a machine, and what holds after any of them.
+// What the targets share: passes of an engine over a machine, and what holds after each of them.
 #pragma once
 
 #include <IOKit/IOKitLib.h>
@@ -23,7 +23,7 @@ inline void require(bool holds, const char* what) {
   std::abort();
 }
 
-/// Whether the controller tells of more fans than can be named: a pass ends the process then, on
+/// Whether the controller reports more fans than can be named. A pass then ends the process on
 /// purpose, and there is nothing to find.
 inline bool hasTooManyFans() {
   uint32_t connection = 0;

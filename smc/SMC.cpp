@@ -9,7 +9,7 @@
 
 #include "platform/IOOwned.hpp"
 #include "platform/MainPort.hpp"
-#include "smc/Records.hpp"
+#include "smc/ParameterRecord.hpp"
 
 using halvermonte::IOOwned;
 

@@ -9,7 +9,7 @@
 #include <type_traits>
 
 #include "platform/Processor.hpp"
-#include "smc/Records.hpp"
+#include "smc/ParameterRecord.hpp"
 #include "smc/SMC.h"
 
 using halvermonte::kProcessor;

@@ -1,4 +1,4 @@
-#include "engine/Report.hpp"
+#include "engine/SensorPublishing.hpp"
 
 #include <cstddef>
 #include <utility>
