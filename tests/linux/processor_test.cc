@@ -2,6 +2,9 @@
 
 #include <gmock/gmock.h>
 
+#include <string>
+#include <utility>
+
 #include "platform/Foundation.hpp"
 #include "tests/linux/Tree.hpp"
 
@@ -11,6 +14,7 @@ namespace {
 using ::testing::Eq;
 using ::testing::HasSubstr;
 using ::testing::Optional;
+using namespace std::string_literals;
 using namespace std::string_view_literals;
 
 constexpr std::string_view kCompatible = "sys/firmware/devicetree/base/compatible";
@@ -60,6 +64,20 @@ TEST(ProcessorName, AppleChipsAreKnownByTheirDeviceTree) {
   EXPECT_EQ(chipOf("apple,j514m\0apple,t6034\0apple,arm-platform\0"sv), "Apple M3 Max");
   EXPECT_EQ(chipOf("apple,j516c\0apple,t6031\0apple,arm-platform"sv), "Apple M3 Max");
   EXPECT_EQ(chipOf("apple,t8132\n"sv), "Apple M4");
+}
+
+TEST(ProcessorName, EveryAppleChipHasItsOwnName) {
+  const std::pair<const char*, const char*> chips[] = {
+      {"t8103", "Apple M1"},       {"t6000", "Apple M1 Pro"},   {"t6001", "Apple M1 Max"},
+      {"t6002", "Apple M1 Ultra"}, {"t8112", "Apple M2"},       {"t6020", "Apple M2 Pro"},
+      {"t6021", "Apple M2 Max"},   {"t6022", "Apple M2 Ultra"}, {"t8122", "Apple M3"},
+      {"t6030", "Apple M3 Pro"},   {"t6031", "Apple M3 Max"},   {"t6034", "Apple M3 Max"},
+      {"t6032", "Apple M3 Ultra"}, {"t8132", "Apple M4"},       {"t6040", "Apple M4 Pro"},
+      {"t6041", "Apple M4 Max"},
+  };
+  for (const auto& [chip, name] : chips) {
+    EXPECT_EQ(chipOf("apple,j314s\0apple,"s + chip + "\0apple,arm-platform\0"s), name) << chip;
+  }
 }
 
 TEST(ProcessorName, UnknownAppleChipHasItsModelsName) {
