@@ -1,4 +1,5 @@
-#include "platform/linux/Processor.hpp"
+#include "platform/linux/HardwareReport.hpp"
+
 #include "platform/portable/XMLText.hpp"
 
 namespace halvermonte::linuxos {

@@ -5,9 +5,11 @@
 
 #include "platform/linux/BlockDrives.hpp"
 #include "platform/linux/Commands.hpp"
+#include "platform/linux/HardwareReport.hpp"
 #include "platform/linux/HostName.hpp"
-#include "platform/linux/HwmonController.hpp"
-#include "platform/linux/Processor.hpp"
+#include "platform/linux/ProcessorCores.hpp"
+#include "platform/linux/ProcessorName.hpp"
+#include "platform/linux/hwmon/HwmonController.hpp"
 
 namespace halvermonte {
 

@@ -1,8 +1,10 @@
+#include "platform/linux/ProcessorCores.hpp"
+
 #include <set>
 #include <string>
+#include <vector>
 
 #include "platform/linux/Files.hpp"
-#include "platform/linux/Processor.hpp"
 #include "platform/linux/Text.hpp"
 
 namespace halvermonte::linuxos {

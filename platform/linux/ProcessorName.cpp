@@ -1,7 +1,8 @@
+#include "platform/linux/ProcessorName.hpp"
+
 #include <array>
 
 #include "platform/linux/Files.hpp"
-#include "platform/linux/Processor.hpp"
 #include "platform/linux/Text.hpp"
 
 namespace halvermonte::linuxos {

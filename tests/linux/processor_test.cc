@@ -1,5 +1,4 @@
-#include "platform/linux/Processor.hpp"
-
+// The processor: its name and its cores.
 #include <gmock/gmock.h>
 
 #include <string>

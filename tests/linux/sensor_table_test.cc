@@ -1,4 +1,4 @@
-#include "platform/linux/SensorTable.hpp"
+#include "platform/linux/hwmon/SensorTable.hpp"
 
 #include <gmock/gmock.h>
 

@@ -5,8 +5,8 @@
 #include <string>
 #include <vector>
 
-#include "platform/linux/Chips.hpp"
 #include "platform/linux/SystemCalls.hpp"
+#include "platform/linux/hwmon/Chips.hpp"
 
 namespace halvermonte::linuxos {
 

@@ -1,4 +1,4 @@
-#include "platform/linux/Chips.hpp"
+#include "platform/linux/hwmon/Chips.hpp"
 
 #include <algorithm>
 #include <array>

@@ -8,8 +8,8 @@
 
 #include "platform/linux/FolderWatch.hpp"
 #include "platform/linux/Inventory.hpp"
-#include "platform/linux/KeyAssignment.hpp"
-#include "platform/linux/Sensor.hpp"
+#include "platform/linux/hwmon/KeyAssignment.hpp"
+#include "platform/linux/hwmon/Sensor.hpp"
 #include "platform/portable/Machine.hpp"
 
 namespace halvermonte::linuxos {

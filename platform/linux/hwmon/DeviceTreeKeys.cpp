@@ -1,4 +1,4 @@
-#include "platform/linux/DeviceTreeKeys.hpp"
+#include "platform/linux/hwmon/DeviceTreeKeys.hpp"
 
 #include <algorithm>
 #include <array>

@@ -1,13 +1,12 @@
 // Which key each sensor is read by.
 #pragma once
 
-#include <functional>
 #include <string>
 #include <vector>
 
-#include "platform/linux/Chips.hpp"
-#include "platform/linux/DeviceTreeKeys.hpp"
-#include "platform/linux/SensorTable.hpp"
+#include "platform/linux/hwmon/Chips.hpp"
+#include "platform/linux/hwmon/DeviceTreeKeys.hpp"
+#include "platform/linux/hwmon/SensorTable.hpp"
 
 namespace halvermonte::linuxos {
 
@@ -41,17 +40,5 @@ struct AssignmentFacts {
 /// Gives keys to temperatures by the table, and a Mac's controller its own. Nothing decides but the
 /// sensors' order, drivers and labels.
 void assignKeys(std::vector<FoundSensor>& sensors, const AssignmentFacts& facts);
-
-/// The engine ends the process at an eleventh.
-inline constexpr size_t kMostFans = 10;
-
-/// Gives "F0Ac" to "F9Ac" to fans, those of a Mac's controller first. Of more than ten, those have
-/// precedence that have a label or turn. Returns them in the order of their keys.
-std::vector<const FoundSensor*> assignFans(std::vector<FoundSensor>& sensors,
-                                           const std::function<bool(const FoundSensor&)>& turns);
-
-/// The fans' names, each at most 12 characters: the label, else chip and channel. A reader of the
-/// names stops at a blank; where two would then be one, their words are joined.
-std::vector<std::string> fanNames(const std::vector<const FoundSensor*>& fans);
 
 }  // namespace halvermonte::linuxos

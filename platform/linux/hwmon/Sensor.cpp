@@ -1,4 +1,4 @@
-#include "platform/linux/Sensor.hpp"
+#include "platform/linux/hwmon/Sensor.hpp"
 
 #include <algorithm>
 #include <array>

@@ -1,4 +1,4 @@
-#include "platform/linux/KeyAssignment.hpp"
+#include "platform/linux/hwmon/KeyAssignment.hpp"
 
 #include <algorithm>
 #include <set>

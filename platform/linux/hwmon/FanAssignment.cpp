@@ -1,6 +1,8 @@
-#include <algorithm>
+#include "platform/linux/hwmon/FanAssignment.hpp"
 
-#include "platform/linux/KeyAssignment.hpp"
+#include <algorithm>
+#include <iterator>
+
 #include "platform/linux/Text.hpp"
 
 namespace halvermonte::linuxos {

@@ -1,11 +1,12 @@
-#include "platform/linux/HwmonController.hpp"
+#include "platform/linux/hwmon/HwmonController.hpp"
 
 #include <algorithm>
 #include <cstring>
 #include <map>
 #include <utility>
 
-#include "platform/linux/Processor.hpp"
+#include "platform/linux/ProcessorCores.hpp"
+#include "platform/linux/hwmon/FanAssignment.hpp"
 
 namespace halvermonte::linuxos {
 namespace {

@@ -1,0 +1,20 @@
+// How many processors there are.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <optional>
+#include <string>
+
+#include "platform/linux/SystemCalls.hpp"
+
+namespace halvermonte::linuxos {
+
+/// Physical cores of the processors that are online; absent where the kernel tells of none.
+std::optional<int64_t> physicalCores(SystemCalls& calls, const std::string& sys,
+                                     const std::string& proc);
+
+/// Processor packages that are online; 0 where the kernel tells none.
+size_t processorPackages(SystemCalls& calls, const std::string& sys);
+
+}  // namespace halvermonte::linuxos
