@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <limits>
 
+#include "platform/simulated/HexText.hpp"
 #include "platform/simulated/MachineFileError.hpp"
 
 namespace halvermonte {
@@ -44,6 +45,12 @@ JsonPlace JsonPlace::at(std::string_view token, const JsonValue& value) const {
 
 const std::string& JsonPlace::text(std::string_view expectation) const {
   return get<std::string>(expectation);
+}
+
+std::string JsonPlace::hexBytes(std::string_view expectation) const {
+  std::optional<std::string> bytes = bytesOfHex(text(expectation));
+  if (!bytes) refuse(expectation);
+  return *std::move(bytes);
 }
 
 double JsonPlace::number() const {

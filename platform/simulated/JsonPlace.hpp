@@ -29,6 +29,8 @@ class JsonPlace {
   bool isNull() const { return std::holds_alternative<std::nullptr_t>(value_->content); }
 
   const std::string& text(std::string_view expectation = "a text") const;
+  /// The bytes that a text of hex digits stands for.
+  std::string hexBytes(std::string_view expectation) const;
   double number() const;
   int64_t integer(int64_t least, int64_t greatest) const;
   /// An integer of the whole range of the type.

@@ -6,8 +6,10 @@
 #include <cstring>
 #include <memory>
 
-#include "platform/simulated/HexText.hpp"
-#include "platform/simulated/MachineFileReaders.hpp"
+#include "platform/simulated/DriveReader.hpp"
+#include "platform/simulated/HIDReader.hpp"
+#include "platform/simulated/HardwareReportReader.hpp"
+#include "platform/simulated/SMCReader.hpp"
 
 namespace halvermonte {
 namespace {
@@ -18,7 +20,7 @@ std::optional<std::string> readCommandAnswer(const JsonPlace& place) {
   place.expectOnly({"output", "outputHex", "launches"});
   const auto [kind, answer] = place.exactlyOneOf({"output", "outputHex", "launches"});
   if (kind == "output") return answer.text();
-  if (kind == "outputHex") return readHex(answer, "hex digits, two for a byte");
+  if (kind == "outputHex") return answer.hexBytes("hex digits, two for a byte");
   const auto* launches = std::get_if<bool>(&answer.value().content);
   if (launches == nullptr || *launches) answer.refuse("false");
   return std::nullopt;
@@ -87,12 +89,6 @@ std::optional<std::string> contentsOf(const std::string& path) {
 }
 
 }  // namespace
-
-std::string readHex(const JsonPlace& place, std::string_view expectation) {
-  std::optional<std::string> bytes = bytesOfHex(place.text(expectation));
-  if (!bytes) place.refuse(expectation);
-  return *std::move(bytes);
-}
 
 MachineFile MachineFile::fromFile(const std::string& path) {
   const std::optional<std::string> json = contentsOf(path);

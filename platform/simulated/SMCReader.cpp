@@ -1,10 +1,11 @@
-// Reads what a tick says about the controller and its keys.
+#include "platform/simulated/SMCReader.hpp"
+
 #include <algorithm>
 #include <locale>
 #include <sstream>
 
 #include "platform/simulated/HexText.hpp"
-#include "platform/simulated/MachineFileReaders.hpp"
+#include "platform/simulated/WaveReader.hpp"
 
 namespace halvermonte {
 namespace {
@@ -61,7 +62,7 @@ struct Data {
 
 Data readBytes(const JsonPlace& place) {
   constexpr std::string_view expectation = "hex digits of 0 to 32 bytes";
-  const std::string bytes = readHex(place, expectation);
+  const std::string bytes = place.hexBytes(expectation);
   SMCData data{};
   if (bytes.size() > data.size()) place.refuse(expectation);
   std::copy(bytes.begin(), bytes.end(), data.begin());

@@ -1,9 +1,9 @@
-// Writes the report that "system_profiler SPHardwareDataType -xml" prints.
+#include "platform/simulated/HardwareReportReader.hpp"
+
 #include <locale>
 #include <sstream>
 
 #include "platform/portable/XMLText.hpp"
-#include "platform/simulated/MachineFileReaders.hpp"
 
 namespace halvermonte {
 namespace {
