@@ -87,7 +87,7 @@ bool isIdle(const DriveStatistics& drive) {
   return *drive.bytesRead == 0 && *drive.bytesWritten == 0;
 }
 
-std::optional<DriveStatistics> statisticsIn(KeptFile& stat) {
+std::optional<DriveStatistics> readStat(KeptFile& stat) {
   std::array<char, 512> buffer;
   return driveStatistics(stat.read(buffer));
 }
@@ -106,7 +106,7 @@ BlockDrives::BlockDrives(SystemCalls& calls, const std::string& sys, const std::
     : calls_(calls), sys_(sys), table_(proc + "/diskstats") {}
 
 size_t BlockDrives::count() {
-  std::vector<Entry> present = found();
+  std::vector<Entry> present = findDrives();
   std::stable_sort(present.begin(), present.end(), [](const Entry& first, const Entry& second) {
     return standsBeforeInHardware(first.path, second.path);
   });
@@ -124,7 +124,7 @@ void BlockDrives::beginWalk() {
 
 Drive BlockDrives::read(size_t index) {
   if (index >= drives_.size()) return UnreadableDrive{};
-  const std::optional<DriveStatistics> counters = statistics(drives_[index]);
+  const std::optional<DriveStatistics> counters = readStatistics(drives_[index]);
   return counters ? Drive(*counters) : Drive(UnreadableDrive{});
 }
 
@@ -134,9 +134,9 @@ std::string BlockDrives::sourceOf(size_t index) const {
   return drive.stats.empty() ? table_ + " " + drive.name : drive.path + "/stat";
 }
 
-std::vector<BlockDrives::Entry> BlockDrives::found() const {
+std::vector<BlockDrives::Entry> BlockDrives::findDrives() const {
   const std::optional<std::vector<std::string>> names = namesIn(calls_, sys_ + "/block");
-  if (!names) return foundInTable();
+  if (!names) return findDrivesInTable();
   std::vector<Entry> drives;
   for (const std::string& name : *names) {
     const std::optional<std::string> path = devicePath(sys_, sys_ + "/block/" + name);
@@ -148,7 +148,7 @@ std::vector<BlockDrives::Entry> BlockDrives::found() const {
   return drives;
 }
 
-std::vector<BlockDrives::Entry> BlockDrives::foundInTable() const {
+std::vector<BlockDrives::Entry> BlockDrives::findDrivesInTable() const {
   std::vector<Entry> drives;
   const std::string table = textOf(calls_, table_, kTableBound).value_or("");
   for (const std::string_view line : split(table, '\n')) {
@@ -181,21 +181,21 @@ void BlockDrives::addPaths(Entry& drive, const std::vector<std::string>& names) 
 bool BlockDrives::isKnown(const Entry& drive) {
   return std::any_of(drives_.begin(), drives_.end(), [&](Entry& known) {
     if (known.path != drive.path) return false;
-    statistics(known);  // tells whether it is still there
+    readStatistics(known);  // tells whether it is still there
     return known.stats.empty() || known.stats.front().state() != KeptFile::State::gone;
   });
 }
 
-std::optional<DriveStatistics> BlockDrives::statistics(Entry& drive) const {
-  if (drive.stats.empty()) return statisticsInTable(drive.name);
-  std::optional<DriveStatistics> sum = statisticsIn(drive.stats.front());
+std::optional<DriveStatistics> BlockDrives::readStatistics(Entry& drive) const {
+  if (drive.stats.empty()) return tableStatistics(drive.name);
+  std::optional<DriveStatistics> sum = readStat(drive.stats.front());
   if (!sum || !isIdle(*sum)) return sum;
   // Before Linux 6.2 only the paths of a multipath drive are counted.
-  for (KeptFile& path : std::span(drive.stats).subspan(1)) add(*sum, statisticsIn(path));
+  for (KeptFile& path : std::span(drive.stats).subspan(1)) add(*sum, readStat(path));
   return sum;
 }
 
-std::optional<DriveStatistics> BlockDrives::statisticsInTable(std::string_view name) const {
+std::optional<DriveStatistics> BlockDrives::tableStatistics(std::string_view name) const {
   std::optional<DriveStatistics> sum = driveStatistics(countersOf(tableText_, name));
   if (!sum || !isIdle(*sum)) return sum;
   for (const std::string_view line : split(tableText_, '\n')) {

@@ -41,13 +41,13 @@ class BlockDrives {
     std::vector<KeptFile> stats;  ///< its own, then those of the paths that lead to it
   };
 
-  std::vector<Entry> found() const;
-  std::vector<Entry> foundInTable() const;
+  std::vector<Entry> findDrives() const;
+  std::vector<Entry> findDrivesInTable() const;
   bool isDrive(const std::string& name, const std::string& path) const;
   void addPaths(Entry& drive, const std::vector<std::string>& names) const;
   bool isKnown(const Entry& drive);
-  std::optional<DriveStatistics> statistics(Entry& drive) const;
-  std::optional<DriveStatistics> statisticsInTable(std::string_view name) const;
+  std::optional<DriveStatistics> readStatistics(Entry& drive) const;
+  std::optional<DriveStatistics> tableStatistics(std::string_view name) const;
 
   SystemCalls& calls_;
   std::string sys_;

@@ -54,7 +54,7 @@ class ChildSetup {
   posix_spawnattr_t attributes_;
 };
 
-std::string everythingFrom(int pipe) {
+std::string readAll(int pipe) {
   std::string text;
   std::array<char, 16384> part;
   for (;;) {
@@ -65,7 +65,7 @@ std::string everythingFrom(int pipe) {
 }
 
 /// Whether the child is no more; a host that ignores SIGCHLD has it collected by the kernel.
-bool isCollected(pid_t child) { return waitpid(child, nullptr, WNOHANG) != 0; }
+bool collectIfEnded(pid_t child) { return waitpid(child, nullptr, WNOHANG) != 0; }
 
 }  // namespace
 
@@ -81,12 +81,12 @@ std::optional<std::string> Commands::outputOf(const std::string& command) {
     const std::lock_guard lock(mutex_);
     children_.push_back(*child);
   }
-  return everythingFrom(output.number());
+  return readAll(output.number());
 }
 
 void Commands::collectEnded() {
   const std::lock_guard lock(mutex_);
-  std::erase_if(children_, isCollected);
+  std::erase_if(children_, collectIfEnded);
 }
 
 Commands::~Commands() {

@@ -58,7 +58,7 @@ std::optional<std::vector<std::string>> allNames(SystemCalls& calls, const std::
 
 /// What is read here decides for long, so it is tried again where that may help.
 template <class Attempt>
-auto tried(Attempt attempt) {
+auto tryTwice(Attempt attempt) {
   auto result = attempt();
   const bool isLasting = errno == ENOENT || errno == ENOTDIR || errno == EACCES;
   if (result || isLasting) return result;
@@ -81,7 +81,7 @@ void Descriptor::close() noexcept {
 }
 
 std::optional<std::string> textOf(SystemCalls& calls, const std::string& path, size_t bound) {
-  return tried([&] { return wholeText(calls, path, bound); });
+  return tryTwice([&] { return wholeText(calls, path, bound); });
 }
 
 std::string wordingOf(SystemCalls& calls, const std::string& path) {
@@ -89,7 +89,7 @@ std::string wordingOf(SystemCalls& calls, const std::string& path) {
 }
 
 std::optional<std::vector<std::string>> namesIn(SystemCalls& calls, const std::string& path) {
-  auto names = tried([&] { return allNames(calls, path); });
+  auto names = tryTwice([&] { return allNames(calls, path); });
   if (names) std::sort(names->begin(), names->end());
   return names;
 }

@@ -4,15 +4,15 @@
 
 namespace halvermonte::linuxos {
 
-bool FolderWatch::hasChanged() {
-  const std::string_view now = listing();
+bool FolderWatch::checkForChange() {
+  const std::string_view now = readListing();
   const bool changed = isFirst_ || now != last_;
   isFirst_ = false;
   if (changed) last_ = now;
   return changed;
 }
 
-std::string_view FolderWatch::listing() {
+std::string_view FolderWatch::readListing() {
   if (!folder_) folder_ = Descriptor(calls_, calls_.openFolder(path_.c_str()));
   if (!folder_) return "";
   const ssize_t size = calls_.list(folder_.number(), packed_.data(), packed_.size());

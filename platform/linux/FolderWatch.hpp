@@ -17,10 +17,10 @@ class FolderWatch {
   FolderWatch(SystemCalls& calls, std::string path) : calls_(calls), path_(std::move(path)) {}
 
   /// Whether the folder is other than at the last look; true at the first.
-  bool hasChanged();
+  bool checkForChange();
 
  private:
-  std::string_view listing();
+  std::string_view readListing();
 
   SystemCalls& calls_;
   std::string path_;

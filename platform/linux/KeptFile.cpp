@@ -23,7 +23,7 @@ bool isShortage(int error) { return error == EMFILE || error == ENFILE; }
 }  // namespace
 
 void KeptFile::reopen() {
-  file_ = opened();
+  file_ = openFile();
   if (file_) {
     state_ = file_.number() < firstReserved() ? State::kept : State::openedPerRead;
     if (state_ == State::openedPerRead) file_.close();
@@ -39,7 +39,7 @@ std::string_view KeptFile::read(std::span<char> buffer) {
   std::string_view text;
   if (state_ == State::kept) text = readFrom(file_, buffer);
   if (state_ == State::openedPerRead) {
-    if (const Descriptor file = opened()) text = readFrom(file, buffer);
+    if (const Descriptor file = openFile()) text = readFrom(file, buffer);
   }
   if (isGone(error_)) {
     state_ = State::gone;
@@ -57,7 +57,7 @@ std::string_view KeptFile::readFrom(const Descriptor& file, std::span<char> buff
   return {buffer.data(), static_cast<size_t>(std::max<ssize_t>(size, 0))};
 }
 
-Descriptor KeptFile::opened() {
+Descriptor KeptFile::openFile() {
   Descriptor file(*calls_, calls_->open(path_.c_str()));
   error_ = file ? 0 : errno;
   return file;

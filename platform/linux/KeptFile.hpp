@@ -33,7 +33,7 @@ class KeptFile {
 
  private:
   std::string_view readFrom(const Descriptor& file, std::span<char> buffer);
-  Descriptor opened();
+  Descriptor openFile();
 
   SystemCalls* calls_;
   std::string path_;

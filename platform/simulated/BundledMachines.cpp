@@ -27,9 +27,9 @@ std::string counted(size_t count, std::string_view noun) {
 std::string processorOf(const BundledMachine& machine) {
   const std::string fileName(machine.fileName);
   const JsonValue json = parseJson(machine.json, fileName);
-  const auto report = JsonPlace(fileName, json).required("processor");
-  const auto intel = report.find("cpu_type");
-  return (intel ? *intel : report.required("chip_type")).text();
+  const auto processor = JsonPlace(fileName, json).required("processor");
+  const auto intel = processor.find("cpu_type");
+  return (intel ? *intel : processor.required("chip_type")).text();
 }
 
 size_t fansOf(const MachineTick& tick) {

@@ -45,10 +45,10 @@ class JsonBuilder : public nlohmann::json_sax<nlohmann::json> {
   };
 
   /// Where the value that comes next belongs.
-  JsonValue& slot();
+  JsonValue& addSlot();
   template <class Content>
   bool add(Content&& content) {
-    slot().content = std::forward<Content>(content);
+    addSlot().content = std::forward<Content>(content);
     return true;
   }
   template <class Content>
@@ -67,7 +67,7 @@ class JsonBuilder : public nlohmann::json_sax<nlohmann::json> {
   std::vector<Container> open_;
 };
 
-JsonValue& JsonBuilder::slot() {
+JsonValue& JsonBuilder::addSlot() {
   if (open_.empty()) return root_;
   auto& content = open_.back().value->content;
   if (auto* array = std::get_if<JsonValue::Array>(&content)) return array->emplace_back();
@@ -80,7 +80,7 @@ bool JsonBuilder::open(Content&& content) {
     throw MachineFileError(fileName_, placeOfNext(),
                            "at most " + std::to_string(kDeepestJson) + " levels of nesting");
   }
-  JsonValue& value = slot();
+  JsonValue& value = addSlot();
   value.content = std::forward<Content>(content);
   open_.push_back({&value, {}});
   return true;

@@ -129,7 +129,7 @@ Json driveList(const RecordedTick& tick) {
 }
 
 /// The members that are not as they were; of `keys`, that merge, each key by itself.
-Json changed(const Json& state, Json& former) {
+Json takeChanges(const Json& state, Json& former) {
   Json changes = Json::object();
   for (const auto& [member, value] : state.items()) {
     const auto before = former.find(member);
@@ -146,11 +146,11 @@ class TickWriter {
  public:
   explicit TickWriter(bool drivesMatched) : drivesMatched_(drivesMatched) {}
 
-  Json written(const RecordedTick& tick) {
+  Json write(const RecordedTick& tick) {
     Json entry;
     entry["time"] = tick.time.value_or(0);
-    put(entry, "smc", controllerChanges(controller(tick)));
-    put(entry, "hid", changed(hidServices(tick), hid_));
+    put(entry, "smc", takeControllerChanges(controller(tick)));
+    put(entry, "hid", takeChanges(hidServices(tick), hid_));
     const Json drives = drivesMatched_ ? driveList(tick) : Json();
     if (drives != drives_) entry["drives"] = drives_ = drives;
     if (tick.drivesRaise) entry["drivesRaise"] = *tick.drivesRaise;
@@ -162,10 +162,10 @@ class TickWriter {
     if (!value.empty()) entry[member] = value;
   }
 
-  Json controllerChanges(Json smc) {
-    const Json keys = changed(smc["keys"], keys_);
+  Json takeControllerChanges(Json smc) {
+    const Json keys = takeChanges(smc["keys"], keys_);
     smc.erase("keys");
-    Json changes = changed(smc, smc_);
+    Json changes = takeChanges(smc, smc_);
     put(changes, "keys", keys);
     return changes;
   }
@@ -199,7 +199,7 @@ std::string writtenAsMachineFile(const Recording& recording) {
   }
   TickWriter writer(recording.drivesMatched);
   file["ticks"] = Json::array();
-  for (const RecordedTick& tick : recording.ticks) file["ticks"].push_back(writer.written(tick));
+  for (const RecordedTick& tick : recording.ticks) file["ticks"].push_back(writer.write(tick));
   return file.dump(1, ' ', false, Json::error_handler_t::replace) + '\n';
 }
 

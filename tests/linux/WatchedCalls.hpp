@@ -18,12 +18,12 @@ class WatchedCalls : public linuxos::SystemCalls {
   int open(const char* path) override {
     opened.emplace_back(path);
     if (fails(openFails, path)) return -1;
-    return known(SystemCalls::open(path), path);
+    return remember(SystemCalls::open(path), path);
   }
   int openFolder(const char* path) override {
     ++folders;
     if (fails(openFails, path)) return -1;
-    return known(SystemCalls::openFolder(path), path);
+    return remember(SystemCalls::openFolder(path), path);
   }
   ssize_t readAt(int descriptor, char* buffer, size_t size, off_t offset) override {
     ++reads;
@@ -63,7 +63,7 @@ class WatchedCalls : public linuxos::SystemCalls {
   Failure readFails;
 
  private:
-  int known(int descriptor, const char* path) {
+  int remember(int descriptor, const char* path) {
     if (descriptor >= 0) paths_[descriptor] = path;
     return descriptor;
   }

@@ -85,7 +85,7 @@ TEST(SensorTable, ManualPrintsIt) {
   std::string table;
   for (const KeyRow& row : keyRows()) table += printed(row);
   EXPECT_THAT(manual.str(), HasSubstr(table));
-  for (const linuxos::MannerRow& row : linuxos::mannerRows()) {
+  for (const linuxos::ReadPolicyRow& row : linuxos::readPolicyRows()) {
     for (const std::string_view driver : linuxos::split(row.driver, '|')) {
       EXPECT_THAT(manual.str(), HasSubstr("`" + std::string(driver) + "`"));
     }

@@ -50,7 +50,7 @@ struct Shown {
   int passesWithTraffic = 0;
 };
 
-Shown passesOver(const BundledMachine& bundled, int passes) {
+Shown runPasses(const BundledMachine& bundled, int passes) {
   const auto machine = load(bundled);
   const ScopedMachine scope(*machine);
   HalvermonteSensorsEngine engine;
@@ -71,7 +71,7 @@ class BundledMachineUnderTheEngine : public testing::TestWithParam<std::string> 
 
 TEST_P(BundledMachineUnderTheEngine, ShowsReadingsThatMoveForMinutes) {
   constexpr int kPasses = 290;
-  const Shown shown = passesOver(*findBundledMachine(GetParam()), kPasses);
+  const Shown shown = runPasses(*findBundledMachine(GetParam()), kPasses);
   EXPECT_GE(shown.sensorCount, 20U);
   EXPECT_GE(shown.temperatures.size(), kPasses / 2U);
   EXPECT_GE(shown.fans.size(), 30U);
@@ -87,7 +87,7 @@ TEST(BundledMachines, HaveTheFansThatTheyNameAllApart) {
       {"Intel Notebook", 2}, {"Intel Tower", 8}, {"M1", 1},
       {"M2 Max", 2},         {"M3 Max", 2},      {"M4 Pro", 1}};
   for (const auto& [name, count] : fans) {
-    EXPECT_EQ(passesOver(*findBundledMachine(name), 1).fanCount, count) << name;
+    EXPECT_EQ(runPasses(*findBundledMachine(name), 1).fanCount, count) << name;
   }
 }
 

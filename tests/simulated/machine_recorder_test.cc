@@ -22,7 +22,7 @@ std::string lines(const StatisticsData& record) {
 }
 
 /// Over the machine itself, or with the recorder in between.
-Contents passes(SimulatedMachine& machine, MachineRecorder* recorder) {
+Contents runPasses(SimulatedMachine& machine, MachineRecorder* recorder) {
   const ScopedMachine scope(recorder != nullptr ? static_cast<Machine&>(*recorder) : machine);
   HalvermonteSensorsEngine engine;
   const auto record = std::make_shared<StatisticsData>();
@@ -36,21 +36,21 @@ Contents passes(SimulatedMachine& machine, MachineRecorder* recorder) {
   return contents;
 }
 
-std::string recorded(const std::string& file, Contents& seen) {
+std::string recordPasses(const std::string& file, Contents& seen) {
   const auto machine = SimulatedMachine::fromText(file, "original.json");
   MachineRecorder recorder(*machine, MachineRecorder::HostName::kept);
-  seen = passes(*machine, &recorder);
+  seen = runPasses(*machine, &recorder);
   return recorder.machineFile();
 }
 
 /// Recording must not be seen by the engine, and its file must give the same passes.
 void expectTheSame(const std::string& file) {
   const auto original = SimulatedMachine::fromText(file, "original.json");
-  const Contents expected = passes(*original, nullptr);
+  const Contents expected = runPasses(*original, nullptr);
   Contents seen;
-  const std::string recording = recorded(file, seen);
+  const std::string recording = recordPasses(file, seen);
   const auto machine = SimulatedMachine::fromText(recording, "recording.json");
-  const Contents replayed = passes(*machine, nullptr);
+  const Contents replayed = runPasses(*machine, nullptr);
   for (size_t tick = 0; tick < kTicks; ++tick) {
     EXPECT_EQ(seen[tick], expected[tick]) << "in tick " << tick;
     EXPECT_EQ(replayed[tick], expected[tick]) << "in tick " << tick << " of " << recording;
@@ -124,7 +124,7 @@ TEST(MachineRecorder, LeavesTheHostNameOut) {
   const auto machine = SimulatedMachine::fromText(
       R"({"name": "notebook", "hostName": "Hazel's", "ticks": [{}]})", "original.json");
   MachineRecorder recorder(*machine, MachineRecorder::HostName::leftOut);
-  passes(*machine, &recorder);
+  runPasses(*machine, &recorder);
   EXPECT_EQ(recorder.machineFile().find("Hazel"), std::string::npos);
 }
 

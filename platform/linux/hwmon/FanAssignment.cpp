@@ -22,10 +22,10 @@ Fans fansOf(std::vector<FoundSensor>& sensors) {
 }
 
 /// The first ten, what has a label or turns before what does neither; in the order they came.
-Fans firstTen(const Fans& fans, const std::function<bool(const FoundSensor&)>& turns) {
+Fans firstTen(const Fans& fans, const std::function<bool(const FoundSensor&)>& isTurning) {
   Fans chosen = fans;
   std::stable_partition(chosen.begin(), chosen.end(), [&](const FoundSensor* fan) {
-    return !trimmed(fan->channel->label).empty() || turns(*fan);
+    return !trimmed(fan->channel->label).empty() || isTurning(*fan);
   });
   chosen.resize(kMostFans);
   Fans inOrder;
@@ -76,11 +76,11 @@ void numberEqualNames(std::vector<std::string>& names) {
 
 }  // namespace
 
-std::vector<const FoundSensor*> assignFans(std::vector<FoundSensor>& sensors,
-                                           const std::function<bool(const FoundSensor&)>& turns) {
+std::vector<const FoundSensor*> assignFans(
+    std::vector<FoundSensor>& sensors, const std::function<bool(const FoundSensor&)>& isTurning) {
   Fans fans = fansOf(sensors);
   for (FoundSensor* const fan : fans) fan->reason = "ten other fans are shown";
-  if (fans.size() > kMostFans) fans = firstTen(fans, turns);
+  if (fans.size() > kMostFans) fans = firstTen(fans, isTurning);
   for (size_t i = 0; i < fans.size(); ++i) fans[i]->key = "F" + std::to_string(i) + "Ac";
   return {fans.begin(), fans.end()};
 }

@@ -19,7 +19,7 @@ constexpr uint32_t fourCharacterCode(std::string_view text) {
 
 constexpr uint32_t kFloat = fourCharacterCode("flt ");
 constexpr uint32_t kUnsigned8 = fourCharacterCode("ui8 ");
-constexpr uint32_t kFanRecord = fourCharacterCode("{fds");
+constexpr uint32_t kFanDescriptor = fourCharacterCode("{fds");
 
 SMCKeyBytes floatBytes(float value) {
   SMCKeyBytes answer;
@@ -28,7 +28,7 @@ SMCKeyBytes floatBytes(float value) {
 }
 
 /// Four bytes of no meaning here, then the name, filled up with blanks.
-SMCKeyBytes fanRecord(const std::string& name) {
+SMCKeyBytes fanDescriptor(const std::string& name) {
   SMCKeyBytes answer;
   std::fill_n(answer.bytes.begin() + 4, 12, uint8_t{' '});
   std::copy(name.begin(), name.end(), answer.bytes.begin() + 4);
@@ -49,13 +49,13 @@ HwmonController::HwmonController(SystemCalls& calls, std::string sys, bool drive
 
 void HwmonController::open() {
   pass_ = {pass_.number + 1, calls_.steadySeconds()};
-  const bool changed = watch_.hasChanged();
+  const bool changed = watch_.checkForChange();
   // A chip is listed a moment before its files are there.
-  if (changed || looksAgain_) lookAtChips();
-  looksAgain_ = changed && pass_.number > 1;
+  if (changed || rescansAgain_) rescan();
+  rescansAgain_ = changed && pass_.number > 1;
 }
 
-void HwmonController::lookAtChips() {
+void HwmonController::rescan() {
   std::map<std::string, Sensor::Memory> memories;
   for (const FoundSensor& found : found_) {
     const Entry* const entry = find(fourCharacterCode(found.key));
@@ -68,12 +68,12 @@ void HwmonController::lookAtChips() {
   found_ = sensorsOf(chips_);
   assignKeys(found_, {deviceTreeSensors(calls_, sys_), processorPackages(calls_, sys_),
                       driveTemperatures_});
-  const auto fans = assignFans(found_, [this](const FoundSensor& fan) { return turns(fan); });
+  const auto fans = assignFans(found_, [this](const FoundSensor& fan) { return isTurning(fan); });
   fanNames_ = fanNames(fans);
   for (const FoundSensor& found : found_) {
     if (found.key.empty()) continue;
     addSensor(found);
-    if (sensors_.back().isRare()) sensors_.back().remember(memories[identityOf(found)]);
+    if (sensors_.back().isRateLimited()) sensors_.back().remember(memories[identityOf(found)]);
   }
   addFanEntries();
   std::sort(entries_.begin(), entries_.end(),
@@ -84,7 +84,7 @@ void HwmonController::addSensor(const FoundSensor& found) {
   const bool isFan = found.channel->quantity == Quantity::fan;
   entries_.push_back(
       {fourCharacterCode(found.key), isFan ? Kind::fanSpeed : Kind::value, sensors_.size()});
-  sensors_.emplace_back(calls_, found.path(), traitsOf(found));
+  sensors_.emplace_back(calls_, found.path(), makeTraits(found));
 }
 
 void HwmonController::addFanEntries() {
@@ -94,7 +94,7 @@ void HwmonController::addFanEntries() {
   entries_.push_back({fourCharacterCode("FNum"), Kind::fanCount, 0});
 }
 
-Sensor::Traits HwmonController::traitsOf(const FoundSensor& found) {
+Sensor::Traits HwmonController::makeTraits(const FoundSensor& found) {
   // Where a driver's numbers overflow they stop at the ends of 32 bits.
   constexpr int64_t kMost = INT32_MAX - 1;
   constexpr int64_t kMostTurns = 65534;  // 65535 is a register that says nothing
@@ -107,42 +107,43 @@ Sensor::Traits HwmonController::traitsOf(const FoundSensor& found) {
     traits.lowest = found.lowest * int64_t{1000};
     traits.highest = found.highest * int64_t{1000};
   }
-  const Manner manner = mannerOf(found);
+  const ReadPolicy policy = readPolicyOf(found);
   // A reading starts the clock of a device anew that falls asleep by itself.
-  const bool dozes = manner == Manner::maySleep &&
+  const bool dozes = policy == ReadPolicy::maySleep &&
                      wordingOf(calls_, found.chip->parent + "/power/control") == "auto";
-  traits.isRare = manner == Manner::command || manner == Manner::onRequest || dozes;
-  traits.gates = gatesOf(found, manner);
+  traits.isRateLimited = policy == ReadPolicy::command || policy == ReadPolicy::onRequest || dozes;
+  traits.gates = addGates(found, policy);
   return traits;
 }
 
-std::vector<Gate*> HwmonController::gatesOf(const FoundSensor& found, Manner manner) {
+std::vector<Gate*> HwmonController::addGates(const FoundSensor& found, ReadPolicy policy) {
   std::vector<Gate*> gates;
-  if (manner == Manner::maySleep) {
+  if (policy == ReadPolicy::maySleep) {
     for (const char* file : {"/power/runtime_status", "/power_state"}) {
       const std::string path = found.chip->parent + file;
       if (!gates.empty() || !textOf(calls_, path)) continue;
-      gates.push_back(gate(path, Gate::Kind::power));
+      gates.push_back(findOrAddGate(path, Gate::Kind::power));
     }
   }
   const std::string channel = found.chip->folder + "/" + found.channel->name;
-  if (found.channel->hasFault) gates.push_back(gate(channel + "_fault", Gate::Kind::fault));
+  if (found.channel->hasFault)
+    gates.push_back(findOrAddGate(channel + "_fault", Gate::Kind::fault));
   // amdgpu tells by a fan's whether its speed is set by hand.
   const bool tellsEnabled = found.channel->hasEnable && (found.chip->driver != "amdgpu" ||
                                                          found.channel->quantity != Quantity::fan);
-  if (tellsEnabled) gates.push_back(gate(channel + "_enable", Gate::Kind::enable));
+  if (tellsEnabled) gates.push_back(findOrAddGate(channel + "_enable", Gate::Kind::enable));
   return gates;
 }
 
-Gate* HwmonController::gate(const std::string& path, Gate::Kind kind) {
+Gate* HwmonController::findOrAddGate(const std::string& path, Gate::Kind kind) {
   for (Gate& known : gates_) {
     if (known.path() == path) return &known;
   }
   return &gates_.emplace_back(calls_, path, kind);
 }
 
-bool HwmonController::turns(const FoundSensor& fan) {
-  return Sensor(calls_, fan.path(), traitsOf(fan)).value(pass_).value_or(0) > 0;
+bool HwmonController::isTurning(const FoundSensor& fan) {
+  return Sensor(calls_, fan.path(), makeTraits(fan)).read(pass_).value_or(0) > 0;
 }
 
 const HwmonController::Entry* HwmonController::find(uint32_t key) const {
@@ -157,7 +158,7 @@ SMCKeyInfo HwmonController::info(uint32_t key) const {
   if (entry == nullptr) return {.result = kSMCKeyNotFound};
   switch (entry->kind) {
     case Kind::fanName:
-      return {.dataSize = 16, .dataType = kFanRecord};
+      return {.dataSize = 16, .dataType = kFanDescriptor};
     case Kind::fanCount:
       return {.dataSize = 1, .dataType = kUnsigned8};
     default:
@@ -168,9 +169,9 @@ SMCKeyInfo HwmonController::info(uint32_t key) const {
 SMCKeyBytes HwmonController::bytes(uint32_t key) {
   const Entry* const entry = find(key);
   if (entry == nullptr) return {.result = kSMCKeyNotFound};
-  if (entry->kind == Kind::fanName) return fanRecord(fanNames_[entry->index]);
+  if (entry->kind == Kind::fanName) return fanDescriptor(fanNames_[entry->index]);
   if (entry->kind == Kind::fanCount) return {.bytes = {static_cast<uint8_t>(fanNames_.size())}};
-  const std::optional<double> value = sensors_[entry->index].value(pass_);
+  const std::optional<double> value = sensors_[entry->index].read(pass_);
   if (!value && entry->kind == Kind::value) return {.code = kCodeError};
   return floatBytes(static_cast<float>(value.value_or(-1)));
 }
@@ -178,7 +179,7 @@ SMCKeyBytes HwmonController::bytes(uint32_t key) {
 SensorInventory HwmonController::inventory() {
   open();
   SensorInventory inventory;
-  for (const FoundSensor& found : found_) inventory.push_back(listing(found));
+  for (const FoundSensor& found : found_) inventory.push_back(makeListing(found));
   return inventory;
 }
 
@@ -189,7 +190,7 @@ size_t HwmonController::deniedSensors() const {
                                            [](const Sensor& sensor) { return sensor.isDenied(); }));
 }
 
-SensorListing HwmonController::listing(const FoundSensor& found) {
+SensorListing HwmonController::makeListing(const FoundSensor& found) {
   SensorListing listing{.driver = found.chip->driver,
                         .device = found.chip->device,
                         .file = found.channel->file,
@@ -200,14 +201,14 @@ SensorListing HwmonController::listing(const FoundSensor& found) {
                         .state = "not read",
                         .raw = ""};
   const auto describe = [&](Sensor& sensor) {
-    sensor.value(pass_);
+    sensor.read(pass_);
     listing.state = sensor.state();
     listing.raw = sensor.raw();
   };
   if (const Entry* const entry = find(fourCharacterCode(found.key))) {
     describe(sensors_[entry->index]);
-  } else if (mannerOf(found) != Manner::onRequest || driveTemperatures_) {
-    Sensor once(calls_, found.path(), traitsOf(found));
+  } else if (readPolicyOf(found) != ReadPolicy::onRequest || driveTemperatures_) {
+    Sensor once(calls_, found.path(), makeTraits(found));
     describe(once);
   }
   return listing;

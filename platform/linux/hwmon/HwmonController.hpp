@@ -42,21 +42,21 @@ class HwmonController {
     size_t index;  ///< of the sensor or fan
   };
 
-  void lookAtChips();
+  void rescan();
   void addSensor(const FoundSensor& found);
   void addFanEntries();
-  Sensor::Traits traitsOf(const FoundSensor& found);
-  std::vector<Gate*> gatesOf(const FoundSensor& found, Manner manner);
-  Gate* gate(const std::string& path, Gate::Kind kind);
-  bool turns(const FoundSensor& fan);
+  Sensor::Traits makeTraits(const FoundSensor& found);
+  std::vector<Gate*> addGates(const FoundSensor& found, ReadPolicy policy);
+  Gate* findOrAddGate(const std::string& path, Gate::Kind kind);
+  bool isTurning(const FoundSensor& fan);
   const Entry* find(uint32_t key) const;
-  SensorListing listing(const FoundSensor& found);
+  SensorListing makeListing(const FoundSensor& found);
 
   SystemCalls& calls_;
   std::string sys_;
   bool driveTemperatures_;
   FolderWatch watch_;
-  bool looksAgain_ = false;
+  bool rescansAgain_ = false;
   Pass pass_;
   std::vector<Chip> chips_;
   std::vector<FoundSensor> found_;

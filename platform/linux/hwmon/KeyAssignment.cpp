@@ -10,7 +10,7 @@ namespace {
 
 bool isTemperature(const Channel& channel) { return channel.quantity == Quantity::temperature; }
 
-std::string_view wordingOf(const Channel& channel) {
+std::string_view labelOrName(const Channel& channel) {
   const std::string_view label = trimmed(channel.label);
   return label.empty() ? std::string_view(channel.name) : label;
 }
@@ -21,17 +21,17 @@ bool isKey(std::string_view text) {
 }
 
 /// The first of the row's labels that the chip has.
-std::string_view labelThatCounts(const KeyRow& row, const Chip& chip) {
+std::string_view firstPresentLabel(const KeyRow& row, const Chip& chip) {
   for (const std::string_view label : split(row.label, '|')) {
     for (const Channel& channel : chip.channels) {
-      if (isTemperature(channel) && matches(label, wordingOf(channel))) return label;
+      if (isTemperature(channel) && matches(label, labelOrName(channel))) return label;
     }
   }
   return {};
 }
 
 std::string firstReason(const FoundSensor& sensor, const AssignmentFacts& facts) {
-  if (mannerOf(sensor) == Manner::onRequest && !facts.driveTemperatures)
+  if (readPolicyOf(sensor) == ReadPolicy::onRequest && !facts.driveTemperatures)
     return "read only on request";
   return isTemperature(*sensor.channel) ? "the catalogue has no name for it"
                                         : "only temperatures and fans are shown";
@@ -56,10 +56,10 @@ class Assigner {
       const auto chip = std::find(chips.begin(), chips.end(), sensor.chip);
       if (chip == chips.end() || !sensor.key.empty()) continue;
       if (row.keys == kLabelIsKey || row.keys == kKeyInDeviceTree) {
-        takeOwn(sensor, row);
-      } else if (isTemperature(*sensor.channel) && isLabelOf(sensor, row)) {
+        assignControllerKey(sensor, row);
+      } else if (isTemperature(*sensor.channel) && checkLabel(sensor, row)) {
         const auto place = static_cast<size_t>(chip - chips.begin());
-        take(sensor, row, place, chips.size());
+        assignTableKey(sensor, row, place, chips.size());
       }
     }
   }
@@ -68,7 +68,8 @@ class Assigner {
     std::vector<const Chip*> chips;
     for (const FoundSensor& sensor : sensors_) {
       const bool isKnown = !chips.empty() && chips.back() == sensor.chip;
-      const bool isAsked = mannerOf(sensor) != Manner::onRequest || facts_.driveTemperatures;
+      const bool isAsked =
+          readPolicyOf(sensor) != ReadPolicy::onRequest || facts_.driveTemperatures;
       if (!isKnown && isAsked && matches(row.driver, sensor.chip->driver)) {
         chips.push_back(sensor.chip);
       }
@@ -76,35 +77,35 @@ class Assigner {
     return chips;
   }
 
-  static bool isLabelOf(FoundSensor& sensor, const KeyRow& row) {
-    const std::string_view wording = wordingOf(*sensor.channel);
-    if (!matches(row.label, wording)) return false;
-    const std::string_view label = labelThatCounts(row, *sensor.chip);
-    if (matches(label, wording)) return true;
+  static bool checkLabel(FoundSensor& sensor, const KeyRow& row) {
+    const std::string_view text = labelOrName(*sensor.channel);
+    if (!matches(row.label, text)) return false;
+    const std::string_view label = firstPresentLabel(row, *sensor.chip);
+    if (matches(label, text)) return true;
     sensor.reason = std::string(label) + " is shown in its place";
     return false;
   }
 
-  void takeOwn(FoundSensor& sensor, const KeyRow& row) {
+  void assignControllerKey(FoundSensor& sensor, const KeyRow& row) {
     if (sensor.channel->quantity == Quantity::fan) return;
     const bool isLabel = row.keys == kLabelIsKey;
     const std::string key = isLabel ? std::string(trimmed(sensor.channel->label))
                                     : keyOf(facts_.deviceTree, *sensor.chip, *sensor.channel);
-    if (isKey(key) && controllers_.insert(key).second) {
-      give(sensor, row, key);
+    if (isKey(key) && controllerKeys_.insert(key).second) {
+      setKey(sensor, row, key);
     } else {
       sensor.reason = isLabel ? "its label is no key" : "the device tree tells no key for it";
     }
   }
 
-  void take(FoundSensor& sensor, const KeyRow& row, size_t chip, size_t chips) {
+  void assignTableKey(FoundSensor& sensor, const KeyRow& row, size_t chip, size_t chips) {
     const std::vector<std::string_view> keys = words(row.keys);
     const bool isSpread = row.spread == Spread::each;
     const size_t first = isSpread ? 0 : packageOf(chip, chips);
     const size_t end = isSpread ? keys.size() : std::min(first + 1, keys.size());
     for (size_t i = first; i < end; ++i) {
-      if (!shared_.insert(std::string(keys[i])).second) continue;
-      give(sensor, row, std::string(keys[i]));
+      if (!tableKeys_.insert(std::string(keys[i])).second) continue;
+      setKey(sensor, row, std::string(keys[i]));
       return;
     }
     sensor.reason = "the catalogue has no further name for its kind";
@@ -116,14 +117,14 @@ class Assigner {
     return isSplit ? chip * facts_.packages / chips : chip;
   }
 
-  static void give(FoundSensor& sensor, const KeyRow& row, const std::string& key) {
+  static void setKey(FoundSensor& sensor, const KeyRow& row, const std::string& key) {
     sensor.key = key;
     sensor.lowest = row.lowest;
     sensor.highest = row.highest;
   }
 
   void yieldToController(FoundSensor& sensor) const {
-    const bool isBoth = shared_.contains(sensor.key) && controllers_.contains(sensor.key);
+    const bool isBoth = tableKeys_.contains(sensor.key) && controllerKeys_.contains(sensor.key);
     if (!isBoth || isOfController(sensor)) return;
     sensor.reason = "the controller has " + sensor.key + " itself";
     sensor.key.clear();
@@ -131,8 +132,8 @@ class Assigner {
 
   std::vector<FoundSensor>& sensors_;
   const AssignmentFacts& facts_;
-  std::set<std::string, std::less<>> controllers_;  ///< keys of a Mac's own
-  std::set<std::string, std::less<>> shared_;       ///< keys by the table
+  std::set<std::string, std::less<>> controllerKeys_;  ///< keys of a Mac's own
+  std::set<std::string, std::less<>> tableKeys_;       ///< keys by the table
 };
 
 }  // namespace
@@ -149,11 +150,11 @@ std::vector<FoundSensor> sensorsOf(const std::vector<Chip>& chips) {
   return sensors;
 }
 
-Manner mannerOf(const FoundSensor& sensor) {
-  for (const MannerRow& row : mannerRows()) {
-    if (matches(row.driver, sensor.chip->driver)) return row.manner;
+ReadPolicy readPolicyOf(const FoundSensor& sensor) {
+  for (const ReadPolicyRow& row : readPolicyRows()) {
+    if (matches(row.driver, sensor.chip->driver)) return row.policy;
   }
-  return Manner::everyPass;
+  return ReadPolicy::everyPass;
 }
 
 void assignKeys(std::vector<FoundSensor>& sensors, const AssignmentFacts& facts) {

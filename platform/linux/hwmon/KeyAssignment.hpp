@@ -29,7 +29,7 @@ std::vector<FoundSensor> sensorsOf(const std::vector<Chip>& chips);
 bool isOfController(const FoundSensor& sensor);
 
 /// How its driver wants to be read.
-Manner mannerOf(const FoundSensor& sensor);
+ReadPolicy readPolicyOf(const FoundSensor& sensor);
 
 struct AssignmentFacts {
   std::vector<DeviceTreeSensor> deviceTree;

@@ -9,20 +9,20 @@
 namespace halvermonte::linuxos {
 namespace {
 
-constexpr double kRareSeconds = 10;
+constexpr double kRetrySeconds = 10;
 constexpr double kSlowSeconds = 0.02;
 
 }  // namespace
 
-bool Gate::isOpen(const Pass& pass) {
+bool Gate::checkOpen(const Pass& pass) {
   if (pass_ != pass.number) {
     pass_ = pass.number;
-    isOpen_ = look();
+    isOpen_ = readState();
   }
   return isOpen_;
 }
 
-bool Gate::look() {
+bool Gate::readState() {
   std::array<char, 32> buffer;
   const std::string_view text = trimmed(file_.read(buffer));
   switch (kind_) {
@@ -49,17 +49,17 @@ std::string_view Gate::reason() const {
   return "asleep: not read";
 }
 
-std::optional<double> Sensor::value(const Pass& pass) {
+std::optional<double> Sensor::read(const Pass& pass) {
   if (pass_ != pass.number) {
     pass_ = pass.number;
-    look(pass);
+    update(pass);
   }
   return value_;
 }
 
-void Sensor::look(const Pass& pass) {
+void Sensor::update(const Pass& pass) {
   const auto closed = std::find_if(traits_.gates.begin(), traits_.gates.end(),
-                                   [&](Gate* gate) { return !gate->isOpen(pass); });
+                                   [&](Gate* gate) { return !gate->checkOpen(pass); });
   closedGate_ = closed == traits_.gates.end() ? nullptr : *closed;
   if (closedGate_ != nullptr) {
     value_.reset();
@@ -73,13 +73,13 @@ void Sensor::look(const Pass& pass) {
   if (wasLost) file_.reopen();
   // A driver may wait for half a second before it fails, and all other sensors with it.
   const double began = hadFailed ? calls_->steadySeconds() : 0;
-  value_ = reading();
+  value_ = readFile();
   const bool failedSlowly =
       hadFailed && file_.error() != 0 && calls_->steadySeconds() - began > kSlowSeconds;
-  if (traits_.isRare || wasLost || failedSlowly) nextRead_ = pass.seconds + kRareSeconds;
+  if (traits_.isRateLimited || wasLost || failedSlowly) nextRead_ = pass.seconds + kRetrySeconds;
 }
 
-std::optional<double> Sensor::reading() {
+std::optional<double> Sensor::readFile() {
   std::array<char, 64> buffer;
   raw_ = trimmed(file_.read(buffer));
   const std::optional<int64_t> number = integer(raw_);

@@ -30,12 +30,12 @@ class Gate {
   const std::string& path() const noexcept { return file_.path(); }
 
   /// Reads the file once a pass.
-  bool isOpen(const Pass& pass);
+  bool checkOpen(const Pass& pass);
   /// What it is that keeps its sensors from being read.
   std::string_view reason() const;
 
  private:
-  bool look();
+  bool readState();
 
   KeptFile file_;
   Kind kind_;
@@ -48,7 +48,7 @@ class Sensor {
   struct Traits {
     double unit = 1;  ///< of the file's number
     int64_t lowest = 0, highest = 0;
-    bool isRare = false;  ///< read at most once in ten seconds
+    bool isRateLimited = false;  ///< read at most once in ten seconds
     std::vector<Gate*> gates = {};
   };
   /// What outlives another look at the computer's chips.
@@ -65,9 +65,9 @@ class Sensor {
   /// The reading in its unit; absent where there is none in this pass. However often it is asked
   /// for, the file is read once a pass; one that has gone, cannot be opened, or takes long to fail,
   /// once in ten seconds.
-  std::optional<double> value(const Pass& pass);
+  std::optional<double> read(const Pass& pass);
 
-  bool isRare() const noexcept { return traits_.isRare; }
+  bool isRateLimited() const noexcept { return traits_.isRateLimited; }
   Memory memory() const { return {value_, raw_, nextRead_}; }
   void remember(Memory memory);
 
@@ -79,8 +79,8 @@ class Sensor {
   const std::string& raw() const noexcept { return raw_; }
 
  private:
-  void look(const Pass& pass);
-  std::optional<double> reading();
+  void update(const Pass& pass);
+  std::optional<double> readFile();
 
   SystemCalls* calls_;
   KeptFile file_;

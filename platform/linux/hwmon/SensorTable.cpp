@@ -62,11 +62,11 @@ constexpr auto kKeyRows = std::to_array<KeyRow>({
     {"acpitz", "temp*", "TA0P TA1P", 1, 125},
 });
 
-constexpr auto kMannerRows = std::to_array<MannerRow>({
-    {"nvme", Manner::command},
-    {kWireless, Manner::command},
-    {"drivetemp", Manner::onRequest},
-    {kGraphics, Manner::maySleep},
+constexpr auto kReadPolicyRows = std::to_array<ReadPolicyRow>({
+    {"nvme", ReadPolicy::command},
+    {kWireless, ReadPolicy::command},
+    {"drivetemp", ReadPolicy::onRequest},
+    {kGraphics, ReadPolicy::maySleep},
 });
 
 bool matchesOne(std::string_view pattern, std::string_view text) {
@@ -92,6 +92,6 @@ bool matches(std::string_view patterns, std::string_view text) {
 
 std::span<const KeyRow> keyRows() { return kKeyRows; }
 
-std::span<const MannerRow> mannerRows() { return kMannerRows; }
+std::span<const ReadPolicyRow> readPolicyRows() { return kReadPolicyRows; }
 
 }  // namespace halvermonte::linuxos

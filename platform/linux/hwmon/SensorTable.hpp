@@ -39,19 +39,19 @@ inline constexpr std::string_view kKeyInDeviceTree = "(its apple,key-id)";
 std::span<const KeyRow> keyRows();
 
 /// How a driver wants to be read.
-enum class Manner : uint8_t {
+enum class ReadPolicy : uint8_t {
   everyPass,
   command,    ///< each reading is a command to the device: at most one in ten seconds
   onRequest,  ///< the same, and only where the program's user asked for it
   maySleep,   ///< the device may sleep, and reading would wake it
 };
 
-struct MannerRow {
+struct ReadPolicyRow {
   std::string_view driver;  ///< pattern
-  Manner manner;
+  ReadPolicy policy;
 };
 
 /// A driver in no row is read in every pass.
-std::span<const MannerRow> mannerRows();
+std::span<const ReadPolicyRow> readPolicyRows();
 
 }  // namespace halvermonte::linuxos
