@@ -167,7 +167,7 @@ bool BlockDrives::isDrive(const std::string& name, const std::string& path) cons
   const std::string folder = sys_ + "/block/" + name;
   if (wordingOf(calls_, folder + "/hidden") == "1") return false;
   if (wordingOf(calls_, folder + "/size") == "0") return false;
-  return namesIn(calls_, folder + "/slaves").value_or(std::vector<std::string>()).empty();
+  return namesOrNone(calls_, folder + "/slaves").empty();
 }
 
 void BlockDrives::addPaths(Entry& drive, const std::vector<std::string>& names) const {

@@ -94,6 +94,10 @@ std::optional<std::vector<std::string>> namesIn(SystemCalls& calls, const std::s
   return names;
 }
 
+std::vector<std::string> namesOrNone(SystemCalls& calls, const std::string& path) {
+  return namesIn(calls, path).value_or(std::vector<std::string>());
+}
+
 std::optional<std::string> realPath(const std::string& path) {
   const std::unique_ptr<char, decltype(&std::free)> resolved(realpath(path.c_str(), nullptr),
                                                              &std::free);

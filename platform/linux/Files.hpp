@@ -43,6 +43,9 @@ std::string wordingOf(SystemCalls& calls, const std::string& path);
 /// The names in a folder, sorted, without "." and ".."; absent where it cannot be opened or read.
 std::optional<std::vector<std::string>> namesIn(SystemCalls& calls, const std::string& path);
 
+/// The same; none where it cannot be opened or read.
+std::vector<std::string> namesOrNone(SystemCalls& calls, const std::string& path);
+
 /// The path without links; absent where something on it does not exist.
 std::optional<std::string> realPath(const std::string& path);
 

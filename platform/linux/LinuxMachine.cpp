@@ -3,6 +3,7 @@
 #include <ctime>
 #include <utility>
 
+#include "platform/HardwareReportCommand.hpp"
 #include "platform/linux/BlockDrives.hpp"
 #include "platform/linux/Commands.hpp"
 #include "platform/linux/HardwareReport.hpp"
@@ -104,7 +105,7 @@ std::optional<std::string> LinuxMachine::localizedHostName() {
 }
 
 std::optional<std::string> LinuxMachine::outputOfCommand(const std::string& command) {
-  if (command != linuxos::kHardwareReportCommand) return commands_->outputOf(command);
+  if (command != kHardwareReportCommand) return commands_->outputOf(command);
   return linuxos::hardwareReport(linuxos::processorName(calls_, roots_.sys, roots_.proc));
 }
 

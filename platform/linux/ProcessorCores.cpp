@@ -23,7 +23,7 @@ template <class TextOf>
 size_t differentTexts(SystemCalls& calls, const std::string& sys, TextOf textOf) {
   const std::string processors = sys + "/devices/system/cpu";
   std::set<std::string> texts;
-  for (const std::string& name : namesIn(calls, processors).value_or(std::vector<std::string>())) {
+  for (const std::string& name : namesOrNone(calls, processors)) {
     if (isNumbered(name, "cpu")) texts.insert(textOf(processors + "/" + name));
   }
   texts.erase("");

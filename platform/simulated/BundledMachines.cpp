@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "platform/FourCharacterCode.hpp"
 #include "platform/simulated/JsonPlace.hpp"
 #include "platform/simulated/MachineFile.hpp"
 

@@ -1,8 +1,10 @@
 #include "platform/simulated/HIDReader.hpp"
 
-#include <string_view>
-#include <utility>
+#include <cstddef>
+#include <optional>
+#include <vector>
 
+#include "platform/simulated/HIDKindNames.hpp"
 #include "platform/simulated/WaveReader.hpp"
 
 namespace halvermonte {
@@ -34,14 +36,11 @@ HIDServiceList readServices(const JsonPlace& place) {
 }  // namespace
 
 HIDChange readHID(const JsonPlace& place) {
-  place.expectOnly({"temperature", "current", "voltage"});
+  place.expectOnly(kHIDKindNames);
   HIDChange change;
-  const std::pair<std::string_view, HIDSensorKind> kinds[] = {
-      {"temperature", HIDSensorKind::temperature},
-      {"current", HIDSensorKind::current},
-      {"voltage", HIDSensorKind::voltage}};
-  for (const auto& [name, kind] : kinds) {
-    if (const auto list = place.find(name)) change[static_cast<size_t>(kind)] = readServices(*list);
+  for (size_t kind = 0; kind < kHIDSensorKinds; ++kind) {
+    const auto list = place.find(kHIDKindNames[kind]);
+    if (list) change[kind] = readServices(*list);
   }
   return change;
 }

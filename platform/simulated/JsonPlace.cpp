@@ -9,7 +9,7 @@
 namespace halvermonte {
 namespace {
 
-std::string joined(JsonPlace::Names names) {
+std::string joined(std::span<const std::string_view> names) {
   std::string list;
   for (const std::string_view name : names) {
     if (!list.empty()) list += ", ";
@@ -93,7 +93,7 @@ std::vector<JsonPlace::Member> JsonPlace::members() const {
   return places;
 }
 
-void JsonPlace::expectOnly(Names names) const {
+void JsonPlace::expectOnly(std::span<const std::string_view> names) const {
   for (const auto& [name, value] : get<JsonValue::Object>("an object")) {
     if (std::find(names.begin(), names.end(), name) == names.end()) {
       at(name, value).refuse("one of " + joined(names));

@@ -4,10 +4,13 @@
 
 #include <cstdint>
 #include <initializer_list>
+#include <limits>
 #include <optional>
+#include <span>
 #include <string>
 #include <string_view>
 #include <utility>
+#include <variant>
 #include <vector>
 
 #include "platform/simulated/JsonValue.hpp"
@@ -46,7 +49,8 @@ class JsonPlace {
   std::vector<Member> members() const;
 
   /// Refuses a value that is no object, and a member of any other name.
-  void expectOnly(Names names) const;
+  void expectOnly(Names names) const { expectOnly(std::span<const std::string_view>(names)); }
+  void expectOnly(std::span<const std::string_view> names) const;
   /// The member; absent where it is not given. REQUIRES: an object.
   std::optional<JsonPlace> find(std::string_view name) const;
   /// The member, refused where it is not given. REQUIRES: an object.

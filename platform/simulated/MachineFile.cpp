@@ -6,6 +6,7 @@
 #include <cstring>
 #include <memory>
 
+#include "platform/HardwareReportCommand.hpp"
 #include "platform/simulated/DriveReader.hpp"
 #include "platform/simulated/HIDReader.hpp"
 #include "platform/simulated/HardwareReportReader.hpp"
@@ -13,8 +14,6 @@
 
 namespace halvermonte {
 namespace {
-
-constexpr const char* kHardwareReportCommand = "system_profiler SPHardwareDataType -xml";
 
 std::optional<std::string> readCommandAnswer(const JsonPlace& place) {
   place.expectOnly({"output", "outputHex", "launches"});

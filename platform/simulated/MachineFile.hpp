@@ -13,6 +13,7 @@
 #include <vector>
 
 #include "platform/portable/Machine.hpp"
+#include "platform/simulated/HIDKindNames.hpp"
 #include "platform/simulated/MachineFileError.hpp"
 #include "platform/simulated/SMCAnswer.hpp"
 #include "platform/simulated/Wave.hpp"
@@ -43,7 +44,6 @@ struct HIDServiceDescription {
 /// The services of a kind in service order; absent: the event system returns no list.
 using HIDServiceList = std::optional<std::vector<HIDServiceDescription>>;
 /// By HIDSensorKind, what a tick says about the services; absent: as before.
-inline constexpr size_t kHIDSensorKinds = 3;
 using HIDChange = std::array<std::optional<HIDServiceList>, kHIDSensorKinds>;
 
 /// The block-storage drivers; absent: the matching call fails.

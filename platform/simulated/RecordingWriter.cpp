@@ -3,23 +3,16 @@
 #include <algorithm>
 #include <nlohmann/json.hpp>
 
+#include "platform/ASCII.hpp"
+#include "platform/FourCharacterCode.hpp"
 #include "platform/Values.hpp"
+#include "platform/simulated/HIDKindNames.hpp"
 #include "platform/simulated/HexText.hpp"
 
 namespace halvermonte {
 namespace {
 
 using Json = nlohmann::ordered_json;
-
-std::string charactersOf(uint32_t code) {
-  std::string characters;
-  for (int shift = 24; shift >= 0; shift -= 8) characters += static_cast<char>(code >> shift);
-  return characters;
-}
-
-bool isASCII(const std::string& text) {
-  return std::ranges::all_of(text, [](char c) { return static_cast<unsigned char>(c) < 0x80; });
-}
 
 std::string keyText(uint32_t key) {
   const std::string characters = charactersOf(key);
@@ -104,12 +97,17 @@ Json serviceList(const std::shared_ptr<const HIDServices>& services) {
 }
 
 Json hidServices(const RecordedTick& tick) {
-  const auto list = [&](HIDSensorKind kind) {
-    return serviceList(tick.hid[static_cast<size_t>(kind)].value_or(nullptr));
-  };
-  return {{"temperature", list(HIDSensorKind::temperature)},
-          {"current", list(HIDSensorKind::current)},
-          {"voltage", list(HIDSensorKind::voltage)}};
+  Json lists = Json::object();
+  for (size_t kind = 0; kind < kHIDSensorKinds; ++kind) {
+    lists[kHIDKindNames[kind]] = serviceList(tick.hid[kind].value_or(nullptr));
+  }
+  return lists;
+}
+
+Json emptyLists() {
+  Json lists = Json::object();
+  for (const std::string_view kind : kHIDKindNames) lists[kind] = Json::array();
+  return lists;
 }
 
 Json driveEntry(const Drive& drive) {
@@ -175,8 +173,7 @@ class TickWriter {
   Json keys_ = Json::object();
   // What the first tick starts from: a list of each kind, and empty.
   Json drives_ = Json::array();
-  Json hid_ = {
-      {"temperature", Json::array()}, {"current", Json::array()}, {"voltage", Json::array()}};
+  Json hid_ = emptyLists();
 };
 
 Json commandAnswer(const std::optional<std::string>& output) {

@@ -2,7 +2,11 @@
 
 #include <algorithm>
 #include <bit>
+#include <cmath>
+#include <iterator>
 #include <limits>
+
+#include "platform/FourCharacterCode.hpp"
 
 namespace halvermonte {
 namespace {

@@ -3,20 +3,11 @@
 
 #include <array>
 #include <cstdint>
-#include <optional>
-#include <string_view>
 #include <variant>
 
 #include "platform/simulated/Wave.hpp"
 
 namespace halvermonte {
-
-/// A code of four characters, the first in the most significant byte.
-constexpr uint32_t fourCharacterCode(std::string_view characters) {
-  uint32_t code = 0;
-  for (const char character : characters) code = code << 8 | static_cast<uint8_t>(character);
-  return code;
-}
 
 /// The data bytes of a reply; those that a key does not have are 0.
 using SMCData = std::array<uint8_t, 32>;

@@ -4,6 +4,9 @@
 #include <locale>
 #include <sstream>
 
+#include "platform/ASCII.hpp"
+#include "platform/FanDescriptor.hpp"
+#include "platform/FourCharacterCode.hpp"
 #include "platform/simulated/HexText.hpp"
 #include "platform/simulated/WaveReader.hpp"
 
@@ -11,13 +14,6 @@ namespace halvermonte {
 namespace {
 
 constexpr std::string_view kHexKeyPrefix = "hex:";
-constexpr size_t kFanNameOffset = 4;
-constexpr size_t kFanNameSize = 12;
-
-bool isASCII(std::string_view text) {
-  return std::all_of(text.begin(), text.end(),
-                     [](char character) { return static_cast<uint8_t>(character) < 0x80; });
-}
 
 uint32_t readKey(const JsonPlace::Member& member) {
   const std::string_view key = member.name;
@@ -87,12 +83,8 @@ Data readName(const JsonPlace& place, uint32_t type, const JsonPlace& typePlace)
   constexpr std::string_view expectation = "a text of at most 12 ASCII characters";
   const std::string& name = place.text(expectation);
   if (name.size() > kFanNameSize || !isASCII(name)) place.refuse(expectation);
-  if (type != fourCharacterCode("{fds")) typePlace.refuse(R"("{fds", the type of a name)");
-  SMCData data{};
-  uint8_t* const start = data.data() + kFanNameOffset;
-  std::fill_n(start, kFanNameSize, uint8_t{' '});
-  std::copy(name.begin(), name.end(), start);
-  return {data, kFanNameOffset + kFanNameSize};
+  if (type != kFanDescriptorType) typePlace.refuse(R"("{fds", the type of a name)");
+  return {fanDescriptor(name), kFanDescriptorSize};
 }
 
 Data readData(const JsonPlace& place, uint32_t type) {

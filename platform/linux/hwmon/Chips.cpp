@@ -67,7 +67,7 @@ void note(Channel& channel, std::string_view suffix, const std::string& file) {
 
 std::vector<Channel> channelsIn(SystemCalls& calls, const std::string& folder) {
   std::map<std::pair<Quantity, int>, Channel> found;
-  for (const std::string& file : namesIn(calls, folder).value_or(std::vector<std::string>())) {
+  for (const std::string& file : namesOrNone(calls, folder)) {
     const std::optional<Attribute> attribute = attributeOf(file);
     if (!attribute) continue;
     Channel& channel = found[{attribute->quantity, attribute->number}];
@@ -131,7 +131,7 @@ double unitOf(Quantity quantity) { return rowOf(quantity).unit; }
 
 std::vector<Chip> chipsIn(SystemCalls& calls, const std::string& sys) {
   std::vector<Chip> chips;
-  const auto numbers = namesIn(calls, sys + "/class/hwmon").value_or(std::vector<std::string>());
+  const auto numbers = namesOrNone(calls, sys + "/class/hwmon");
   for (const std::string& number : numbers) {
     if (std::optional<Chip> chip = chipOf(calls, sys, number)) chips.push_back(std::move(*chip));
   }

@@ -24,9 +24,9 @@ constexpr auto kNodes = std::to_array<std::pair<std::string_view, Quantity>>({
 Names sensorFolders(SystemCalls& calls, const std::string& sys) {
   const std::string root = sys + "/firmware/devicetree/base";
   Names folders;
-  for (const std::string& bus : namesIn(calls, root).value_or(Names())) {
+  for (const std::string& bus : namesOrNone(calls, root)) {
     if (!bus.starts_with("soc")) continue;
-    for (const std::string& node : namesIn(calls, root + "/" + bus).value_or(Names())) {
+    for (const std::string& node : namesOrNone(calls, root + "/" + bus)) {
       if (node.starts_with("smc@")) folders.push_back(root + "/" + bus + "/" + node + "/hwmon");
     }
   }
@@ -56,7 +56,7 @@ auto partners(const DeviceTreeSensor& sensor, const Chip& chip) {
 std::vector<DeviceTreeSensor> deviceTreeSensors(SystemCalls& calls, const std::string& sys) {
   std::vector<DeviceTreeSensor> sensors;
   for (const std::string& folder : sensorFolders(calls, sys)) {
-    for (const std::string& node : namesIn(calls, folder).value_or(Names())) {
+    for (const std::string& node : namesOrNone(calls, folder)) {
       const auto* const kind = std::find_if(kNodes.begin(), kNodes.end(), [&](const auto& each) {
         return node.starts_with(each.first);
       });

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <iterator>
 
+#include "platform/FanDescriptor.hpp"
 #include "platform/linux/Text.hpp"
 
 namespace halvermonte::linuxos {
@@ -35,17 +36,15 @@ Fans firstTen(const Fans& fans, const std::function<bool(const FoundSensor&)>& i
   return inOrder;
 }
 
-constexpr size_t kLongestName = 12;
-
 std::string cut(std::string_view text, size_t length) {
   return std::string(trimmed(text.substr(0, length)));
 }
 
 std::string labelOrChannel(const FoundSensor& fan) {
   const std::string_view label = trimmed(fan.channel->label);
-  if (!label.empty()) return cut(label, kLongestName);
+  if (!label.empty()) return cut(label, kFanNameSize);
   const std::string number = "-" + std::to_string(fan.channel->number);
-  return cut(fan.chip->driver, kLongestName - number.size()) + number;
+  return cut(fan.chip->driver, kFanNameSize - number.size()) + number;
 }
 
 std::string joined(std::string text) {
@@ -69,7 +68,7 @@ void numberEqualNames(std::vector<std::string>& names) {
     const std::string name = names[i];
     for (int count = 2; std::find(names.begin(), before, names[i]) != before; ++count) {
       const std::string number = "-" + std::to_string(count);
-      names[i] = cut(name, kLongestName - number.size()) + number;
+      names[i] = cut(name, kFanNameSize - number.size()) + number;
     }
   }
 }

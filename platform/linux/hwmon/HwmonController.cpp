@@ -5,33 +5,20 @@
 #include <map>
 #include <utility>
 
+#include "platform/FanDescriptor.hpp"
+#include "platform/FourCharacterCode.hpp"
 #include "platform/linux/ProcessorCores.hpp"
 #include "platform/linux/hwmon/FanAssignment.hpp"
 
 namespace halvermonte::linuxos {
 namespace {
 
-constexpr uint32_t fourCharacterCode(std::string_view text) {
-  uint32_t code = 0;
-  for (const char character : text) code = code << 8 | static_cast<uint8_t>(character);
-  return code;
-}
-
 constexpr uint32_t kFloat = fourCharacterCode("flt ");
 constexpr uint32_t kUnsigned8 = fourCharacterCode("ui8 ");
-constexpr uint32_t kFanDescriptor = fourCharacterCode("{fds");
 
 SMCKeyBytes floatBytes(float value) {
   SMCKeyBytes answer;
   std::memcpy(answer.bytes.data(), &value, sizeof value);
-  return answer;
-}
-
-/// Four bytes of no meaning here, then the name, filled up with blanks.
-SMCKeyBytes fanDescriptor(const std::string& name) {
-  SMCKeyBytes answer;
-  std::fill_n(answer.bytes.begin() + 4, 12, uint8_t{' '});
-  std::copy(name.begin(), name.end(), answer.bytes.begin() + 4);
   return answer;
 }
 
@@ -158,7 +145,7 @@ SMCKeyInfo HwmonController::info(uint32_t key) const {
   if (entry == nullptr) return {.result = kSMCKeyNotFound};
   switch (entry->kind) {
     case Kind::fanName:
-      return {.dataSize = 16, .dataType = kFanDescriptor};
+      return {.dataSize = kFanDescriptorSize, .dataType = kFanDescriptorType};
     case Kind::fanCount:
       return {.dataSize = 1, .dataType = kUnsigned8};
     default:
@@ -169,7 +156,7 @@ SMCKeyInfo HwmonController::info(uint32_t key) const {
 SMCKeyBytes HwmonController::bytes(uint32_t key) {
   const Entry* const entry = find(key);
   if (entry == nullptr) return {.result = kSMCKeyNotFound};
-  if (entry->kind == Kind::fanName) return fanDescriptor(fanNames_[entry->index]);
+  if (entry->kind == Kind::fanName) return {.bytes = fanDescriptor(fanNames_[entry->index])};
   if (entry->kind == Kind::fanCount) return {.bytes = {static_cast<uint8_t>(fanNames_.size())}};
   const std::optional<double> value = sensors_[entry->index].read(pass_);
   if (!value && entry->kind == Kind::value) return {.code = kCodeError};
