@@ -72,15 +72,30 @@ void add(DriveStatistics& sum, const std::optional<DriveStatistics>& part) {
   sum.bytesWritten = wrappingSum(*sum.bytesWritten, *part->bytesWritten);
 }
 
-/// The line of the table that is about the device, from after its name.
-std::string_view countersOf(std::string_view table, std::string_view name) {
+using Words = std::vector<std::string_view>;
+
+std::optional<DriveStatistics> statisticsOf(const Words& counters) {
+  if (counters.size() < 11) return std::nullopt;
+  const DriveStatistics drive{bytes(counters[2]), bytes(counters[6])};
+  if (!drive.bytesRead || !drive.bytesWritten) return std::nullopt;
+  return drive;
+}
+
+/// A line of /proc/diskstats: two numbers, the device's name, its counters.
+struct TableRow {
+  std::string_view name;
+  Words counters;
+};
+
+std::vector<TableRow> rowsOf(std::string_view table) {
+  constexpr size_t kNameField = 2;
+  std::vector<TableRow> rows;
   for (const std::string_view line : split(table, '\n')) {
-    const std::vector<std::string_view> fields = words(line);
-    if (fields.size() > 2 && fields[2] == name) {
-      return line.substr(static_cast<size_t>(fields[2].data() + name.size() - line.data()));
-    }
+    const Words fields = words(line);
+    if (fields.size() <= kNameField) continue;
+    rows.push_back({fields[kNameField], Words(fields.begin() + kNameField + 1, fields.end())});
   }
-  return {};
+  return rows;
 }
 
 bool isIdle(const DriveStatistics& drive) {
@@ -95,11 +110,7 @@ std::optional<DriveStatistics> readStat(KeptFile& stat) {
 }  // namespace
 
 std::optional<DriveStatistics> driveStatistics(std::string_view counters) {
-  const std::vector<std::string_view> fields = words(counters);
-  if (fields.size() < 11) return std::nullopt;
-  const DriveStatistics drive{bytes(fields[2]), bytes(fields[6])};
-  if (!drive.bytesRead || !drive.bytesWritten) return std::nullopt;
-  return drive;
+  return statisticsOf(words(counters));
 }
 
 BlockDrives::BlockDrives(SystemCalls& calls, const std::string& sys, const std::string& proc)
@@ -111,7 +122,7 @@ size_t BlockDrives::count() {
     return standsBeforeInHardware(first.path, second.path);
   });
   for (Entry& drive : present) {
-    if (!isKnown(drive)) drives_.push_back(std::move(drive));
+    if (!findAgain(drive.path)) drives_.push_back(std::move(drive));
   }
   return drives_.size();
 }
@@ -151,10 +162,9 @@ std::vector<BlockDrives::Entry> BlockDrives::findDrives() const {
 std::vector<BlockDrives::Entry> BlockDrives::findDrivesInTable() const {
   std::vector<Entry> drives;
   const std::string table = textOf(calls_, table_, kTableBound).value_or("");
-  for (const std::string_view line : split(table, '\n')) {
-    const std::vector<std::string_view> fields = words(line);
-    if (fields.size() <= 2 || !isWholeDrive(fields[2])) continue;
-    drives.push_back({std::string(fields[2]), std::string(fields[2]), {}});
+  for (const TableRow& row : rowsOf(table)) {
+    if (!isWholeDrive(row.name)) continue;
+    drives.push_back({std::string(row.name), std::string(row.name), {}});
   }
   return drives;
 }
@@ -178,10 +188,10 @@ void BlockDrives::addPaths(Entry& drive, const std::vector<std::string>& names) 
   }
 }
 
-bool BlockDrives::isKnown(const Entry& drive) {
+bool BlockDrives::findAgain(std::string_view path) {
   return std::any_of(drives_.begin(), drives_.end(), [&](Entry& known) {
-    if (known.path != drive.path) return false;
-    readStatistics(known);  // tells whether it is still there
+    if (known.path != path) return false;
+    readStatistics(known);  // notices if the drive has gone
     return known.stats.empty() || known.stats.front().state() != KeptFile::State::gone;
   });
 }
@@ -196,12 +206,14 @@ std::optional<DriveStatistics> BlockDrives::readStatistics(Entry& drive) const {
 }
 
 std::optional<DriveStatistics> BlockDrives::tableStatistics(std::string_view name) const {
-  std::optional<DriveStatistics> sum = driveStatistics(countersOf(tableText_, name));
+  const std::vector<TableRow> rows = rowsOf(tableText_);
+  const auto own =
+      std::find_if(rows.begin(), rows.end(), [&](const TableRow& row) { return row.name == name; });
+  if (own == rows.end()) return std::nullopt;
+  std::optional<DriveStatistics> sum = statisticsOf(own->counters);
   if (!sum || !isIdle(*sum)) return sum;
-  for (const std::string_view line : split(tableText_, '\n')) {
-    const std::vector<std::string_view> fields = words(line);
-    if (fields.size() <= 2 || !isNvmePathOf(fields[2], name)) continue;
-    add(*sum, driveStatistics(countersOf(line, fields[2])));
+  for (const TableRow& row : rows) {
+    if (isNvmePathOf(row.name, name)) add(*sum, statisticsOf(row.counters));
   }
   return sum;
 }

@@ -45,7 +45,8 @@ class BlockDrives {
   std::vector<Entry> findDrivesInTable() const;
   bool isDrive(const std::string& name, const std::string& path) const;
   void addPaths(Entry& drive, const std::vector<std::string>& names) const;
-  bool isKnown(const Entry& drive);
+  /// Returns true if a drive found earlier is still there under the path.
+  bool findAgain(std::string_view path);
   std::optional<DriveStatistics> readStatistics(Entry& drive) const;
   std::optional<DriveStatistics> tableStatistics(std::string_view name) const;
 

@@ -15,17 +15,6 @@
 namespace halvermonte::linuxos {
 namespace {
 
-/// Hands each entry of what getdents64 packed to the visitor.
-template <class Visitor>
-void forEachEntry(const char* packed, size_t size, Visitor visit) {
-  for (size_t place = 0; place < size;) {
-    dirent64 head;
-    std::memcpy(&head, packed + place, offsetof(dirent64, d_name));
-    visit(std::string_view(packed + place + offsetof(dirent64, d_name)));
-    place += head.d_reclen;
-  }
-}
-
 std::optional<std::string> wholeText(SystemCalls& calls, const std::string& path, size_t bound) {
   const Descriptor file(calls, calls.open(path.c_str()));
   if (!file) return std::nullopt;
@@ -49,7 +38,8 @@ std::optional<std::vector<std::string>> allNames(SystemCalls& calls, const std::
   std::array<char, 8192> packed;
   ssize_t size;
   while ((size = calls.listOn(folder.number(), packed.data(), packed.size())) > 0) {
-    forEachEntry(packed.data(), static_cast<size_t>(size), [&](std::string_view name) {
+    const std::span entries(packed.data(), static_cast<size_t>(size));
+    forEachEntry(entries, [&](uint64_t /*inode*/, std::string_view name) {
       if (name != "." && name != "..") names.emplace_back(name);
     });
   }
@@ -60,12 +50,23 @@ std::optional<std::vector<std::string>> allNames(SystemCalls& calls, const std::
 template <class Attempt>
 auto tryTwice(Attempt attempt) {
   auto result = attempt();
+  if (result) return result;
   const bool isLasting = errno == ENOENT || errno == ENOTDIR || errno == EACCES;
-  if (result || isLasting) return result;
-  return attempt();
+  return isLasting ? result : attempt();
 }
 
 }  // namespace
+
+void forEachEntry(std::span<const char> packed,
+                  const std::function<void(uint64_t inode, std::string_view name)>& visit) {
+  for (size_t place = 0; place < packed.size();) {
+    const char* const entry = packed.data() + place;
+    dirent64 head;
+    std::memcpy(&head, entry, offsetof(dirent64, d_name));
+    visit(head.d_ino, entry + offsetof(dirent64, d_name));
+    place += head.d_reclen;
+  }
+}
 
 Descriptor::Descriptor(Descriptor&& other) noexcept
     : calls_(other.calls_), number_(std::exchange(other.number_, -1)) {}

@@ -1,7 +1,11 @@
 // Reading files and folders of the kernel, whole and bounded.
 #pragma once
 
+#include <cstddef>
+#include <cstdint>
+#include <functional>
 #include <optional>
+#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -9,6 +13,10 @@
 #include "platform/linux/SystemCalls.hpp"
 
 namespace halvermonte::linuxos {
+
+/// Visits the entries of a folder that SystemCalls::list() or listOn() packed.
+void forEachEntry(std::span<const char> packed,
+                  const std::function<void(uint64_t inode, std::string_view name)>& visit);
 
 /// Owns a descriptor.
 class Descriptor {

@@ -1,24 +1,38 @@
 #include "platform/linux/FolderWatch.hpp"
 
-#include <algorithm>
+#include <sys/types.h>
+
+#include <cstddef>
+#include <cstdint>
+#include <span>
+#include <string_view>
+#include <utility>
 
 namespace halvermonte::linuxos {
 
 bool FolderWatch::checkForChange() {
-  const std::string_view now = readListing();
-  const bool changed = isFirst_ || now != last_;
+  std::swap(entries_, formerEntries_);
+  readEntries();
+  const bool changed = isFirst_ || entries_ != formerEntries_;
   isFirst_ = false;
-  if (changed) last_ = now;
   return changed;
 }
 
-std::string_view FolderWatch::readListing() {
+void FolderWatch::readEntries() {
+  entries_.clear();
   if (!folder_) folder_ = Descriptor(calls_, calls_.openFolder(path_.c_str()));
-  if (!folder_) return "";
+  if (!folder_) return;
   const ssize_t size = calls_.list(folder_.number(), packed_.data(), packed_.size());
-  // A folder that was removed lists nothing any more; another may stand in its place.
-  if (size <= 0) folder_.close();
-  return {packed_.data(), static_cast<size_t>(std::max<ssize_t>(size, 0))};
+  if (size <= 0) {
+    // A removed folder has no entries any more. Another one may take its place, so the path is
+    // opened again next time.
+    folder_.close();
+    return;
+  }
+  const std::span packed(packed_.data(), static_cast<size_t>(size));
+  forEachEntry(packed, [this](uint64_t inode, std::string_view name) {
+    entries_.append(std::to_string(inode)).append(" ").append(name).append("\n");
+  });
 }
 
 }  // namespace halvermonte::linuxos

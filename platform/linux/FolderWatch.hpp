@@ -2,7 +2,6 @@
 #pragma once
 
 #include <string>
-#include <string_view>
 #include <utility>
 #include <vector>
 
@@ -20,15 +19,14 @@ class FolderWatch {
   bool checkForChange();
 
  private:
-  std::string_view readListing();
+  void readEntries();
 
   SystemCalls& calls_;
   std::string path_;
   Descriptor folder_;
-  /// Holds hundreds of entries. The kernel leaves the gaps between them as they are, so it is
-  /// always the same one.
-  std::vector<char> packed_ = std::vector<char>(16384);
-  std::string last_;
+  std::vector<char> packed_ = std::vector<char>(16384);  ///< room for hundreds of entries
+  std::string entries_;                                  ///< each one's inode number and name
+  std::string formerEntries_;
   bool isFirst_ = true;
 };
 

@@ -9,23 +9,27 @@
 namespace halvermonte::linuxos {
 namespace {
 
+constexpr char kUnquoted = '\0';
+
 bool isEscapable(std::string_view rest, char quote) {
   if (rest.empty() || quote == '\'') return false;
+  if (quote == kUnquoted) return rest.front() != '\n';
   const std::string_view special = "\"\\$`";
-  return quote == '"' ? special.find(rest.front()) != special.npos : rest.front() != '\n';
+  return special.find(rest.front()) != special.npos;
 }
 
 /// What a shell makes of the word that the text begins with: 'as it is', "with \ before some
 /// characters", or bare\ to the end of the line.
 std::string shellWord(std::string_view text) {
-  const char quote = text.starts_with('"') || text.starts_with('\'') ? text.front() : '\0';
+  const bool isQuoted = text.starts_with('"') || text.starts_with('\'');
+  const char quote = isQuoted ? text.front() : kUnquoted;
+  const char end = isQuoted ? quote : '\n';
   std::string word;
-  for (size_t i = quote == '\0' ? 0 : 1; i < text.size(); ++i) {
-    const char character = text[i];
-    if (character == (quote == '\0' ? '\n' : quote)) break;
-    word += character == '\\' && isEscapable(text.substr(i + 1), quote) ? text[++i] : character;
+  for (size_t i = isQuoted ? 1 : 0; i < text.size() && text[i] != end; ++i) {
+    if (text[i] == '\\' && isEscapable(text.substr(i + 1), quote)) ++i;
+    word += text[i];
   }
-  return quote == '\0' ? std::string(trimmed(word)) : word;
+  return isQuoted ? word : std::string(trimmed(word));
 }
 
 /// What boards carry whose maker wrote no name.

@@ -44,17 +44,17 @@ std::string squeezed(std::string_view text) {
 
 std::vector<std::string_view> split(std::string_view text, char separator) {
   std::vector<std::string_view> pieces;
-  for (size_t end; (end = text.find(separator)) != std::string_view::npos;) {
+  for (;;) {
+    const size_t end = text.find(separator);
     pieces.push_back(text.substr(0, end));
+    if (end == std::string_view::npos) return pieces;
     text.remove_prefix(end + 1);
   }
-  pieces.push_back(text);
-  return pieces;
 }
 
 std::vector<std::string_view> words(std::string_view text) {
   std::vector<std::string_view> found;
-  while (!(text = trimmed(text)).empty()) {
+  for (text = trimmed(text); !text.empty(); text = trimmed(text)) {
     const auto end = std::find_if(text.begin(), text.end(), isBlank);
     found.emplace_back(text.begin(), end);
     text.remove_prefix(found.back().size());

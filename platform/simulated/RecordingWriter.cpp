@@ -150,7 +150,10 @@ class TickWriter {
     put(entry, "smc", takeControllerChanges(controller(tick)));
     put(entry, "hid", takeChanges(hidServices(tick), hid_));
     const Json drives = drivesMatched_ ? driveList(tick) : Json();
-    if (drives != drives_) entry["drives"] = drives_ = drives;
+    if (drives != drives_) {
+      entry["drives"] = drives;
+      drives_ = drives;
+    }
     if (tick.drivesRaise) entry["drivesRaise"] = *tick.drivesRaise;
     return entry;
   }

@@ -46,8 +46,9 @@ SMCData SMCEncoding::encode(double value) const {
     std::copy(bytes.begin(), bytes.end(), data.begin());
     return data;
   }
-  auto bits = static_cast<uint64_t>(static_cast<int64_t>(stored(value)));
-  for (size_t i = size; i-- > 0; bits >>= 8) data[i] = static_cast<uint8_t>(bits);
+  const auto bits = static_cast<uint64_t>(static_cast<int64_t>(stored(value)));
+  for (int i = 0; i < size; ++i)
+    data[static_cast<size_t>(i)] = static_cast<uint8_t>(bits >> 8 * (size - 1 - i));
   return data;
 }
 

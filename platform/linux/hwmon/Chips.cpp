@@ -143,9 +143,10 @@ std::string firstLine(std::string_view text) {
   constexpr size_t kLongest = 80;
   const size_t end = std::min(text.find_first_of(std::string_view("\r\n\0", 3)), kLongest);
   std::string line(text.substr(0, end));
-  for (char& character : line) {
-    if (character < ' ' || character > '~') character = character == '\t' ? ' ' : '?';
-  }
+  std::replace(line.begin(), line.end(), '\t', ' ');
+  std::replace_if(
+      line.begin(), line.end(), [](char character) { return character < ' ' || character > '~'; },
+      '?');
   return line;
 }
 

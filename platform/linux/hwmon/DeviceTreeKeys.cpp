@@ -51,6 +51,31 @@ auto partners(const DeviceTreeSensor& sensor, const Chip& chip) {
                        [&](const Channel& channel) { return isLabelledAlike(sensor, channel); });
 }
 
+/// REQUIRES: a sensor that is labelled like the channel.
+std::string keyByLabel(const std::vector<DeviceTreeSensor>& sensors, const Chip& chip,
+                       const Channel& channel) {
+  const auto same = std::find_if(
+      sensors.begin(), sensors.end(),
+      [&](const DeviceTreeSensor& sensor) { return isLabelledAlike(sensor, channel); });
+  const bool isUnique = partners(sensors, channel) == 1 && partners(*same, chip) == 1;
+  return isUnique ? same->key : "";
+}
+
+/// The key of the one sensor that fits no label, if the channel is also the only one left over.
+std::string keyOfLastPair(const std::vector<DeviceTreeSensor>& sensors, const Chip& chip,
+                          const Channel& channel) {
+  const auto isLeftSensor = [&](const DeviceTreeSensor& sensor) {
+    return sensor.quantity == channel.quantity && partners(sensor, chip) == 0;
+  };
+  const auto isLeftChannel = [&](const Channel& other) {
+    return other.quantity == channel.quantity && partners(sensors, other) == 0;
+  };
+  const bool isTheLastPair =
+      std::count_if(sensors.begin(), sensors.end(), isLeftSensor) == 1 &&
+      std::count_if(chip.channels.begin(), chip.channels.end(), isLeftChannel) == 1;
+  return isTheLastPair ? std::find_if(sensors.begin(), sensors.end(), isLeftSensor)->key : "";
+}
+
 }  // namespace
 
 std::vector<DeviceTreeSensor> deviceTreeSensors(SystemCalls& calls, const std::string& sys) {
@@ -71,25 +96,8 @@ std::vector<DeviceTreeSensor> deviceTreeSensors(SystemCalls& calls, const std::s
 
 std::string keyOf(const std::vector<DeviceTreeSensor>& sensors, const Chip& chip,
                   const Channel& channel) {
-  const auto isSame = [&](const DeviceTreeSensor& sensor) {
-    return isLabelledAlike(sensor, channel);
-  };
-  const auto same = std::find_if(sensors.begin(), sensors.end(), isSame);
-  if (same != sensors.end()) {
-    const bool isSole = partners(sensors, channel) == 1 && partners(*same, chip) == 1;
-    return isSole ? same->key : "";
-  }
-
-  const auto isLeftSensor = [&](const DeviceTreeSensor& sensor) {
-    return sensor.quantity == channel.quantity && partners(sensor, chip) == 0;
-  };
-  const auto isLeftChannel = [&](const Channel& other) {
-    return other.quantity == channel.quantity && partners(sensors, other) == 0;
-  };
-  const bool isTheLastPair =
-      std::count_if(sensors.begin(), sensors.end(), isLeftSensor) == 1 &&
-      std::count_if(chip.channels.begin(), chip.channels.end(), isLeftChannel) == 1;
-  return isTheLastPair ? std::find_if(sensors.begin(), sensors.end(), isLeftSensor)->key : "";
+  return partners(sensors, channel) > 0 ? keyByLabel(sensors, chip, channel)
+                                        : keyOfLastPair(sensors, chip, channel);
 }
 
 }  // namespace halvermonte::linuxos

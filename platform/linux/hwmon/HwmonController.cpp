@@ -43,28 +43,39 @@ void HwmonController::open() {
 }
 
 void HwmonController::rescan() {
+  const std::map<std::string, Sensor::Memory> memories = memoriesByIdentity();
+  sensors_.clear();
+  gates_.clear();
+  entries_.clear();
+  findSensors();
+  for (const FoundSensor& found : found_) {
+    if (found.key.empty()) continue;
+    addSensor(found);
+    const auto memory = memories.find(identityOf(found));
+    const bool isKept = sensors_.back().isRateLimited() && memory != memories.end();
+    if (isKept) sensors_.back().remember(memory->second);
+  }
+  addFanEntries();
+  std::sort(entries_.begin(), entries_.end(),
+            [](const Entry& first, const Entry& second) { return first.key < second.key; });
+}
+
+std::map<std::string, Sensor::Memory> HwmonController::memoriesByIdentity() const {
   std::map<std::string, Sensor::Memory> memories;
   for (const FoundSensor& found : found_) {
     const Entry* const entry = find(fourCharacterCode(found.key));
     if (entry != nullptr) memories[identityOf(found)] = sensors_[entry->index].memory();
   }
-  sensors_.clear();
-  gates_.clear();
-  entries_.clear();
+  return memories;
+}
+
+void HwmonController::findSensors() {
   chips_ = chipsIn(calls_, sys_);
   found_ = sensorsOf(chips_);
   assignKeys(found_, {deviceTreeSensors(calls_, sys_), processorPackages(calls_, sys_),
                       driveTemperatures_});
-  const auto fans = assignFans(found_, [this](const FoundSensor& fan) { return isTurning(fan); });
-  fanNames_ = fanNames(fans);
-  for (const FoundSensor& found : found_) {
-    if (found.key.empty()) continue;
-    addSensor(found);
-    if (sensors_.back().isRateLimited()) sensors_.back().remember(memories[identityOf(found)]);
-  }
-  addFanEntries();
-  std::sort(entries_.begin(), entries_.end(),
-            [](const Entry& first, const Entry& second) { return first.key < second.key; });
+  fanNames_ =
+      fanNames(assignFans(found_, [this](const FoundSensor& fan) { return isTurning(fan); }));
 }
 
 void HwmonController::addSensor(const FoundSensor& found) {
@@ -187,18 +198,19 @@ SensorListing HwmonController::makeListing(const FoundSensor& found) {
                         .reason = found.key.empty() ? found.reason : "",
                         .state = "not read",
                         .raw = ""};
-  const auto describe = [&](Sensor& sensor) {
-    sensor.read(pass_);
-    listing.state = sensor.state();
-    listing.raw = sensor.raw();
-  };
   if (const Entry* const entry = find(fourCharacterCode(found.key))) {
-    describe(sensors_[entry->index]);
+    readInto(listing, sensors_[entry->index]);
   } else if (readPolicyOf(found) != ReadPolicy::onRequest || driveTemperatures_) {
     Sensor once(calls_, found.path(), makeTraits(found));
-    describe(once);
+    readInto(listing, once);
   }
   return listing;
+}
+
+void HwmonController::readInto(SensorListing& listing, Sensor& sensor) const {
+  sensor.read(pass_);
+  listing.state = sensor.state();
+  listing.raw = sensor.raw();
 }
 
 }  // namespace halvermonte::linuxos

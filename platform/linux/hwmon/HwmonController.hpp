@@ -3,6 +3,7 @@
 
 #include <cstdint>
 #include <deque>
+#include <map>
 #include <string>
 #include <vector>
 
@@ -43,6 +44,8 @@ class HwmonController {
   };
 
   void rescan();
+  std::map<std::string, Sensor::Memory> memoriesByIdentity() const;
+  void findSensors();
   void addSensor(const FoundSensor& found);
   void addFanEntries();
   Sensor::Traits makeTraits(const FoundSensor& found);
@@ -51,6 +54,7 @@ class HwmonController {
   bool isTurning(const FoundSensor& fan);
   const Entry* find(uint32_t key) const;
   SensorListing makeListing(const FoundSensor& found);
+  void readInto(SensorListing& listing, Sensor& sensor) const;
 
   SystemCalls& calls_;
   std::string sys_;

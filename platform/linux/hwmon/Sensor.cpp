@@ -1,6 +1,5 @@
 #include "platform/linux/hwmon/Sensor.hpp"
 
-#include <algorithm>
 #include <array>
 #include <system_error>
 
@@ -26,10 +25,11 @@ bool Gate::readState() {
   std::array<char, 32> buffer;
   const std::string_view text = trimmed(file_.read(buffer));
   switch (kind_) {
+    // If the file cannot be read, the sensor is still tried.
     case Kind::fault:
       return integer(text).value_or(0) == 0;
     case Kind::enable:
-      return integer(text) != 0;
+      return integer(text).value_or(1) != 0;
     case Kind::power:
       break;
   }
@@ -58,9 +58,7 @@ std::optional<double> Sensor::read(const Pass& pass) {
 }
 
 void Sensor::update(const Pass& pass) {
-  const auto closed = std::find_if(traits_.gates.begin(), traits_.gates.end(),
-                                   [&](Gate* gate) { return !gate->checkOpen(pass); });
-  closedGate_ = closed == traits_.gates.end() ? nullptr : *closed;
+  closedGate_ = findClosedGate(pass);
   if (closedGate_ != nullptr) {
     value_.reset();
     raw_.clear();
@@ -69,14 +67,26 @@ void Sensor::update(const Pass& pass) {
   }
   if (pass.seconds < nextRead_) return;
   const bool wasLost = file_.isLost();
-  const bool hadFailed = file_.error() != 0;
   if (wasLost) file_.reopen();
-  // A driver may wait for half a second before it fails, and all other sensors with it.
-  const double began = hadFailed ? calls_->steadySeconds() : 0;
-  value_ = readFile();
-  const bool failedSlowly =
-      hadFailed && file_.error() != 0 && calls_->steadySeconds() - began > kSlowSeconds;
+  const bool failedSlowly = readTimed();
   if (traits_.isRateLimited || wasLost || failedSlowly) nextRead_ = pass.seconds + kRetrySeconds;
+}
+
+const Gate* Sensor::findClosedGate(const Pass& pass) const {
+  for (Gate* const gate : traits_.gates) {
+    if (!gate->checkOpen(pass)) return gate;
+  }
+  return nullptr;
+}
+
+bool Sensor::readTimed() {
+  if (file_.error() == 0) {
+    value_ = readFile();
+    return false;
+  }
+  const double began = calls_->steadySeconds();
+  value_ = readFile();
+  return file_.error() != 0 && calls_->steadySeconds() - began > kSlowSeconds;
 }
 
 std::optional<double> Sensor::readFile() {

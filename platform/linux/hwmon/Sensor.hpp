@@ -80,6 +80,10 @@ class Sensor {
 
  private:
   void update(const Pass& pass);
+  const Gate* findClosedGate(const Pass& pass) const;
+  /// Reads the file, and measures the time if the last reading failed. Returns true if this one
+  /// fails after a wait: a driver may take half a second to fail, and holds up all other sensors.
+  bool readTimed();
   std::optional<double> readFile();
 
   SystemCalls* calls_;
