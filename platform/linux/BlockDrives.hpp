@@ -1,6 +1,7 @@
 // The computer's drives and their byte counters.
 #pragma once
 
+#include <cstddef>
 #include <optional>
 #include <string>
 #include <string_view>

@@ -9,8 +9,10 @@
 #include <array>
 #include <cerrno>
 #include <csignal>
+#include <cstddef>
 
 #include "platform/linux/Files.hpp"
+#include "platform/linux/SystemCalls.hpp"
 
 namespace halvermonte::linuxos {
 namespace {

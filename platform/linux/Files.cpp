@@ -1,6 +1,7 @@
 #include "platform/linux/Files.hpp"
 
 #include <dirent.h>
+#include <sys/types.h>
 
 #include <algorithm>
 #include <array>

@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "platform/linux/Files.hpp"
+#include "platform/linux/SystemCalls.hpp"
 
 namespace halvermonte::linuxos {
 

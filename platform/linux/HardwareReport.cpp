@@ -1,5 +1,7 @@
 #include "platform/linux/HardwareReport.hpp"
 
+#include <string_view>
+
 #include "platform/portable/XMLText.hpp"
 
 namespace halvermonte::linuxos {

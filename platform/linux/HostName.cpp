@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cstddef>
 
 #include "platform/linux/Files.hpp"
 #include "platform/linux/Text.hpp"

@@ -1,10 +1,11 @@
 #include "platform/linux/KeptFile.hpp"
 
 #include <sys/resource.h>
+#include <sys/types.h>
 
 #include <algorithm>
 #include <cerrno>
-#include <utility>
+#include <cstddef>
 
 namespace halvermonte::linuxos {
 namespace {

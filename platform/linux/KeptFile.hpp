@@ -7,6 +7,7 @@
 #include <utility>
 
 #include "platform/linux/Files.hpp"
+#include "platform/linux/SystemCalls.hpp"
 
 namespace halvermonte::linuxos {
 

@@ -4,6 +4,8 @@
 
 #include <algorithm>
 #include <charconv>
+#include <cstddef>
+#include <system_error>
 
 namespace halvermonte::linuxos {
 namespace {

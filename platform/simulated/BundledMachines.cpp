@@ -1,10 +1,14 @@
 #include "platform/simulated/BundledMachines.hpp"
 
 #include <algorithm>
+#include <cstddef>
+#include <optional>
 
 #include "platform/FourCharacterCode.hpp"
 #include "platform/simulated/JsonPlace.hpp"
+#include "platform/simulated/JsonValue.hpp"
 #include "platform/simulated/MachineFile.hpp"
+#include "platform/simulated/SMCAnswer.hpp"
 
 namespace halvermonte {
 namespace {

@@ -1,8 +1,12 @@
 #include "platform/simulated/DriveReader.hpp"
 
+#include <cstdint>
+#include <optional>
 #include <string>
 #include <variant>
 #include <vector>
+
+#include "platform/portable/Machine.hpp"
 
 namespace halvermonte {
 namespace {

@@ -1,7 +1,11 @@
 #include "platform/simulated/HardwareReportReader.hpp"
 
+#include <cstddef>
+#include <cstdint>
 #include <locale>
 #include <sstream>
+#include <string_view>
+#include <variant>
 
 #include "platform/portable/XMLText.hpp"
 

@@ -1,5 +1,7 @@
 #include "platform/simulated/HexText.hpp"
 
+#include <cstddef>
+
 namespace halvermonte {
 namespace {
 

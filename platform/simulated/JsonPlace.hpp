@@ -2,6 +2,7 @@
 // throws MachineFileError naming the place and the expectation.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <initializer_list>
 #include <limits>

@@ -1,6 +1,7 @@
 // A JSON text as a tree, its members in the order of the text.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <string>
 #include <string_view>

@@ -1,6 +1,5 @@
 #include "platform/simulated/MachineFile.hpp"
 
-#include <algorithm>
 #include <cerrno>
 #include <cstdio>
 #include <cstring>
@@ -10,6 +9,8 @@
 #include "platform/simulated/DriveReader.hpp"
 #include "platform/simulated/HIDReader.hpp"
 #include "platform/simulated/HardwareReportReader.hpp"
+#include "platform/simulated/JsonPlace.hpp"
+#include "platform/simulated/JsonValue.hpp"
 #include "platform/simulated/SMCReader.hpp"
 
 namespace halvermonte {

@@ -1,11 +1,16 @@
 #include "platform/simulated/RecordingWriter.hpp"
 
 #include <algorithm>
+#include <cstddef>
+#include <memory>
 #include <nlohmann/json.hpp>
+#include <string_view>
+#include <variant>
 
 #include "platform/ASCII.hpp"
 #include "platform/FourCharacterCode.hpp"
 #include "platform/Values.hpp"
+#include "platform/portable/Machine.hpp"
 #include "platform/simulated/HIDKindNames.hpp"
 #include "platform/simulated/HexText.hpp"
 

@@ -1,6 +1,7 @@
 // A recording as the text of a machine file.
 #pragma once
 
+#include <cstdint>
 #include <map>
 #include <optional>
 #include <string>

@@ -1,13 +1,22 @@
 #include "platform/simulated/SMCReader.hpp"
 
 #include <algorithm>
+#include <cstddef>
+#include <cstdint>
 #include <locale>
+#include <optional>
 #include <sstream>
+#include <string>
+#include <string_view>
+#include <variant>
 
 #include "platform/ASCII.hpp"
 #include "platform/FanDescriptor.hpp"
 #include "platform/FourCharacterCode.hpp"
+#include "platform/portable/Machine.hpp"
 #include "platform/simulated/HexText.hpp"
+#include "platform/simulated/SMCAnswer.hpp"
+#include "platform/simulated/Wave.hpp"
 #include "platform/simulated/WaveReader.hpp"
 
 namespace halvermonte {

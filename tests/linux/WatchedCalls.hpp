@@ -1,12 +1,16 @@
 // System calls that a test counts, makes fail, and whose clock it sets.
 #pragma once
 
+#include <sys/types.h>
+
 #include <algorithm>
 #include <cerrno>
+#include <cstddef>
 #include <functional>
 #include <map>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include "platform/linux/SystemCalls.hpp"

@@ -1,12 +1,16 @@
 #include "platform/linux/BlockDrives.hpp"
 
 #include <gmock/gmock.h>
-#include <sys/resource.h>
-#include <unistd.h>
 
+#include <cerrno>
+#include <cstddef>
 #include <cstdint>
+#include <string>
+#include <variant>
+#include <vector>
 
 #include "tests/linux/Computer.hpp"
+#include "tests/linux/FewDescriptors.hpp"
 #include "tests/linux/WatchedCalls.hpp"
 
 namespace halvermonte::test {
@@ -222,22 +226,6 @@ TEST(BlockDrives, SourceInATableIsTheTableAndTheName) {
   ASSERT_EQ(machine.driveCount(), 1u);
   EXPECT_EQ(machine.driveSource(0), tree.at("proc/diskstats").string() + " sda");
 }
-
-/// Lowers how many descriptors the process may hold, until the end.
-class FewDescriptors {
- public:
-  explicit FewDescriptors(rlim_t count) {
-    getrlimit(RLIMIT_NOFILE, &former_);
-    const rlimit few{count, former_.rlim_max};
-    setrlimit(RLIMIT_NOFILE, &few);
-  }
-  FewDescriptors(const FewDescriptors&) = delete;
-  FewDescriptors& operator=(const FewDescriptors&) = delete;
-  ~FewDescriptors() { setrlimit(RLIMIT_NOFILE, &former_); }
-
- private:
-  rlimit former_{};
-};
 
 TEST(BlockDrives, ShortOfDescriptorsEachReadOpensAndCloses) {
   Tree tree;

@@ -2,12 +2,16 @@
 
 #include <fcntl.h>
 #include <gmock/gmock.h>
+#include <sys/types.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
 #include <array>
 #include <cerrno>
 #include <csignal>
+#include <optional>
+#include <string>
+#include <vector>
 
 #include "platform/linux/LinuxMachine.hpp"
 
@@ -176,7 +180,11 @@ TEST(Commands, HostWithoutStandardOutputIsServed) {
 TEST(Commands, AbsentWhereNoDescriptorIsLeft) {
   LinuxMachine machine;
   std::vector<int> held;
-  for (int next; (next = open("/dev/null", O_RDONLY | O_CLOEXEC)) >= 0;) held.push_back(next);
+  for (;;) {
+    const int next = open("/dev/null", O_RDONLY | O_CLOEXEC);
+    if (next < 0) break;
+    held.push_back(next);
+  }
   const auto output = machine.outputOfCommand("echo");
   for (const int descriptor : held) close(descriptor);
   EXPECT_EQ(output, std::nullopt);

@@ -1,5 +1,9 @@
 #include <gmock/gmock.h>
 
+#include <optional>
+#include <string>
+#include <string_view>
+
 #include "platform/linux/HostName.hpp"
 #include "tests/linux/Tree.hpp"
 

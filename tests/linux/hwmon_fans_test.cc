@@ -1,6 +1,10 @@
 // Fans: which ones, in which order, under which names.
 #include <gmock/gmock.h>
 
+#include <string>
+#include <utility>
+#include <vector>
+
 #include "tests/linux/Computer.hpp"
 
 namespace halvermonte::test {

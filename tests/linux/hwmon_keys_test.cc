@@ -1,6 +1,10 @@
 // Which key each of a computer's sensors is read by.
 #include <gmock/gmock.h>
 
+#include <cstddef>
+#include <string>
+#include <vector>
+
 #include "tests/linux/Computer.hpp"
 
 namespace halvermonte::test {

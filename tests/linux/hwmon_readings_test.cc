@@ -1,8 +1,15 @@
 // When a sensor is read, and what is no reading.
 #include <gmock/gmock.h>
-#include <sys/resource.h>
+
+#include <algorithm>
+#include <cerrno>
+#include <memory>
+#include <string>
+#include <utility>
+#include <vector>
 
 #include "tests/linux/Computer.hpp"
+#include "tests/linux/FewDescriptors.hpp"
 #include "tests/linux/WatchedCalls.hpp"
 
 namespace halvermonte::test {
@@ -279,20 +286,15 @@ TEST_F(HwmonReadings, EveryOpenAndReadMayFailOnceAndEndsAtMostOneReading) {
 }
 
 TEST_F(HwmonReadings, ShortOfDescriptorsFilesAreOpenedEachTimeAndListedSo) {
-  rlimit former{};
-  getrlimit(RLIMIT_NOFILE, &former);
-  const rlimit few{16, former.rlim_max};
-  std::vector<ChannelFiles> channels;
   for (int i = 0; i < 30; ++i) {
     addChip(tree, 40 + i, "jc42", "pci0000:00/i2c-0/0-00" + std::to_string(10 + i),
             {{"temp1", std::to_string(20000 + i * 1000)}});
   }
-  setrlimit(RLIMIT_NOFILE, &few);
+  const FewDescriptors few(16);
   EXPECT_EQ(package(), 51);
   EXPECT_EQ(temperature(machine(), "TM0P"), 20);
   EXPECT_EQ(temperature(machine(), "Tm0X"), 35);
   const SensorInventory inventory = machine().inventory();
-  setrlimit(RLIMIT_NOFILE, &former);
   const auto openedEachTime =
       std::count_if(inventory.begin(), inventory.end(),
                     [](const SensorListing& sensor) { return sensor.state == "opened each time"; });

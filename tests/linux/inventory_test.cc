@@ -2,6 +2,8 @@
 
 #include <gmock/gmock.h>
 
+#include <cerrno>
+
 #include "tests/linux/Computer.hpp"
 #include "tests/linux/WatchedCalls.hpp"
 

@@ -1,7 +1,10 @@
 // The processor: its name and its cores.
 #include <gmock/gmock.h>
 
+#include <cstdint>
+#include <optional>
 #include <string>
+#include <string_view>
 #include <utility>
 
 #include "platform/Foundation.hpp"

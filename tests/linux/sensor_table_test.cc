@@ -5,6 +5,9 @@
 #include <fstream>
 #include <set>
 #include <sstream>
+#include <string>
+#include <string_view>
+#include <utility>
 
 #include "engine/Catalogue.hpp"
 #include "platform/linux/Text.hpp"

@@ -9,6 +9,8 @@
 #include <fstream>
 #include <iterator>
 #include <sstream>
+#include <string>
+#include <string_view>
 
 #include "platform/linux/Files.hpp"
 #include "tests/linux/Tree.hpp"

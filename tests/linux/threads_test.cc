@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include <thread>
+#include <variant>
 #include <vector>
 
 #include "tests/linux/Computer.hpp"

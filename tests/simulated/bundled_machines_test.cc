@@ -1,7 +1,12 @@
 // The machines that come with the library: found by name, and alive under the engine.
 #include <gtest/gtest.h>
 
+#include <cstddef>
+#include <memory>
 #include <set>
+#include <string>
+#include <utility>
+#include <vector>
 
 #include "engine/HalvermonteSensorsEngine.hpp"
 #include "platform/simulated/BundledMachines.hpp"

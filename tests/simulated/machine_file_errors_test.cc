@@ -4,6 +4,7 @@
 #include <cstdio>
 #include <fstream>
 #include <span>
+#include <string>
 
 #include "tests/simulated/MachineTexts.hpp"
 

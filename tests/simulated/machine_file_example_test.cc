@@ -2,6 +2,8 @@
 #include <gtest/gtest.h>
 
 #include <fstream>
+#include <memory>
+#include <string>
 
 #include "engine/HalvermonteSensorsEngine.hpp"
 #include "platform/simulated/SimulatedMachine.hpp"

@@ -1,5 +1,10 @@
 #include <gtest/gtest.h>
 
+#include <cstddef>
+#include <memory>
+#include <string>
+#include <vector>
+
 #include "engine/HalvermonteSensorsEngine.hpp"
 #include "platform/simulated/BundledMachines.hpp"
 #include "platform/simulated/MachineRecorder.hpp"

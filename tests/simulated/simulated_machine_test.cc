@@ -1,6 +1,13 @@
 // A simulated machine apart from its controller: clock, sensors, drives, texts.
 #include <gtest/gtest.h>
 
+#include <cstddef>
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <variant>
+#include <vector>
+
 #include "platform/Foundation.hpp"
 #include "tests/simulated/MachineTexts.hpp"
 

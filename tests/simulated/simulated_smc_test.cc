@@ -1,9 +1,16 @@
 // The controller of a simulated machine.
 #include <gtest/gtest.h>
 
+#include <array>
 #include <bit>
 #include <cmath>
+#include <cstddef>
+#include <cstdint>
+#include <limits>
 #include <numbers>
+#include <string>
+#include <utility>
+#include <vector>
 
 #include "tests/simulated/MachineTexts.hpp"
 

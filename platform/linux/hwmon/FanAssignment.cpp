@@ -5,6 +5,7 @@
 
 #include "platform/FanDescriptor.hpp"
 #include "platform/linux/Text.hpp"
+#include "platform/linux/hwmon/Chips.hpp"
 
 namespace halvermonte::linuxos {
 namespace {

@@ -3,11 +3,14 @@
 #include <algorithm>
 #include <cstring>
 #include <map>
+#include <optional>
 #include <utility>
 
 #include "platform/FanDescriptor.hpp"
 #include "platform/FourCharacterCode.hpp"
+#include "platform/linux/Files.hpp"
 #include "platform/linux/ProcessorCores.hpp"
+#include "platform/linux/hwmon/DeviceTreeKeys.hpp"
 #include "platform/linux/hwmon/FanAssignment.hpp"
 
 namespace halvermonte::linuxos {

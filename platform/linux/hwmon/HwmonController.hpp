@@ -1,6 +1,7 @@
 // The controller that answers SMC keys from the kernel's hardware monitoring.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <deque>
 #include <map>
@@ -9,8 +10,11 @@
 
 #include "platform/linux/FolderWatch.hpp"
 #include "platform/linux/Inventory.hpp"
+#include "platform/linux/SystemCalls.hpp"
+#include "platform/linux/hwmon/Chips.hpp"
 #include "platform/linux/hwmon/KeyAssignment.hpp"
 #include "platform/linux/hwmon/Sensor.hpp"
+#include "platform/linux/hwmon/SensorTable.hpp"
 #include "platform/portable/Machine.hpp"
 
 namespace halvermonte::linuxos {

@@ -1,7 +1,9 @@
 #include "platform/linux/hwmon/KeyAssignment.hpp"
 
 #include <algorithm>
+#include <functional>
 #include <set>
+#include <string_view>
 
 #include "platform/linux/Text.hpp"
 

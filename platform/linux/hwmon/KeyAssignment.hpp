@@ -1,6 +1,7 @@
 // Which key each sensor is read by.
 #pragma once
 
+#include <cstddef>
 #include <string>
 #include <vector>
 

@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "platform/linux/KeptFile.hpp"
+#include "platform/linux/SystemCalls.hpp"
 
 namespace halvermonte::linuxos {
 

@@ -1,6 +1,7 @@
 #include "platform/linux/hwmon/SensorTable.hpp"
 
 #include <array>
+#include <cstddef>
 
 namespace halvermonte::linuxos {
 namespace {
