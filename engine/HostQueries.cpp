@@ -10,6 +10,7 @@
 
 #include "engine/HalvermonteSensorsEngine.hpp"
 #include "platform/Foundation.hpp"
+#include "platform/HardwareReportCommand.hpp"
 
 namespace halvermonte {
 namespace {
@@ -62,7 +63,7 @@ float floatOf(std::string_view text) {
 }  // namespace
 
 Text HalvermonteSensorsEngine::askSytemInfoForProcessorName() {
-  const auto report = foundation::outputOfCommand("system_profiler SPHardwareDataType -xml");
+  const auto report = foundation::outputOfCommand(std::string(kHardwareReportCommand));
   const Dictionary hardware = report ? reportedHardware(*report) : Dictionary();
   const Value intel = hardware.find("cpu_type");
   const Value name = intel ? intel : hardware.find("chip_type");

@@ -8,20 +8,16 @@
 #include <string_view>
 #include <type_traits>
 
+#include "platform/FourCharacterCode.hpp"
 #include "platform/Processor.hpp"
 #include "smc/ParameterRecord.hpp"
 #include "smc/SMC.h"
 
+using halvermonte::fourCharacterCode;
 using halvermonte::kProcessor;
 using halvermonte::Processor;
 
 namespace {
-
-constexpr uint32_t fourCharacterCode(const char (&text)[5]) {
-  uint32_t code = 0;
-  for (int i = 0; i < 4; ++i) code = code << 8 | static_cast<unsigned char>(text[i]);
-  return code;
-}
 
 bool hasType(const SMCValue& value, const char (&type)[5]) {
   return std::memcmp(value.dataType, type, sizeof type) == 0;

@@ -6,6 +6,7 @@
 #include <map>
 #include <mutex>
 
+#include "platform/ASCII.hpp"
 #include "platform/Conversions.hpp"
 #include "platform/Values.hpp"
 #include "platform/portable/Objects.hpp"
@@ -37,10 +38,6 @@ bool retains(const CallBacks* callBacks, const CallBacks& platforms, const char*
   return callBacks != nullptr;
 }
 
-bool isASCII(std::string_view characters) {
-  return std::ranges::all_of(characters, [](char c) { return static_cast<uint8_t>(c) < 0x80; });
-}
-
 }  // namespace
 
 CFTypeRef CFRetain(CFTypeRef object) {
@@ -56,7 +53,7 @@ CFStringRef CFStringCreateWithCString(CFAllocatorRef, const char* characters,
                                       CFStringEncoding encoding) {
   switch (encoding) {
     case kCFStringEncodingMacRoman:
-      return isASCII(characters) ? new __CFString(characters) : nullptr;
+      return halvermonte::isASCII(characters) ? new __CFString(characters) : nullptr;
     case kCFStringEncodingUTF8:
       return halvermonte::Text::fromUTF8(characters) ? new __CFString(characters) : nullptr;
     default:

@@ -9,18 +9,6 @@
 
 namespace halvermonte::test {
 
-uint32_t fourCharacterCode(std::string_view characters) {
-  uint32_t code = 0;
-  for (const char character : characters) code = code << 8 | static_cast<uint8_t>(character);
-  return code;
-}
-
-std::string charactersOf(uint32_t code) {
-  std::string characters;
-  for (int shift = 24; shift >= 0; shift -= 8) characters += static_cast<char>(code >> shift);
-  return characters;
-}
-
 KeyAnswer&& KeyAnswer::withSize(uint32_t size) && {
   info.dataSize = size;
   return std::move(*this);

@@ -9,14 +9,10 @@
 #include <string_view>
 #include <vector>
 
+#include "platform/FourCharacterCode.hpp"
 #include "platform/portable/Machine.hpp"
 
 namespace halvermonte::test {
-
-/// The four characters as a code, the first one highest; each counts as unsigned.
-uint32_t fourCharacterCode(std::string_view characters);
-/// The code's four characters.
-std::string charactersOf(uint32_t code);
 
 /// What the controller answers to both commands for one key.
 struct KeyAnswer {
