@@ -34,6 +34,20 @@ class ObjectiveCTest : public ::testing::Test {
   Pool pool_;
 };
 
+/// Lets the thread that has it send messages: GNUstep wants to know of threads that it did not
+/// start.
+class ForeignThread {
+ public:
+#ifdef GNUSTEP
+  ForeignThread() { GSRegisterCurrentThread(); }
+  ~ForeignThread() { GSUnregisterCurrentThread(); }
+#else
+  ForeignThread() {}
+#endif
+  ForeignThread(const ForeignThread&) = delete;
+  ForeignThread& operator=(const ForeignThread&) = delete;
+};
+
 /// The exception that the call raises; nil if it raises none.
 NSException* raisedBy(const std::function<void()>& call);
 

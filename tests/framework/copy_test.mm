@@ -3,16 +3,13 @@
 #include "platform/apple/Bridging.hpp"
 #include "tests/framework/ObjectiveC.hpp"
 #include "tests/record/PropertyTable.hpp"
-#include "tests/support/TestMachine.hpp"
 
 namespace {
 
-using halvermonte::ScopedMachine;
 using halvermonte::test::CopyRule;
 using halvermonte::test::Kind;
 using halvermonte::test::Property;
 using halvermonte::test::propertyTable;
-using halvermonte::test::TestMachine;
 
 NSString* keyOf(const Property& property) { return halvermonte::stringOf(property.name); }
 
@@ -48,8 +45,6 @@ class RecordCopyTest : public ObjectiveCTest {
     [receiver_ release];
   }
 
-  TestMachine machine_;
-  ScopedMachine scope_{machine_};
   StatisticsData* source_ = [[StatisticsData alloc] init];
   StatisticsData* receiver_ = [[StatisticsData alloc] init];
 };
@@ -123,7 +118,7 @@ TEST_F(RecordCopyTest, GoesThroughTheAccessorsOfASubclassInTheOrderOfTurns) {
 
 TEST_F(RecordCopyTest, RaisesAtATextThatTheSourceLacks) {
   [source_ setModelName:@"new"];
-  [source_ setUptimeText:nil];
+  [source_ setValue:nil forKey:@"uptimeText"];
   NSNumber* const limit = [receiver_ battery_limit];
   EXPECT_TRUE(raisedBy([&] { [receiver_ populateStatisticsDataFrom:source_]; }) != nil);
   EXPECT_EQ(halvermonte::charactersOf([receiver_ modelName]), "new");

@@ -278,6 +278,16 @@ TEST_F(EngineTest, NamesAreNilWithoutAServiceList) {
   EXPECT_EQ([[engine_ returnThermalValues] count], 0u);
 }
 
+TEST_F(EngineTest, ARecordTakesItsNameAndDateFromTheMachine) {
+  machine_.hostName = "Büro";
+  machine_.now = 1'700'000'000.5;
+  StatisticsData* const record = [[[StatisticsData alloc] init] autorelease];
+  EXPECT_EQ(textOf([record hostName]), "Büro");
+  EXPECT_EQ([[record appsUpdateTime] timeIntervalSince1970], 1'700'000'000.5);
+  machine_.hostName = std::nullopt;
+  EXPECT_TRUE([[[[StatisticsData alloc] init] autorelease] hostName] == nil);
+}
+
 TEST_F(EngineTest, AnswersAboutItsHost) {
   EXPECT_EQ(textOf([engine_ askSytemInfoForProcessorName]), "Apple M1");
   EXPECT_EQ([engine_ physicalCores], 8);

@@ -6,7 +6,6 @@
 #include "platform/Foundation.hpp"
 #include "tests/record/PropertyTable.hpp"
 #include "tests/support/RecordTexts.hpp"
-#include "tests/support/TestMachine.hpp"
 
 namespace halvermonte::test {
 namespace {
@@ -86,8 +85,6 @@ bool isFresh(const Value& copy, const Value& original, CopyRule rule) {
 
 class CopyTest : public ::testing::Test {
  protected:
-  TestMachine machine_;
-  ScopedMachine scope_{machine_};
   StatisticsData source_;
   StatisticsData receiver_;
   const Contents sourceContents_ = filled(source_, "the source", 1);
@@ -236,8 +233,8 @@ TEST_F(CopyTest, TheRefusalNamesTheProperty) {
 }
 
 TEST_F(CopyTest, ARecordOfAComputerWithoutANameCannotBeCopied) {
-  machine_.hostName.reset();
-  const StatisticsData nameless;
+  StatisticsData nameless;
+  nameless.setHostName(Text());
   EXPECT_THROW(receiver_.populateStatisticsDataFrom(nameless), PlatformException);
 }
 
