@@ -1,4 +1,5 @@
-// A host in Objective-C: samples once a second and prints what it may show.
+// A host in Objective-C: samples once a second and prints what it may show, as often as its
+// argument says, or until it is stopped.
 #import <HalvermonteSensorsEngine/HalvermonteSensorsEngine.h>
 
 static void show(NSDictionary<NSString*, NSString*>* readings, const char* unit) {
@@ -9,11 +10,13 @@ static void show(NSDictionary<NSString*, NSString*>* readings, const char* unit)
   }
 }
 
-int main(void) {
+int main(int count, char** arguments) {
+  const int passes = count > 1 ? atoi(arguments[1]) : INT_MAX;
   // Takes seconds: the processor's name comes from a system tool.
   HalvermonteSensorsEngine* engine = [[HalvermonteSensorsEngine alloc] init];
   StatisticsData* record = [[StatisticsData alloc] init];
-  for (;;) {
+  for (int pass = 0; pass < passes; ++pass) {
+    if (pass > 0) [NSThread sleepForTimeInterval:1];
     @autoreleasepool {
       [engine getSensorsInfo:record];
       show(record.sensors, "degrees C");
@@ -21,6 +24,5 @@ int main(void) {
       printf("read %s, write %s\n\n", record.diskIO_speedReadText.UTF8String,
              record.diskIO_speedWriteText.UTF8String);
     }
-    [NSThread sleepForTimeInterval:1];
   }
 }
