@@ -24,7 +24,7 @@
 namespace halvermonte {
 namespace {
 
-const Questions kOwnAnswers;
+const Questions kOwnQuestions;
 
 /// The pass's connection: opened into the engine's `conn`, which is 0 again once it is closed. A
 /// connection that did not open is read and closed all the same, as 0, which is never open: known
@@ -63,7 +63,7 @@ Array sensorReadings(CFMutableArrayRef (*read)(CFDictionaryRef), uint32_t page, 
 
 }  // namespace
 
-HalvermonteSensorsEngine::HalvermonteSensorsEngine() : HalvermonteSensorsEngine(kOwnAnswers) {}
+HalvermonteSensorsEngine::HalvermonteSensorsEngine() : HalvermonteSensorsEngine(kOwnQuestions) {}
 
 HalvermonteSensorsEngine::HalvermonteSensorsEngine(const Questions& questions)
     : questions_(questions), state_(std::make_unique<EngineState>()) {

@@ -8,8 +8,8 @@
 
 namespace halvermonte {
 
-/// The engine's own answers. A face of the engine in another language overrides them, so that a
-/// host's subclass there is asked.
+/// Asks the engine's own functions. A face of the engine in another language overrides this, so
+/// that a host's subclass there is asked.
 class Questions {
  public:
   virtual ~Questions() = default;

@@ -4,7 +4,7 @@
  * its passes must not overlap. The record's properties may be read from any thread meanwhile.
  *
  * The engine sends itself askSytemInfoForProcessorName, then physicalCores in init, and
- * returnThermalValues in each pass: a subclass may answer them instead. */
+ * returnThermalValues in each pass: a subclass may override them. */
 #ifdef __OBJC__
 #import <Foundation/Foundation.h>
 #endif

@@ -10,7 +10,7 @@ using halvermonte::test::TestMachine;
 
 namespace {
 
-/// What the subclass answers. It is asked before a test has its engine in hand.
+/// What the subclass returns. It is asked before a test has its engine in hand.
 NSString* processorName = nil;
 int cores = 0;
 id readings = nil;
@@ -40,7 +40,7 @@ std::vector<std::string> asked;
 
 @end
 
-/// Adds to what the class itself answers.
+/// Adds to what the class itself returns.
 @interface AddingEngine : HalvermonteSensorsEngine
 @end
 
