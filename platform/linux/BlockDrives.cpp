@@ -13,11 +13,11 @@
 namespace halvermonte::linuxos {
 namespace {
 
-/// Numbered names of what is no drive, or lies on other drives.
+/// Numbered names of devices that are not drives, or lie on other drives.
 constexpr auto kOtherDevices = std::to_array<std::string_view>(
     {"bcache", "dm-", "drbd", "fd", "loop", "md", "nbd", "ram", "rbd", "sr", "zd", "zram"});
 
-/// Names of whole drives where only names are known: lettered, and numbered.
+/// Names of whole drives, with a letter or a number behind. Used if only names are known.
 constexpr auto kLetteredDrives = std::to_array<std::string_view>({"dasd", "hd", "sd", "vd", "xvd"});
 constexpr auto kNumberedDrives = std::to_array<std::string_view>({"mmcblk", "mtdblock", "pmem"});
 
@@ -26,7 +26,7 @@ bool isLettered(std::string_view name, std::string_view prefix) {
          name.find_first_not_of("abcdefghijklmnopqrstuvwxyz") == name.npos;
 }
 
-/// "nvme0n1", of which "nvme0c3n1" is a path.
+/// Matches "nvme0n1". "nvme0c3n1" is one of its paths.
 bool isNvme(std::string_view name) {
   const size_t space = name.find('n', 4);
   return space != name.npos && isNumbered(name.substr(0, space), "nvme") &&
@@ -57,7 +57,7 @@ bool isNvmePathOf(std::string_view name, std::string_view head) {
 }
 
 std::optional<int64_t> bytes(std::string_view sectors) {
-  constexpr uint64_t kSectorBytes = 512;  // whatever the drive's own blocks are
+  constexpr uint64_t kSectorBytes = 512;  // even if the drive has larger blocks
   const std::optional<uint64_t> count = unsignedInteger(sectors);
   return count ? std::optional(static_cast<int64_t>(*count * kSectorBytes)) : std::nullopt;
 }
@@ -170,7 +170,7 @@ std::vector<BlockDrives::Entry> BlockDrives::findDrivesInTable() const {
 }
 
 bool BlockDrives::isDrive(const std::string& name, const std::string& path) const {
-  // The head of a multipath drive is the one drive that the kernel counts as virtual.
+  // The kernel lists the head of a multipath drive as virtual, but it is a drive.
   const bool isVirtual =
       path.starts_with("virtual/") && !path.starts_with("virtual/nvme-subsystem/");
   if (isVirtual || isOtherDevice(name)) return false;
@@ -200,7 +200,7 @@ std::optional<DriveStatistics> BlockDrives::readStatistics(Entry& drive) const {
   if (drive.stats.empty()) return tableStatistics(drive.name);
   std::optional<DriveStatistics> sum = readStat(drive.stats.front());
   if (!sum || !isIdle(*sum)) return sum;
-  // Before Linux 6.2 only the paths of a multipath drive are counted.
+  // Before Linux 6.2 the kernel counts only the paths of a multipath drive.
   for (KeptFile& path : std::span(drive.stats).subspan(1)) add(*sum, readStat(path));
   return sum;
 }

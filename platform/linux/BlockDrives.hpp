@@ -13,33 +13,34 @@
 
 namespace halvermonte::linuxos {
 
-/// The bytes of a drive, from the text of its `stat` file or from what follows the name in a line
-/// of /proc/diskstats; absent where the text is neither.
+/// The bytes of a drive, from the text of its `stat` file or from the counters of its line in
+/// /proc/diskstats. Absent if the text is neither.
 std::optional<DriveStatistics> driveStatistics(std::string_view counters);
 
-/// Whole physical drives, each once: what is stacked on them (partitions, mapped and RAID devices),
-/// what is no drive (memory, loop and network devices, optical and floppy drives) and what is empty
-/// does not count. Not locked.
+/// Whole physical drives, each counted once. Leaves out devices that lie on other drives
+/// (partitions, mapped and RAID devices), devices that are not drives (memory, loop and network
+/// devices, optical and floppy drives) and empty card readers. Not thread-safe.
 class BlockDrives {
  public:
   BlockDrives(SystemCalls& calls, const std::string& sys, const std::string& proc);
 
-  /// Looks for drives and returns how many were ever found. A drive keeps its index; one that has
-  /// gone stays unreadable, and gets another index when it comes back. The drives of one look are
-  /// in the order of the hardware.
+  /// Looks for drives, and returns how many have been found so far. A drive keeps its index. A
+  /// drive that has gone stays unreadable, and gets a new index when it comes back. Drives that are
+  /// found together are in the order of the hardware.
   size_t count();
 
-  /// Before the drives are read one by one.
+  /// Call it before reading the drives one by one.
   void beginWalk();
   Drive read(size_t index);
-  /// The file of its counters, and in a table of many its name there; "" where there is no drive.
+  /// The file with its counters, followed by its name if the file lists many drives. "" if there is
+  /// no such drive.
   std::string sourceOf(size_t index) const;
 
  private:
   struct Entry {
     std::string name;
-    std::string path;             ///< the device's
-    std::vector<KeptFile> stats;  ///< its own, then those of the paths that lead to it
+    std::string path;             ///< of the device
+    std::vector<KeptFile> stats;  ///< its own, then those of its NVMe paths; none in a table
   };
 
   std::vector<Entry> findDrives() const;
@@ -54,7 +55,7 @@ class BlockDrives {
   SystemCalls& calls_;
   std::string sys_;
   std::string table_;      ///< /proc/diskstats, for computers without /sys/block
-  std::string tableText_;  ///< as of this walk
+  std::string tableText_;  ///< read at the start of the walk
   std::vector<Entry> drives_;
 };
 

@@ -17,7 +17,7 @@
 namespace halvermonte::linuxos {
 namespace {
 
-/// How the child begins: its output in the pipe, nothing else open, signals as in a fresh process.
+/// Starts a shell with its output in the pipe, no other descriptor open, and default signals.
 class ChildSetup {
  public:
   explicit ChildSetup(int output) {
@@ -40,7 +40,7 @@ class ChildSetup {
     posix_spawn_file_actions_destroy(&actions_);
   }
 
-  /// The shell's process; absent where it could not be started.
+  /// The shell's process. Absent if it cannot be started.
   std::optional<pid_t> start(std::string command) const {
     std::array<char, 3> shell{"sh"};
     std::array<char, 3> option{"-c"};
@@ -66,7 +66,8 @@ std::string readAll(int pipe) {
   }
 }
 
-/// Whether the child is no more; a host that ignores SIGCHLD has it collected by the kernel.
+/// Returns true if the child has ended. It is then gone: if the host ignores SIGCHLD the kernel has
+/// collected it, otherwise this call does.
 bool collectIfEnded(pid_t child) { return waitpid(child, nullptr, WNOHANG) != 0; }
 
 }  // namespace
@@ -77,6 +78,7 @@ std::optional<std::string> Commands::outputOf(const std::string& command) {
   if (pipe2(ends.data(), O_CLOEXEC) != 0) return std::nullopt;
   const Descriptor output(SystemCalls::real(), ends[0]);
   {
+    // Only the shell may hold this end while the output is read, or the reading would never end.
     const Descriptor input(SystemCalls::real(), ends[1]);
     const std::optional<pid_t> child = ChildSetup(input.number()).start(command);
     if (!child) return std::nullopt;

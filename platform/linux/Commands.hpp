@@ -1,4 +1,4 @@
-// Shell commands and the children they leave.
+// Runs shell commands.
 #pragma once
 
 #include <sys/types.h>
@@ -10,21 +10,20 @@
 
 namespace halvermonte::linuxos {
 
-/// Runs commands and collects their ended shells. Any thread may call. Only children that were
-/// started here are ever waited for, and the host's signal handlers are left as they are.
+/// Runs commands, and waits for their shells so that no zombies are left. Any thread may call. It
+/// waits only for its own children, and does not change the host's signal handlers.
 class Commands {
  public:
   Commands() = default;
   Commands(const Commands&) = delete;
   Commands& operator=(const Commands&) = delete;
-  /// Gives shells that have closed their output a moment to end; those that then still run are
-  /// left.
+  /// Waits a moment for shells that have closed their output. Shells that still run are left alone.
   ~Commands();
 
-  /// What "/bin/sh -c COMMAND" writes to its output until every holder has closed it; absent where
-  /// it could not be started. Standard input and error are the host's; no other descriptor is
-  /// handed on, and no blocked or ignored signal. The shell's exit is not waited for: a later call
-  /// collects it.
+  /// What "/bin/sh -c COMMAND" writes to its standard output, read until every process that holds
+  /// it has closed it. Absent if the shell cannot be started. The shell shares the host's standard
+  /// input and error, and inherits no other descriptor and no blocked or ignored signal. The call
+  /// does not wait for the shell to exit: a later call does.
   std::optional<std::string> outputOf(const std::string& command);
 
  private:

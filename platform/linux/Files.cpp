@@ -47,7 +47,7 @@ std::optional<std::vector<std::string>> allNames(SystemCalls& calls, const std::
   return size == 0 ? std::optional(std::move(names)) : std::nullopt;
 }
 
-/// What is read here decides for long, so it is tried again where that may help.
+/// Tries again after an error that may pass: what is read here is kept for a long time.
 template <class Attempt>
 auto tryTwice(Attempt attempt) {
   auto result = attempt();

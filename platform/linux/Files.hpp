@@ -1,4 +1,4 @@
-// Reading files and folders of the kernel, whole and bounded.
+// Reads the kernel's files and folders, up to a bound.
 #pragma once
 
 #include <cstddef>
@@ -14,7 +14,7 @@
 
 namespace halvermonte::linuxos {
 
-/// Visits the entries of a folder that SystemCalls::list() or listOn() packed.
+/// Visits the folder entries in a buffer that SystemCalls::list() or listOn() has filled.
 void forEachEntry(std::span<const char> packed,
                   const std::function<void(uint64_t inode, std::string_view name)>& visit);
 
@@ -36,25 +36,25 @@ class Descriptor {
   int number_ = -1;
 };
 
-/// An attribute fits one page; what does not is cut there.
+/// An attribute fits one page. A longer text is cut there.
 inline constexpr size_t kAttributeBound = 4096;
-/// Tables of many processors or devices.
+/// For tables of many processors or devices.
 inline constexpr size_t kTableBound = size_t{4} << 20;
 
-/// The file's text up to the bound; absent where it cannot be opened or read.
+/// The file's text up to the bound. Absent if it cannot be opened or read.
 std::optional<std::string> textOf(SystemCalls& calls, const std::string& path,
                                   size_t bound = kAttributeBound);
 
-/// The file's text trimmed; "" where there is none.
+/// The file's text, trimmed. "" if it cannot be read.
 std::string wordingOf(SystemCalls& calls, const std::string& path);
 
-/// The names in a folder, sorted, without "." and ".."; absent where it cannot be opened or read.
+/// The names in a folder, sorted, without "." and "..". Absent if it cannot be opened or read.
 std::optional<std::vector<std::string>> namesIn(SystemCalls& calls, const std::string& path);
 
-/// The same; none where it cannot be opened or read.
+/// The same, but an empty list if the folder cannot be opened or read.
 std::vector<std::string> namesOrNone(SystemCalls& calls, const std::string& path);
 
-/// The path without links; absent where something on it does not exist.
+/// The path with all links resolved. Absent if a part of it does not exist.
 std::optional<std::string> realPath(const std::string& path);
 
 }  // namespace halvermonte::linuxos

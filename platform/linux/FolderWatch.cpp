@@ -24,8 +24,8 @@ void FolderWatch::readEntries() {
   if (!folder_) return;
   const ssize_t size = calls_.list(folder_.number(), packed_.data(), packed_.size());
   if (size <= 0) {
-    // A removed folder has no entries any more. Another one may take its place, so the path is
-    // opened again next time.
+    // The folder may have been removed and another one may take its place, so the next check opens
+    // the path again.
     folder_.close();
     return;
   }

@@ -1,4 +1,4 @@
-// Tells whether a folder's entries have changed.
+// Notices changes of a folder's entries.
 #pragma once
 
 #include <string>
@@ -10,13 +10,13 @@
 
 namespace halvermonte::linuxos {
 
-/// Compares names and inode numbers, so an entry that went and came back between two looks is
-/// noticed: the kernel gives it another number. Two system calls a look.
+/// Compares names and inode numbers. The number shows if an entry was removed and added again
+/// between two checks, as the kernel gives it a new one. Each check takes two system calls.
 class FolderWatch {
  public:
   FolderWatch(SystemCalls& calls, std::string path) : calls_(calls), path_(std::move(path)) {}
 
-  /// Whether the folder is other than at the last look; true at the first.
+  /// Returns true if the folder has changed since the last check, and at the first check.
   bool checkForChange();
 
  private:

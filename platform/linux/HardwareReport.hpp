@@ -1,4 +1,4 @@
-// The hardware report, as a Mac's own tool prints it.
+// The hardware report, in the form in which a Mac prints it.
 #pragma once
 
 #include <string>

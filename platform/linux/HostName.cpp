@@ -19,8 +19,9 @@ bool isEscapable(std::string_view rest, char quote) {
   return special.find(rest.front()) != special.npos;
 }
 
-/// What a shell makes of the word that the text begins with: 'as it is', "with \ before some
-/// characters", or bare\ to the end of the line.
+/// The first word of the text, unquoted as a shell would. 'Single quotes' keep every character. In
+/// "double quotes" \ escapes some characters. Without quotes \ escapes all of them, and the word
+/// ends with the line.
 std::string shellWord(std::string_view text) {
   const bool isQuoted = text.starts_with('"') || text.starts_with('\'');
   const char quote = isQuoted ? text.front() : kUnquoted;
@@ -33,7 +34,7 @@ std::string shellWord(std::string_view text) {
   return isQuoted ? word : std::string(trimmed(word));
 }
 
-/// What boards carry whose maker wrote no name.
+/// The texts that firmware has instead of a name.
 constexpr auto kPlaceholders = std::to_array<std::string_view>(
     {"", "Default string", "Not Applicable", "Not Specified", "O.E.M", "OEM", "None",
      "Product Name", "System Product Name", "To Be Filled By O.E.M.", "To be filled by O.E.M.",

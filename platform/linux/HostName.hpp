@@ -9,17 +9,17 @@
 
 namespace halvermonte::linuxos {
 
-/// The value that a shell would give the variable after reading the text, which is a list of
-/// assignments; absent where it has none for it.
+/// The value that the variable would have after a shell has read the text, a list of assignments.
+/// Absent if the text does not assign it.
 std::optional<std::string> assignedValue(std::string_view text, std::string_view variable);
 
-/// The name that the owner gave the computer in `etc`/machine-info; absent where there is none.
+/// The name that the owner gave the computer in `etc`/machine-info. Absent if there is none.
 std::optional<std::string> prettyHostName(SystemCalls& calls, const std::string& etc);
 
-/// The host name that the kernel tells in `proc`; absent where it tells none.
+/// The kernel's host name, from `proc`. Absent if there is none.
 std::optional<std::string> kernelHostName(SystemCalls& calls, const std::string& proc);
 
-/// The maker's name of the model; "" where the computer tells none or a placeholder.
+/// The model's name. "" if the firmware has none or a placeholder.
 std::string modelName(SystemCalls& calls, const std::string& sys);
 
 }  // namespace halvermonte::linuxos

@@ -10,7 +10,7 @@
 namespace halvermonte::linuxos {
 namespace {
 
-/// Descriptors from this number on are left to the host.
+/// Descriptors from this number on are reserved for the host.
 int firstReserved() {
   rlimit limit{};
   if (getrlimit(RLIMIT_NOFILE, &limit) != 0 || limit.rlim_cur > 1 << 20) return 1 << 20;

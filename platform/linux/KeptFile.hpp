@@ -1,4 +1,4 @@
-// A small file that is read again and again.
+// A small file that is read many times.
 #pragma once
 
 #include <span>
@@ -11,8 +11,9 @@
 
 namespace halvermonte::linuxos {
 
-/// Reads a file from its start each time, through one descriptor that is kept open. Where
-/// descriptors are short it opens, reads and closes each time, so that some stay free for the host.
+/// Reads a file from its start each time, through one descriptor that stays open. If the process is
+/// short of descriptors it opens, reads and closes the file each time, so that the host has some
+/// left.
 class KeptFile {
  public:
   enum class State { unopened, kept, openedPerRead, gone, unreadable };
@@ -22,13 +23,14 @@ class KeptFile {
 
   const std::string& path() const noexcept { return path_; }
   State state() const noexcept { return state_; }
-  /// Whether a read would have to find the file again.
+  /// Whether the file has to be opened again before it can be read.
   bool isLost() const noexcept { return state_ == State::gone || state_ == State::unreadable; }
-  /// Why the last open or read failed; 0 where it did not.
+  /// The errno of the last open or read. 0 if it succeeded.
   int error() const noexcept { return error_; }
 
-  /// The file's text in the buffer, cut where that ends; "" where the read fails. A file that could
-  /// not be opened is tried again; one that is gone is not: another of its name would be another's.
+  /// Reads the file's text into the buffer, and cuts it at the buffer's end. "" if the read fails.
+  /// A file that could not be opened is tried again. A file that is gone is not tried again until
+  /// reopen(), as a new file of that name may belong to another device.
   std::string_view read(std::span<char> buffer);
   void reopen();
 

@@ -10,15 +10,15 @@
 namespace halvermonte::linuxos {
 namespace {
 
-/// The list of processors that share a core with the one in that folder; "" where it is offline.
+/// The list of processors that share a core with the one in that folder. "" if it is offline.
 std::string coreOf(SystemCalls& calls, const std::string& processor) {
   if (wordingOf(calls, processor + "/online") == "0") return "";
   const std::string list = wordingOf(calls, processor + "/topology/core_cpus_list");
-  // Kernels before 5.3 have the older name alone.
+  // Kernels before 5.3 have only the older name.
   return list.empty() ? wordingOf(calls, processor + "/topology/thread_siblings_list") : list;
 }
 
-/// How many different texts the processors have, "" aside.
+/// Counts the different texts of the processors, without "".
 template <class TextOf>
 size_t differentTexts(SystemCalls& calls, const std::string& sys, TextOf textOf) {
   const std::string processors = sys + "/devices/system/cpu";
@@ -30,8 +30,8 @@ size_t differentTexts(SystemCalls& calls, const std::string& sys, TextOf textOf)
   return texts.size();
 }
 
-/// Each processor has a paragraph that begins with its number; x86 tells the package and the core
-/// in it.
+/// Counts the cores in the text of /proc/cpuinfo. Each processor has a paragraph that begins with
+/// its number. On x86 the paragraph also holds the package and the core.
 size_t coresByTable(std::string_view table) {
   std::vector<std::string> cores;
   for (const std::string_view line : split(table, '\n')) {
@@ -49,7 +49,7 @@ size_t coresByTable(std::string_view table) {
 
 std::optional<int64_t> physicalCores(SystemCalls& calls, const std::string& sys,
                                      const std::string& proc) {
-  // Core numbers are of no use: on Apple silicon they start again in each cluster.
+  // Core numbers do not help: on Apple silicon each cluster counts from 0.
   size_t count = differentTexts(
       calls, sys, [&](const std::string& processor) { return coreOf(calls, processor); });
   if (count == 0) count = coresByTable(textOf(calls, proc + "/cpuinfo", kTableBound).value_or(""));

@@ -1,4 +1,4 @@
-// How many processors there are.
+// Counts processor cores and packages.
 #pragma once
 
 #include <cstddef>
@@ -10,11 +10,11 @@
 
 namespace halvermonte::linuxos {
 
-/// Physical cores of the processors that are online; absent where the kernel tells of none.
+/// Physical cores of the processors that are online. Absent if the kernel lists none.
 std::optional<int64_t> physicalCores(SystemCalls& calls, const std::string& sys,
                                      const std::string& proc);
 
-/// Processor packages that are online; 0 where the kernel tells none.
+/// Processor packages that are online. 0 if the kernel does not list them.
 size_t processorPackages(SystemCalls& calls, const std::string& sys);
 
 }  // namespace halvermonte::linuxos

@@ -32,8 +32,8 @@ constexpr auto kAppleChips = std::to_array<AppleChip>({
     {"apple,t6041", "Apple M4 Max"},
 });
 
-/// The lines of cpuinfo that hold a name: of x86 and LoongArch, of MIPS, of POWER and SPARC, of
-/// RISC-V.
+/// The lines of cpuinfo that hold the name: on x86 and LoongArch, on MIPS, on POWER and SPARC, and
+/// on RISC-V.
 constexpr auto kNameFields =
     std::to_array<std::string_view>({"model name", "cpu model", "cpu", "uarch"});
 

@@ -10,11 +10,10 @@ namespace halvermonte::linuxos {
 
 struct ProcessorName {
   bool isAppleChip = false;
-  std::string text;  ///< "" where nothing tells a name
+  std::string text;  ///< "" if the computer does not name its processor
 };
 
-/// The name that Apple sells the chip by, from a device tree's `compatible` texts; "" for a chip
-/// that is not known.
+/// The chip's product name, found by a device tree's `compatible` texts. "" for an unknown chip.
 std::string_view appleChip(std::string_view compatible);
 
 ProcessorName processorName(SystemCalls& calls, const std::string& sys, const std::string& proc);

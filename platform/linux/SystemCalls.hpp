@@ -1,5 +1,5 @@
-// The system calls by which the kernel's files are read: one class, so that a test can count them,
-// make them fail, or tell another time. Any thread may call.
+// The system calls that read the kernel's files. They are virtual so that a test can count them,
+// make them fail or set the clock. Any thread may call.
 #pragma once
 
 #include <sys/types.h>
@@ -15,21 +15,21 @@ class SystemCalls {
   SystemCalls& operator=(const SystemCalls&) = delete;
   virtual ~SystemCalls() = default;
 
-  /// A descriptor that no child inherits, or -1 and errno. Never waits for a writer.
+  /// A descriptor that no child inherits, or -1 with errno set. Never waits for a writer.
   virtual int open(const char* path);
   virtual int openFolder(const char* path);
-  /// As pread.
+  /// Works as pread does.
   virtual ssize_t readAt(int descriptor, char* buffer, size_t size, off_t offset);
-  /// The folder's entries from its start, as getdents64 packs them.
+  /// Reads the folder's entries from its start, as getdents64 does.
   virtual ssize_t list(int folder, char* buffer, size_t size);
-  /// The entries after those.
+  /// Reads the entries that follow.
   virtual ssize_t listOn(int folder, char* buffer, size_t size);
   virtual void close(int descriptor);
 
-  /// Seconds of a clock that is never set.
+  /// Seconds by a clock that nobody can set.
   virtual double steadySeconds();
 
-  /// The kernel's own.
+  /// The real calls.
   static SystemCalls& real();
 };
 

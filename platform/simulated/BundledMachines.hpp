@@ -1,4 +1,4 @@
-// The machine files that come with the library, held within it.
+// The machine files that are built into the library.
 #pragma once
 
 #include <string>
@@ -8,20 +8,20 @@
 namespace halvermonte {
 
 struct BundledMachine {
-  std::string_view name;      ///< as its file has it, such as "Intel Notebook"
+  std::string_view name;      ///< from its file, such as "Intel Notebook"
   std::string_view fileName;  ///< such as "IntelNotebook.json"
   std::string_view json;      ///< the file's text
 
-  /// One line for a list: the processor and how many cores, keys, sensors, fans and drives the
-  /// first tick has. Reads the file.
+  /// One line for a list: the processor, and the numbers of cores, keys, sensors, fans and drives
+  /// in the first tick. Parses the file at each call.
   std::string description() const;
 };
 
-/// All of them, in the order in which they are shown.
+/// All of them, in the order in which a program lists them.
 const std::vector<BundledMachine>& bundledMachines();
 
-/// The machine of that name, or of that file name without its extension, in whatever case; null
-/// where there is none.
+/// The machine of that name, or of that file name without its extension. The case does not matter.
+/// Null if there is none.
 const BundledMachine* findBundledMachine(std::string_view name);
 
 }  // namespace halvermonte

@@ -1,4 +1,4 @@
-// The HID sensor kinds by their names in a machine file.
+// The names of the HID sensor kinds in a machine file.
 #pragma once
 
 #include <array>

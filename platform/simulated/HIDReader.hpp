@@ -1,4 +1,4 @@
-// Reads what a tick says about HID sensors.
+// Reads the `hid` of a tick: its sensor services.
 #pragma once
 
 #include "platform/simulated/JsonPlace.hpp"
@@ -6,7 +6,7 @@
 
 namespace halvermonte {
 
-/// Throws MachineFileError where the place is not as the format has it.
+/// Throws MachineFileError if the place does not follow the format.
 HIDChange readHID(const JsonPlace& place);
 
 }  // namespace halvermonte

@@ -31,7 +31,7 @@ constexpr std::string_view kEnd =
 </plist>
 )";
 
-// What XML has no way to write.
+/// Whether the text begins with a character that XML cannot contain.
 bool isUnwritable(std::string_view rest) {
   const auto byte = static_cast<uint8_t>(rest.front());
   const bool isControl = byte < 0x20 && byte != '\t' && byte != '\n' && byte != '\r';

@@ -1,4 +1,4 @@
-// Reads `processor` as the report that "system_profiler SPHardwareDataType -xml" prints.
+// Makes the hardware report from the `processor` of a machine file.
 #pragma once
 
 #include <string>
@@ -7,8 +7,8 @@
 
 namespace halvermonte {
 
-/// An XML property list whose single item has the object's members. Throws MachineFileError where
-/// the place is not as the format has it.
+/// An XML property list with a single item that has the object's members. Throws MachineFileError
+/// if the place does not follow the format.
 std::string readHardwareReport(const JsonPlace& place);
 
 }  // namespace halvermonte

@@ -5,7 +5,7 @@
 namespace halvermonte {
 namespace {
 
-// The digit's value; negative where it is none.
+/// The digit's value. Negative if the character is not a hex digit.
 int valueOfDigit(char digit) {
   if (digit >= '0' && digit <= '9') return digit - '0';
   if (digit >= 'a' && digit <= 'f') return digit - 'a' + 10;

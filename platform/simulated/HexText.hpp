@@ -1,4 +1,4 @@
-// Hex digits as bytes.
+// Converts between bytes and hex digits.
 #pragma once
 
 #include <optional>
@@ -7,10 +7,10 @@
 
 namespace halvermonte {
 
-/// The bytes that the digits stand for, two a byte; absent where the text is not just that.
+/// The bytes, from two digits each. Absent if the text is anything else.
 std::optional<std::string> bytesOfHex(std::string_view digits);
 
-/// The digits of the bytes, two a byte, in lower case.
+/// The digits, two for each byte, in lower case.
 std::string hexOfBytes(std::string_view bytes);
 
 }  // namespace halvermonte

@@ -110,7 +110,7 @@ std::optional<JsonPlace> JsonPlace::find(std::string_view name) const {
 
 JsonPlace JsonPlace::required(std::string_view name) const {
   std::optional<JsonPlace> member = find(name);
-  if (!member) at(name, *value_).refuse("a value, the member is required");
+  if (!member) at(name, *value_).refuse("a value, as the member is required");
   return *std::move(member);
 }
 

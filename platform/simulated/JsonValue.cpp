@@ -11,8 +11,8 @@
 namespace halvermonte {
 namespace {
 
-// Builds the tree from the parser's events. The last element of every open container is the one
-// that is being read, so the tree itself tells the place.
+/// Builds the tree from the parser's events. The parser always reads the last element of each open
+/// container, so the tree shows the place.
 class JsonBuilder : public nlohmann::json_sax<nlohmann::json> {
  public:
   JsonBuilder(std::string_view text, const std::string& fileName)
@@ -20,7 +20,8 @@ class JsonBuilder : public nlohmann::json_sax<nlohmann::json> {
 
   JsonValue takeRoot() { return std::move(root_); }
 
-  /// REQUIRES: an offset into the text, or its size.
+  /// Throws the error for a text that is not JSON. REQUIRES: an offset within the text, or its
+  /// size.
   [[noreturn]] void refuseText(size_t offset) const;
 
   bool null() override { return add(nullptr); }
@@ -41,10 +42,10 @@ class JsonBuilder : public nlohmann::json_sax<nlohmann::json> {
  private:
   struct Container {
     JsonValue* value;
-    std::unordered_set<std::string> names;  ///< an object's, so far
+    std::unordered_set<std::string> names;  ///< of an object, so far
   };
 
-  /// Where the value that comes next belongs.
+  /// Adds an element to an innermost array. Returns the value to read next.
   JsonValue& addSlot();
   template <class Content>
   bool add(Content&& content) {
@@ -58,7 +59,7 @@ class JsonBuilder : public nlohmann::json_sax<nlohmann::json> {
     return true;
   }
 
-  /// The pointer to the value that comes next.
+  /// The pointer to the value to read next.
   std::string placeOfNext() const;
 
   std::string_view text_;
@@ -138,7 +139,7 @@ std::string JsonBuilder::placeOfNext() const {
 
 JsonValue parseJson(std::string_view text, const std::string& fileName) {
   JsonBuilder builder(text, fileName);
-  // The parser takes a NUL for the end of its input, whatever follows.
+  // The parser would stop at a NUL and ignore the rest.
   const size_t nul = text.find('\0');
   if (nul != std::string_view::npos) builder.refuseText(nul);
   nlohmann::json::sax_parse(text.begin(), text.end(), &builder);

@@ -1,4 +1,4 @@
-// A JSON text as a tree, its members in the order of the text.
+// A JSON text as a tree. Members keep their order.
 #pragma once
 
 #include <cstddef>
@@ -16,8 +16,8 @@ struct JsonValue {
   using Array = std::vector<JsonValue>;
   using Object = std::vector<JsonMember>;
 
-  /// An integer is what is written without fraction and exponent and fits 64 bits with a sign;
-  /// every other number is a double.
+  /// A number is an integer if it is written without fraction and exponent and fits a signed 64-bit
+  /// integer. Every other number is a double.
   std::variant<std::nullptr_t, bool, int64_t, double, std::string, Array, Object> content;
 };
 
@@ -26,15 +26,15 @@ struct JsonMember {
   JsonValue value;
 };
 
-/// Containers nest no deeper.
+/// The deepest nesting of containers.
 inline constexpr size_t kDeepestJson = 32;
 
-/// Reads one JSON text (RFC 8259, UTF-8) with nothing behind it. Throws MachineFileError where it
-/// is none, names a member of an object twice, nests too deep or has a number beyond a double.
+/// Parses a JSON text (RFC 8259, UTF-8). Throws MachineFileError if the text is not JSON, gives a
+/// member of an object twice, nests too deep or has a number beyond the range of a double.
 JsonValue parseJson(std::string_view text, const std::string& fileName);
 
-/// Appends one step to a JSON pointer. Control characters are written as in JSON, so that a pointer
-/// stays on its line.
+/// Appends one step to a JSON pointer. Control characters are escaped as in JSON, so that a pointer
+/// stays on one line.
 void appendToPointer(std::string& pointer, std::string_view token);
 
 }  // namespace halvermonte

@@ -67,7 +67,7 @@ MachineFile readMachine(const JsonPlace& root) {
       machine.commands.emplace(command, readCommandAnswer(answer));
     }
   }
-  // The report's own command in `commands` was there first and stays.
+  // emplace() keeps an answer that `commands` gives for the report's command.
   if (const auto processor = root.find("processor")) {
     machine.commands.emplace(kHardwareReportCommand, readHardwareReport(*processor));
   }
@@ -75,7 +75,7 @@ MachineFile readMachine(const JsonPlace& root) {
   return machine;
 }
 
-// The bytes of the file at the path; absent, with errno set, where it cannot be read.
+/// The bytes of the file at the path. Absent, with errno set, if it cannot be read.
 std::optional<std::string> contentsOf(const std::string& path) {
   const std::unique_ptr<FILE, int (*)(FILE*)> file(std::fopen(path.c_str(), "rb"), std::fclose);
   if (!file) return std::nullopt;

@@ -1,4 +1,4 @@
-// What is wrong with a machine file.
+// The error in a machine file.
 #pragma once
 
 #include <stdexcept>
@@ -7,9 +7,9 @@
 
 namespace halvermonte {
 
-/// what() is one line: the file as it was given, the place and what was expected there, as in
+/// what() is one line: the file's name, the place and the expectation, as in
 /// "intel.json: /ticks/3/smc/keys/TC0P/type: expected a text of 4 characters". The place is a JSON
-/// pointer, the root's written as "/"; line and column where the text is no JSON.
+/// pointer, with "/" for the root. It is line and column if the text is not JSON.
 class MachineFileError : public std::runtime_error {
  public:
   MachineFileError(std::string_view fileName, std::string_view place, std::string_view expectation)

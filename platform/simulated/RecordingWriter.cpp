@@ -24,7 +24,7 @@ std::string keyText(uint32_t key) {
   return isASCII(characters) ? characters : "hex:" + hexOfBytes(characters);
 }
 
-/// The bytes up to the last that is not 0, but as many as the size where there are so many.
+/// The bytes up to the last that is not 0, but not fewer than the key's size.
 std::string dataBytes(const SMCKeyBytes& data, uint32_t size) {
   std::string bytes(data.bytes.begin(), data.bytes.end());
   const size_t last = bytes.find_last_not_of('\0');
@@ -41,7 +41,7 @@ bool isAbsent(uint32_t code, uint8_t result) {
   return code == kCodeSuccess && result == kSMCKeyNotFound;
 }
 
-/// The answer for one key; null where the controller has no such key.
+/// The answer for one key. Null if the controller has no such key.
 Json keyAnswer(const RecordedTick::Key& key) {
   const SMCKeyInfo info = key.info.value_or(SMCKeyInfo{});
   const SMCKeyBytes data = key.data.value_or(SMCKeyBytes{});
@@ -131,7 +131,7 @@ Json driveList(const RecordedTick& tick) {
   return list;
 }
 
-/// The members that are not as they were; of `keys`, that merge, each key by itself.
+/// Returns the members of the state that differ from the former state, and copies them there.
 Json takeChanges(const Json& state, Json& former) {
   Json changes = Json::object();
   for (const auto& [member, value] : state.items()) {
@@ -144,7 +144,7 @@ Json takeChanges(const Json& state, Json& former) {
   return changes;
 }
 
-/// Ticks as differences from the tick before.
+/// Writes each tick as changes from the tick before.
 class TickWriter {
  public:
   explicit TickWriter(bool drivesMatched) : drivesMatched_(drivesMatched) {}
@@ -179,7 +179,7 @@ class TickWriter {
   bool drivesMatched_;
   Json smc_ = Json::object();
   Json keys_ = Json::object();
-  // What the first tick starts from: a list of each kind, and empty.
+  // A machine has these empty lists before its first tick.
   Json drives_ = Json::array();
   Json hid_ = emptyLists();
 };

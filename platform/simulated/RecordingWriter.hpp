@@ -1,4 +1,4 @@
-// A recording as the text of a machine file.
+// Writes a recording as a machine file.
 #pragma once
 
 #include <cstdint>
@@ -13,11 +13,11 @@ namespace halvermonte {
 
 struct Recording {
   std::string name;
-  bool tellsHostName;  ///< else the file has none, and the name stands for it
+  bool tellsHostName;  ///< if false, the file has no host name, so that the name replaces it
   std::optional<std::string> hostName;
   std::map<std::string, std::optional<std::string>> commands;
   std::map<std::string, int64_t> kernelVariables;
-  bool drivesMatched;  ///< false: the matching call failed
+  bool drivesMatched;  ///< false if the matching call failed
   std::vector<RecordedTick> ticks;
 };
 

@@ -1,4 +1,4 @@
-// What the controller answers for one key, and the encodings of its data types.
+// The controller's answer for one key, and the encodings of data types.
 #pragma once
 
 #include <array>
@@ -9,18 +9,18 @@
 
 namespace halvermonte {
 
-/// The data bytes of a reply; those that a key does not have are 0.
+/// The data bytes of a reply. Bytes beyond the key's size are 0.
 using SMCData = std::array<uint8_t, 32>;
 
-/// A data type that numbers can be written in.
+/// How a data type stores numbers.
 struct SMCEncoding {
   uint32_t type;
-  double scale;            ///< the stored integer is value * scale, rounded half away from zero
-  double least, greatest;  ///< of what is stored
+  double scale;  ///< the stored integer is value * scale, rounded to nearest, halves away from zero
+  double least, greatest;  ///< of the stored number
   uint8_t size;            ///< in bytes, the most significant first
-  bool isFloat;            ///< stored is the value itself, as a native 32-bit float
+  bool isFloat;            ///< the value is stored as it is, as a native 32-bit float
 
-  /// The encoding of the type; null where numbers have none.
+  /// The encoding of the type. Null if the type does not hold numbers.
   static const SMCEncoding* ofType(uint32_t type);
 
   /// Whether the type can hold the value.
@@ -32,7 +32,7 @@ struct SMCEncoding {
   double stored(double value) const;
 };
 
-/// A reading that moves, and how it is written.
+/// A reading that moves, and its encoding.
 struct SMCWave {
   Wave wave;
   const SMCEncoding* encoding;

@@ -59,7 +59,7 @@ std::string rangeOf(const SMCEncoding& encoding) {
   return range.str();
 }
 
-// A key's data, its number of bytes set as the default of the reported size.
+/// A key's data, and the number of its bytes: the key's size unless the file gives one.
 struct Data {
   std::variant<SMCData, SMCWave> content;
   size_t size;
@@ -83,7 +83,7 @@ Data readValue(const JsonPlace& place, const SMCEncoding& encoding) {
 Data readWaveData(const JsonPlace& place, const SMCEncoding& encoding) {
   const Wave wave = readWave(place);
   if (!encoding.holds(wave.lowest()) || !encoding.holds(wave.highest())) {
-    place.refuse("a mean that plus and minus the amplitude stays " + rangeOf(encoding));
+    place.refuse("mean - amplitude and mean + amplitude " + rangeOf(encoding));
   }
   return {SMCWave{wave, &encoding}, encoding.size};
 }
@@ -133,7 +133,7 @@ void readKeys(const JsonPlace& place, SMCChange& change) {
     const uint32_t key = readKey(member);
     if (!member.place.isNull()) answer = readAnswer(member.place);
     if (!change.keys.emplace(key, answer).second) {
-      member.place.refuse("a key that is not given in another spelling");
+      member.place.refuse("this key only once, in either spelling");
     }
   }
 }

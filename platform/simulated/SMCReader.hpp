@@ -1,4 +1,4 @@
-// Reads what a tick says about the controller and its keys.
+// Reads the `smc` of a tick: the controller and its keys.
 #pragma once
 
 #include "platform/simulated/JsonPlace.hpp"
@@ -6,7 +6,7 @@
 
 namespace halvermonte {
 
-/// Throws MachineFileError where the place is not as the format has it.
+/// Throws MachineFileError if the place does not follow the format.
 SMCChange readSMC(const JsonPlace& place);
 
 }  // namespace halvermonte

@@ -1,4 +1,4 @@
-// A reading that moves on its own.
+// A reading that moves with time.
 #pragma once
 
 #include <cmath>
@@ -6,7 +6,7 @@
 
 namespace halvermonte {
 
-/// A sine around its mean. REQUIRES: a period other than 0.
+/// A sine wave. REQUIRES: a period other than 0.
 struct Wave {
   double mean = 0;
   double amplitude = 0;
@@ -16,7 +16,7 @@ struct Wave {
   double lowest() const { return mean - std::abs(amplitude); }
   double highest() const { return mean + std::abs(amplitude); }
 
-  /// The reading when the clock shows `time`; the mean where the angle is beyond a float's range.
+  /// The reading at the time. The mean if the angle is beyond a double's range.
   double at(double time) const {
     const double angle = 2 * std::numbers::pi * (time / period + phase);
     return std::isfinite(angle) ? mean + amplitude * std::sin(angle) : mean;

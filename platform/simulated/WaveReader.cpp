@@ -12,7 +12,7 @@ Wave readWave(const JsonPlace& place) {
   if (const auto phase = place.find("phase")) wave.phase = phase->number();
   if (wave.period == 0) place.required("period").refuse("a number other than 0");
   if (!std::isfinite(wave.lowest()) || !std::isfinite(wave.highest())) {
-    place.refuse("a mean that plus and minus the amplitude stays within a 64-bit float");
+    place.refuse("mean - amplitude and mean + amplitude within the range of a 64-bit float");
   }
   return wave;
 }

@@ -1,4 +1,4 @@
-// Reads a wave.
+// Reads a `wave`.
 #pragma once
 
 #include "platform/simulated/JsonPlace.hpp"
@@ -6,7 +6,7 @@
 
 namespace halvermonte {
 
-/// Throws MachineFileError where the place is not as the format has it.
+/// Throws MachineFileError if the place does not follow the format.
 Wave readWave(const JsonPlace& place);
 
 }  // namespace halvermonte

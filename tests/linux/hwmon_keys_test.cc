@@ -60,7 +60,7 @@ TEST(HwmonKeys, TwoIntelPackagesHaveAsManyCoresAsThereAreNames) {
   LinuxMachine machine(tree.roots());
   size_t unnamed = 0;
   for (const SensorListing& sensor : machine.inventory()) {
-    if (sensor.reason == "the catalogue has no further name for its kind") ++unnamed;
+    if (sensor.reason == "the catalogue has no more names for its kind") ++unnamed;
   }
   EXPECT_EQ(unnamed, 4u);
 }
@@ -90,7 +90,7 @@ TEST(HwmonKeys, AmdDieStandsForThePackageBeforeItsControlValue) {
   EXPECT_EQ(read(tree, "TC1D"), -1);
   EXPECT_EQ(read(tree, "TC0E"), 48.25);
   EXPECT_EQ(read(tree, "TC0F"), 49.25);
-  EXPECT_EQ(reasonOf(tree, "k10temp", "temp1_input"), "Tdie is shown in its place");
+  EXPECT_EQ(reasonOf(tree, "k10temp", "temp1_input"), "Tdie is shown instead");
   EXPECT_EQ(reasonOf(tree, "k10temp", "temp5_input"), "the catalogue has no name for it");
 }
 
@@ -163,7 +163,7 @@ TEST(HwmonKeys, SixteenMemoryModulesHaveSixteenNames) {
   EXPECT_EQ(read(tree, "Tm01"), 38);
   EXPECT_EQ(read(tree, "Tm0X"), 45);
   LinuxMachine machine(tree.roots());
-  EXPECT_EQ(machine.inventory().back().reason, "the catalogue has no further name for its kind");
+  EXPECT_EQ(machine.inventory().back().reason, "the catalogue has no more names for its kind");
 }
 
 TEST(HwmonKeys, NewerMemoryModulesAreNamedLikewise) {
@@ -280,7 +280,7 @@ TEST(HwmonKeys, IntelMacsLabelsAreItsKeys) {
   EXPECT_EQ(read(tree, "TC0E"), -1);
   EXPECT_EQ(read(tree, "TH0A"), 33.75);
   EXPECT_EQ(reasonOf(tree, "coretemp", "temp2_input"), "the controller has TC1C itself");
-  EXPECT_EQ(reasonOf(tree, "applesmc", "temp7_input"), "its label is no key");
+  EXPECT_EQ(reasonOf(tree, "applesmc", "temp7_input"), "its label is not a key");
 }
 
 TEST(HwmonKeys, AppleSiliconsKeysAreInItsDeviceTree) {
@@ -308,7 +308,7 @@ TEST(HwmonKeys, AppleSiliconsKeysAreInItsDeviceTree) {
   EXPECT_FLOAT_EQ(static_cast<float>(read(tree, "PSTR")), 3.214843F);
   addDeviceTreeSensor(tree, "temperature-Tp0b", "");
   EXPECT_EQ(read(tree, "Tp0X"), -1) << "nothing tells which of the two it is";
-  EXPECT_EQ(reasonOf(tree, "macsmc_hwmon", "temp5_input"), "the device tree tells no key for it");
+  EXPECT_EQ(reasonOf(tree, "macsmc_hwmon", "temp5_input"), "the device tree has no key for it");
 }
 
 TEST(HwmonKeys, AppleSiliconsControllerIsOnABusOfTheSystemOnAChip) {

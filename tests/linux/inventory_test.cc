@@ -48,7 +48,7 @@ TEST(Inventory, TellsWhyThereIsNoReading) {
     return listed(machine, "coretemp", file).state;
   };
   EXPECT_EQ(state("temp1_input"), "no reading: outside its range");
-  EXPECT_EQ(state("temp2_input"), "no reading: no number");
+  EXPECT_EQ(state("temp2_input"), "no reading: not a number");
   EXPECT_EQ(state("temp3_input"), "no reading: the driver reports a fault");
   EXPECT_EQ(state("temp4_input"), "no reading: switched off");
   EXPECT_EQ(state("temp5_input"), "no reading: Permission denied");

@@ -42,8 +42,8 @@ const std::string kHexBytes = "/bytes: expected hex digits of 0 to 32 bytes";
 const Refused kTopLevel[] = {
     {R"([])", "/: expected an object"},
     {R"("a machine")", "/: expected an object"},
-    {R"({"ticks": [{}]})", "/name: expected a value, the member is required"},
-    {R"({"name": "a"})", "/ticks: expected a value, the member is required"},
+    {R"({"ticks": [{}]})", "/name: expected a value, as the member is required"},
+    {R"({"name": "a"})", "/ticks: expected a value, as the member is required"},
     {R"({"name": 5, "ticks": [{}]})", "/name: expected a text"},
     {R"({"name": null, "ticks": [{}]})", "/name: expected a text"},
     {R"({"name": "a", "ticks": []})", "/ticks: expected an array of at least one tick"},
@@ -107,14 +107,14 @@ const Refused kTicks[] = {
     {hid(R"([{"value": 1, "wave": {}}])"),
      "/ticks/0/hid/temperature/0: expected only one of value, wave"},
     {hidWave(R"("mean": 1, "amplitude": 1)"),
-     "/ticks/0/hid/temperature/0/wave/period: expected a value, the member is required"},
+     "/ticks/0/hid/temperature/0/wave/period: expected a value, as the member is required"},
     {hidWave(R"("mean": 1, "amplitude": 1, "period": 0)"),
      "/ticks/0/hid/temperature/0/wave/period: expected a number other than 0"},
     {hidWave(R"("mean": 1, "amplitude": 1, "period": 1, "offset": 0)"),
      "/ticks/0/hid/temperature/0/wave/offset: expected one of mean, amplitude, period, phase"},
     {hidWave(R"("mean": 1e308, "amplitude": -1e308, "period": 1)"),
-     "/ticks/0/hid/temperature/0/wave: expected a mean that plus and minus the amplitude stays "
-     "within a 64-bit float"},
+     "/ticks/0/hid/temperature/0/wave: expected mean - amplitude and mean + amplitude within the "
+     "range of a 64-bit float"},
     {drives(R"("none")"), "/ticks/0/drives: expected an array of drives or null"},
     {drives(R"(["lost"])"), R"(/ticks/0/drives/0: expected an object, null or "unreadable")"},
     {drives("[null, 5]"), R"(/ticks/0/drives/1: expected an object, null or "unreadable")"},
@@ -145,7 +145,7 @@ const Refused kController[] = {
     {smc(R"("keys": {"hex:5443305g": null})"), "/ticks/0/smc/keys/hex:5443305g" + kNotAKey},
     {smc(R"("keys": {"hex:544330500A": null})"), "/ticks/0/smc/keys/hex:544330500A" + kNotAKey},
     {smc(R"("keys": {"TC0P": null, "hex:54433050": null})"),
-     "/ticks/0/smc/keys/hex:54433050: expected a key that is not given in another spelling"},
+     "/ticks/0/smc/keys/hex:54433050: expected this key only once, in either spelling"},
 };
 
 const Refused kAnswers[] = {
@@ -153,7 +153,7 @@ const Refused kAnswers[] = {
     {key(R"({"type": "flt ", "value": 1, "code": 0})"),
      kKey + "/code: expected one of type, bytes, value, wave, name, size, infoCode, readCode, "
             "infoResult, readResult"},
-    {key(R"({"bytes": "00"})"), kKey + "/type: expected a value, the member is required"},
+    {key(R"({"bytes": "00"})"), kKey + "/type: expected a value, as the member is required"},
     {key(R"({"type": 5, "bytes": "00"})"), kKey + "/type: expected a text of 4 characters"},
     {key(R"({"type": "flt", "value": 1})"), kKey + "/type: expected a text of 4 characters"},
     {key(R"({"type": "flt\u00e9", "bytes": ""})"),
@@ -187,9 +187,9 @@ const Refused kAnswers[] = {
     {key(R"({"type": "flt ", "value": 3.5e38})"),
      kKey + "/value: expected a number from -3.40282346639e+38 to 3.40282346639e+38"},
     {key(R"({"type": "sp78", "wave": {"mean": 100, "amplitude": 28, "period": 9}})"),
-     kKey + "/wave: expected a mean that plus and minus the amplitude stays " + kSP78},
+     kKey + "/wave: expected mean - amplitude and mean + amplitude " + kSP78},
     {key(R"({"type": "fpe2", "wave": {"mean": 100, "amplitude": -101, "period": 9}})"),
-     kKey + "/wave: expected a mean that plus and minus the amplitude stays from 0 to 16383.75"},
+     kKey + "/wave: expected mean - amplitude and mean + amplitude from 0 to 16383.75"},
     {key(R"({"type": "{fds", "name": "Thirteen char"})"),
      kKey + "/name: expected a text of at most 12 ASCII characters"},
     {key(R"({"type": "{fds", "name": "L\u00fcfter"})"),
@@ -240,7 +240,7 @@ TEST(MachineFile, IsReadFromItsPathAndNamedByIt) {
   std::ofstream(path) << machineText("{}");
   EXPECT_EQ(SimulatedMachine::fromFile(path)->name(), "Sample");
   std::ofstream(path) << "{}";
-  EXPECT_EQ(refusalOfFile(path), path + ": /name: expected a value, the member is required");
+  EXPECT_EQ(refusalOfFile(path), path + ": /name: expected a value, as the member is required");
   std::remove(path.c_str());
 }
 

@@ -43,7 +43,7 @@ struct Attribute {
   std::string_view suffix;
 };
 
-/// "temp3_input" taken apart; absent where the name is no channel's.
+/// The parts of a file name such as "temp3_input". Absent if the file does not belong to a channel.
 std::optional<Attribute> attributeOf(std::string_view file) {
   const size_t end = file.find('_');
   if (end == file.npos) return std::nullopt;
@@ -58,9 +58,9 @@ std::optional<Attribute> attributeOf(std::string_view file) {
   return std::nullopt;
 }
 
-/// Notes what the file tells of its channel.
+/// Adds what the file's existence says about its channel.
 void note(Channel& channel, std::string_view suffix, const std::string& file) {
-  // Some chips give a power's average alone.
+  // Some chips have only the average of a power.
   if (suffix == "input" || (suffix == "average" && channel.file.empty())) channel.file = file;
   channel.hasFault = channel.hasFault || suffix == "fault";
   channel.hasEnable = channel.hasEnable || suffix == "enable";
@@ -86,7 +86,7 @@ std::vector<Channel> channelsIn(SystemCalls& calls, const std::string& folder) {
   return channels;
 }
 
-/// The path of what a chip without a device of its own hangs on: its folder's without the number.
+/// The path of a chip that has no device of its own: its folder's without the number.
 std::string withoutNumber(std::string_view path) {
   path = path.substr(0, path.rfind('/'));
   return std::string(path.ends_with("/hwmon") ? path.substr(0, path.rfind('/')) : path);
@@ -106,7 +106,7 @@ std::optional<Chip> chipOf(SystemCalls& calls, const std::string& sys, const std
   const std::string folder = sys + "/class/hwmon/" + number;
   std::optional<Chip> chip = chipIn(calls, folder);
   if (!chip) return std::nullopt;
-  // Drivers of the old style, such as applesmc, have name and files at the device.
+  // Old drivers such as applesmc have these files in the device's folder.
   if (chip->driver.empty() || chip->channels.empty()) {
     std::optional<Chip> old = chipIn(calls, folder + "/device");
     if (old && !old->channels.empty()) chip = std::move(old);

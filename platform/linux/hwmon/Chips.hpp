@@ -1,5 +1,4 @@
-// What the kernel's hardware monitoring holds: chips and their channels, before any meaning is
-// given to them.
+// The chips and channels of the kernel's hardware monitoring, as the kernel lists them.
 #pragma once
 
 #include <cstdint>
@@ -24,7 +23,7 @@ enum class Quantity : uint8_t {
 
 std::string_view nameOf(Quantity quantity);
 
-/// What one of the kernel's units is in degrees Celsius, revolutions per minute, volts, amperes,
+/// The factor from the kernel's number to degrees Celsius, revolutions per minute, volts, amperes,
 /// watts, joules, percent or hertz.
 double unitOf(Quantity quantity);
 
@@ -34,24 +33,25 @@ struct Channel {
   int number = 0;
   std::string name;   ///< "temp3"
   std::string file;   ///< "temp3_input"
-  std::string label;  ///< as the driver pads it; "" where the kernel gives none
+  std::string label;  ///< may be padded with blanks; "" if there is none
   bool hasFault = false;
   bool hasEnable = false;
 };
 
 struct Chip {
   std::string driver;  ///< the chip's `name`
-  std::string device;  ///< device path: with the driver, what the chip is known by
-  std::string parent;  ///< the device's folder; "" where there is none
-  std::string folder;  ///< where the channels' files lie
+  std::string device;  ///< device path; with the driver's name it identifies the chip
+  std::string parent;  ///< the device's folder; "" if there is none
+  std::string folder;  ///< of the channels' files
   std::vector<Channel> channels;
 };
 
-/// All chips that have a channel, in the order of the hardware. The numbers that the kernel gave
-/// them decide nothing: they change over boots.
+/// All chips that have a channel, in the order of the hardware. The kernel's numbers for them are
+/// ignored because they change from boot to boot.
 std::vector<Chip> chipsIn(SystemCalls& calls, const std::string& sys);
 
-/// The text's first line, without its end; every character but printable ASCII becomes "?".
+/// The text's first line, without its end. A tab becomes a space, and any other character that is
+/// not printable ASCII becomes "?".
 std::string firstLine(std::string_view text);
 
 }  // namespace halvermonte::linuxos

@@ -22,7 +22,7 @@ constexpr auto kNodes = std::to_array<std::pair<std::string_view, Quantity>>({
     {"voltage-", Quantity::voltage},
 });
 
-/// The folders of the controller's sensors: soc/smc@23e400000/hwmon.
+/// The folders of the controller's sensors, such as soc/smc@23e400000/hwmon.
 Names sensorFolders(SystemCalls& calls, const std::string& sys) {
   const std::string root = sys + "/firmware/devicetree/base";
   Names folders;
@@ -53,7 +53,7 @@ auto partners(const DeviceTreeSensor& sensor, const Chip& chip) {
                        [&](const Channel& channel) { return isLabelledAlike(sensor, channel); });
 }
 
-/// REQUIRES: a sensor that is labelled like the channel.
+/// REQUIRES: a sensor with the channel's label.
 std::string keyByLabel(const std::vector<DeviceTreeSensor>& sensors, const Chip& chip,
                        const Channel& channel) {
   const auto same = std::find_if(
@@ -63,7 +63,7 @@ std::string keyByLabel(const std::vector<DeviceTreeSensor>& sensors, const Chip&
   return isUnique ? same->key : "";
 }
 
-/// The key of the one sensor that fits no label, if the channel is also the only one left over.
+/// The key of the only sensor without a channel, if this is the only channel without a sensor.
 std::string keyOfLastPair(const std::vector<DeviceTreeSensor>& sensors, const Chip& chip,
                           const Channel& channel) {
   const auto isLeftSensor = [&](const DeviceTreeSensor& sensor) {

@@ -1,5 +1,5 @@
-// The keys of a Mac's controller on Apple silicon: hwmon has its readings, the device tree their
-// keys.
+// The keys of a Mac's controller on Apple silicon. Hardware monitoring has the controller's
+// readings, the device tree has their keys.
 #pragma once
 
 #include <string>
@@ -12,15 +12,15 @@ namespace halvermonte::linuxos {
 
 struct DeviceTreeSensor {
   Quantity quantity;
-  std::string label;  ///< "" where it has none
+  std::string label;  ///< "" if it has none
   std::string key;
 };
 
-/// The sensors that the device tree gives the controller, in no order.
+/// The controller's sensors in the device tree, in no particular order.
 std::vector<DeviceTreeSensor> deviceTreeSensors(SystemCalls& calls, const std::string& sys);
 
-/// The key of the chip's channel, found by its label; "" where more than one has it. Of what no
-/// label fits, one sensor and one channel that are left over belong together.
+/// The key of the chip's channel, found by its label. "" if more than one sensor or channel has
+/// that label. If exactly one sensor and one channel do not match any other, they belong together.
 std::string keyOf(const std::vector<DeviceTreeSensor>& sensors, const Chip& chip,
                   const Channel& channel);
 

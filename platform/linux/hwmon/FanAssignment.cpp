@@ -12,7 +12,7 @@ namespace {
 
 using Fans = std::vector<FoundSensor*>;
 
-/// The fans, those of a Mac's controller first: their numbers are the controller's.
+/// The fans, those of a Mac's controller first so that they keep the controller's numbers.
 Fans fansOf(std::vector<FoundSensor>& sensors) {
   Fans fans;
   for (FoundSensor& sensor : sensors) {
@@ -23,7 +23,7 @@ Fans fansOf(std::vector<FoundSensor>& sensors) {
   return fans;
 }
 
-/// The first ten, what has a label or turns before what does neither; in the order they came.
+/// Ten of the fans, in the given order. Prefers fans that have a label or turn.
 Fans firstTen(const Fans& fans, const std::function<bool(const FoundSensor&)>& isTurning) {
   Fans chosen = fans;
   std::stable_partition(chosen.begin(), chosen.end(), [&](const FoundSensor* fan) {
@@ -53,7 +53,7 @@ std::string joined(std::string text) {
   return text;
 }
 
-/// What a reader takes from it.
+/// The part of the name that the engine reads.
 std::string_view firstWord(std::string_view name) { return name.substr(0, name.find(' ')); }
 
 bool isShared(const std::vector<std::string>& names, const std::string& name) {
@@ -62,7 +62,7 @@ bool isShared(const std::vector<std::string>& names, const std::string& name) {
          }) > 1;
 }
 
-/// Gives the second and further holders of a name their count.
+/// Appends "-2", "-3" and so on to the second and later of equal names.
 void numberEqualNames(std::vector<std::string>& names) {
   for (size_t i = 0; i < names.size(); ++i) {
     const auto before = names.begin() + static_cast<ptrdiff_t>(i);

@@ -40,7 +40,7 @@ HwmonController::HwmonController(SystemCalls& calls, std::string sys, bool drive
 void HwmonController::open() {
   pass_ = {pass_.number + 1, calls_.steadySeconds()};
   const bool changed = watch_.checkForChange();
-  // A chip is listed a moment before its files are there.
+  // The kernel lists a chip a moment before it adds the chip's files.
   if (changed || rescansAgain_) rescan();
   rescansAgain_ = changed && pass_.number > 1;
 }
@@ -96,9 +96,9 @@ void HwmonController::addFanEntries() {
 }
 
 Sensor::Traits HwmonController::makeTraits(const FoundSensor& found) {
-  // Where a driver's numbers overflow they stop at the ends of 32 bits.
+  // A driver clamps numbers that overflow to the ends of 32 bits.
   constexpr int64_t kMost = INT32_MAX - 1;
-  constexpr int64_t kMostTurns = 65534;  // 65535 is a register that says nothing
+  constexpr int64_t kMostTurns = 65534;  // 65535 is an unset register
   Sensor::Traits traits{
       .unit = unitOf(found.channel->quantity), .lowest = -kMost, .highest = kMost};
   if (found.channel->quantity == Quantity::fan) {
@@ -109,10 +109,11 @@ Sensor::Traits HwmonController::makeTraits(const FoundSensor& found) {
     traits.highest = found.highest * int64_t{1000};
   }
   const ReadPolicy policy = readPolicyOf(found);
-  // A reading starts the clock of a device anew that falls asleep by itself.
-  const bool dozes = policy == ReadPolicy::maySleep &&
-                     wordingOf(calls_, found.chip->parent + "/power/control") == "auto";
-  traits.isRateLimited = policy == ReadPolicy::command || policy == ReadPolicy::onRequest || dozes;
+  // Each reading keeps a device awake for a while that would fall asleep by itself.
+  const bool fallsAsleep = policy == ReadPolicy::maySleep &&
+                           wordingOf(calls_, found.chip->parent + "/power/control") == "auto";
+  traits.isRateLimited =
+      policy == ReadPolicy::command || policy == ReadPolicy::onRequest || fallsAsleep;
   traits.gates = addGates(found, policy);
   return traits;
 }
@@ -129,10 +130,10 @@ std::vector<Gate*> HwmonController::addGates(const FoundSensor& found, ReadPolic
   const std::string channel = found.chip->folder + "/" + found.channel->name;
   if (found.channel->hasFault)
     gates.push_back(findOrAddGate(channel + "_fault", Gate::Kind::fault));
-  // amdgpu tells by a fan's whether its speed is set by hand.
-  const bool tellsEnabled = found.channel->hasEnable && (found.chip->driver != "amdgpu" ||
-                                                         found.channel->quantity != Quantity::fan);
-  if (tellsEnabled) gates.push_back(findOrAddGate(channel + "_enable", Gate::Kind::enable));
+  // For a fan of amdgpu the file says whether its speed is set by hand.
+  const bool hasEnableGate = found.channel->hasEnable && (found.chip->driver != "amdgpu" ||
+                                                          found.channel->quantity != Quantity::fan);
+  if (hasEnableGate) gates.push_back(findOrAddGate(channel + "_enable", Gate::Kind::enable));
   return gates;
 }
 

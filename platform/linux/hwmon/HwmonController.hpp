@@ -1,4 +1,4 @@
-// The controller that answers SMC keys from the kernel's hardware monitoring.
+// A controller whose SMC keys are read from the kernel's hardware monitoring.
 #pragma once
 
 #include <cstddef>
@@ -19,24 +19,25 @@
 
 namespace halvermonte::linuxos {
 
-/// Temperatures and fan speeds are of type "flt ", their names records of type "{fds". Info comes
-/// from memory; bytes are read from the kernel at most once a pass. Not locked.
+/// Temperatures and fan speeds have the type "flt ", fan names the type "{fds". Info comes from
+/// memory. Bytes are read from the kernel at most once a pass. Not thread-safe.
 class HwmonController {
  public:
   HwmonController(SystemCalls& calls, std::string sys, bool driveTemperatures);
 
-  /// Begins a pass; looks at the computer's chips again where some came or went.
+  /// Begins a pass. Scans the computer's chips again if some were added or removed.
   void open();
   SMCKeyInfo info(uint32_t key) const;
-  /// No reading: an error code; a fan's speed is then -1, as no reading of it would be taken for 0.
+  /// Without a reading: an error code, except fan speeds, which give -1 because the engine treats a
+  /// missing speed as 0.
   SMCKeyBytes bytes(uint32_t key);
 
-  /// Every sensor, in the order of the hardware. Begins a pass, and reads also what has no key,
-  /// except where that is asleep or was not asked for.
+  /// Every sensor, in the order of the hardware. Begins a pass, and also reads sensors without a
+  /// key, unless their device is asleep or they are read only on request.
   SensorInventory inventory();
-  /// How many sensors have keys.
+  /// The number of sensors that have keys.
   size_t sensors() const;
-  /// How many sensors were refused when they were last asked for by their keys.
+  /// The number of sensors with keys that the user was not allowed to read at the last attempt.
   size_t deniedSensors() const;
 
  private:
@@ -44,7 +45,7 @@ class HwmonController {
   struct Entry {
     uint32_t key;
     Kind kind;
-    size_t index;  ///< of the sensor or fan
+    size_t index;  ///< of the sensor; of the fan for a name
   };
 
   void rescan();
@@ -68,10 +69,10 @@ class HwmonController {
   Pass pass_;
   std::vector<Chip> chips_;
   std::vector<FoundSensor> found_;
-  std::deque<Gate> gates_;  ///< sensors point to them
+  std::deque<Gate> gates_;  ///< a deque, as sensors point to its elements
   std::vector<Sensor> sensors_;
   std::vector<std::string> fanNames_;
-  std::vector<Entry> entries_;  ///< by key
+  std::vector<Entry> entries_;  ///< sorted by key
 };
 
 }  // namespace halvermonte::linuxos

@@ -22,7 +22,7 @@ bool isKey(std::string_view text) {
          std::all_of(text.begin(), text.end(), [](char each) { return each > ' ' && each <= '~'; });
 }
 
-/// The first of the row's labels that the chip has.
+/// The first of the row's labels that the chip has. "" if it has none of them.
 std::string_view firstPresentLabel(const KeyRow& row, const Chip& chip) {
   for (const std::string_view label : split(row.label, '|')) {
     for (const Channel& channel : chip.channels) {
@@ -39,7 +39,7 @@ std::string firstReason(const FoundSensor& sensor, const AssignmentFacts& facts)
                                         : "only temperatures and fans are shown";
 }
 
-/// Goes through the table, and holds which keys are taken.
+/// Goes through the table, and remembers which keys are taken.
 class Assigner {
  public:
   Assigner(std::vector<FoundSensor>& sensors, const AssignmentFacts& facts)
@@ -84,7 +84,7 @@ class Assigner {
     if (!matches(row.label, text)) return false;
     const std::string_view label = firstPresentLabel(row, *sensor.chip);
     if (matches(label, text)) return true;
-    sensor.reason = std::string(label) + " is shown in its place";
+    sensor.reason = std::string(label) + " is shown instead";
     return false;
   }
 
@@ -96,7 +96,7 @@ class Assigner {
     if (isKey(key) && controllerKeys_.insert(key).second) {
       setKey(sensor, row, key);
     } else {
-      sensor.reason = isLabel ? "its label is no key" : "the device tree tells no key for it";
+      sensor.reason = isLabel ? "its label is not a key" : "the device tree has no key for it";
     }
   }
 
@@ -110,10 +110,10 @@ class Assigner {
       setKey(sensor, row, std::string(keys[i]));
       return;
     }
-    sensor.reason = "the catalogue has no further name for its kind";
+    sensor.reason = "the catalogue has no more names for its kind";
   }
 
-  /// Processors of some makers have more than one chip in a package.
+  /// Some processors have more than one chip in a package.
   size_t packageOf(size_t chip, size_t chips) const {
     const bool isSplit = facts_.packages > 0 && facts_.packages < chips;
     return isSplit ? chip * facts_.packages / chips : chip;
@@ -134,8 +134,8 @@ class Assigner {
 
   std::vector<FoundSensor>& sensors_;
   const AssignmentFacts& facts_;
-  std::set<std::string, std::less<>> controllerKeys_;  ///< keys of a Mac's own
-  std::set<std::string, std::less<>> tableKeys_;       ///< keys by the table
+  std::set<std::string, std::less<>> controllerKeys_;  ///< taken by a Mac's controller
+  std::set<std::string, std::less<>> tableKeys_;       ///< taken by rows of the table
 };
 
 }  // namespace

@@ -1,4 +1,4 @@
-// Which key each sensor is read by.
+// Assigns keys to sensors.
 #pragma once
 
 #include <cstddef>
@@ -11,35 +11,35 @@
 
 namespace halvermonte::linuxos {
 
-/// A chip's channel, and what is made of it. Chips outlive it.
+/// A chip's channel, and the key that it is read by. REQUIRES: the chips outlive it.
 struct FoundSensor {
   const Chip* chip;
   const Channel* channel;
-  std::string key = "";     ///< four characters; "" where it has none
+  std::string key = "";     ///< four characters; "" if it has none
   std::string reason = "";  ///< why it has none
-  int lowest = 0;           ///< of a temperature with a key: degrees
+  int lowest = 0;           ///< in degrees; only for a temperature with a key
   int highest = 0;
 
   std::string path() const { return chip->folder + "/" + channel->file; }
 };
 
-/// The chips' channels one by one.
+/// All channels of the chips, without keys.
 std::vector<FoundSensor> sensorsOf(const std::vector<Chip>& chips);
 
-/// Whether it is one of a Mac's own controller.
+/// Whether it belongs to a Mac's own controller.
 bool isOfController(const FoundSensor& sensor);
 
-/// How its driver wants to be read.
+/// How to read its driver.
 ReadPolicy readPolicyOf(const FoundSensor& sensor);
 
 struct AssignmentFacts {
   std::vector<DeviceTreeSensor> deviceTree;
-  size_t packages = 0;  ///< processor packages; 0 where nothing tells
+  size_t packages = 0;  ///< processor packages; 0 if unknown
   bool driveTemperatures = false;
 };
 
-/// Gives keys to temperatures by the table, and a Mac's controller its own. Nothing decides but the
-/// sensors' order, drivers and labels.
+/// Assigns the table's keys to temperatures, and a Mac's controller's own keys to its sensors. The
+/// result depends only on the sensors' order, drivers and labels.
 void assignKeys(std::vector<FoundSensor>& sensors, const AssignmentFacts& facts);
 
 }  // namespace halvermonte::linuxos

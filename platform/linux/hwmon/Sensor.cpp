@@ -25,7 +25,7 @@ bool Gate::readState() {
   std::array<char, 32> buffer;
   const std::string_view text = trimmed(file_.read(buffer));
   switch (kind_) {
-    // If the file cannot be read, the sensor is still tried.
+    // A sensor is read if its gate's file cannot be read.
     case Kind::fault:
       return integer(text).value_or(0) == 0;
     case Kind::enable:
@@ -33,7 +33,7 @@ bool Gate::readState() {
     case Kind::power:
       break;
   }
-  // What nothing is known of may be asleep.
+  // A device in any other or unknown state may be asleep.
   return text == "active" || text == "unsupported" || text == "D0";
 }
 
@@ -108,7 +108,7 @@ std::string Sensor::state() const {
   if (file_.error() != 0) {
     return "no reading: " + std::generic_category().message(file_.error());
   }
-  if (!value_) return integer(raw_) ? "no reading: outside its range" : "no reading: no number";
+  if (!value_) return integer(raw_) ? "no reading: outside its range" : "no reading: not a number";
   return file_.state() == KeptFile::State::openedPerRead ? "opened each time" : "read";
 }
 

@@ -1,4 +1,4 @@
-// One sensor that is read pass by pass.
+// A sensor that is read once a pass.
 #pragma once
 
 #include <cerrno>
@@ -14,13 +14,13 @@
 
 namespace halvermonte::linuxos {
 
-/// The moment that readings belong to.
+/// A pass, and the time at which it began.
 struct Pass {
   uint64_t number = 0;
-  double seconds = 0;  ///< of a clock that is never set
+  double seconds = 0;  ///< by a clock that nobody can set
 };
 
-/// Tells whether sensors may be read, by another file of theirs.
+/// A file that says whether sensors may be read.
 class Gate {
  public:
   enum class Kind { fault, enable, power };
@@ -30,9 +30,9 @@ class Gate {
 
   const std::string& path() const noexcept { return file_.path(); }
 
-  /// Reads the file once a pass.
+  /// Returns true if the sensors may be read. Reads the file once a pass.
   bool checkOpen(const Pass& pass);
-  /// What it is that keeps its sensors from being read.
+  /// Why its sensors are not read if it is closed.
   std::string_view reason() const;
 
  private:
@@ -47,43 +47,43 @@ class Gate {
 class Sensor {
  public:
   struct Traits {
-    double unit = 1;  ///< of the file's number
+    double unit = 1;  ///< factor for the file's number
     int64_t lowest = 0, highest = 0;
     bool isRateLimited = false;  ///< read at most once in ten seconds
     std::vector<Gate*> gates = {};
   };
-  /// What outlives another look at the computer's chips.
+  /// What a sensor keeps if the computer's chips are scanned again.
   struct Memory {
     std::optional<double> value;
     std::string raw;
     double nextRead = 0;
   };
 
-  /// Opens nothing before it is read.
+  /// Opens no file before the first read.
   Sensor(SystemCalls& calls, std::string path, Traits traits)
       : calls_(&calls), file_(calls, std::move(path)), traits_(std::move(traits)) {}
 
-  /// The reading in its unit; absent where there is none in this pass. However often it is asked
-  /// for, the file is read once a pass; one that has gone, cannot be opened, or takes long to fail,
-  /// once in ten seconds.
+  /// The reading in its unit. Absent if there is none in this pass. The file is read once a pass,
+  /// even if this is called more often. A file that has gone, cannot be opened or is slow to fail
+  /// is tried every ten seconds.
   std::optional<double> read(const Pass& pass);
 
   bool isRateLimited() const noexcept { return traits_.isRateLimited; }
   Memory memory() const { return {value_, raw_, nextRead_}; }
   void remember(Memory memory);
 
-  /// Whether the user may not read the file.
+  /// Whether the user is not allowed to read the file.
   bool isDenied() const noexcept { return file_.error() == EACCES; }
-  /// How the last reading went, in words.
+  /// How the last reading went, as a text for people.
   std::string state() const;
-  /// The file's text then.
+  /// The file's text at the last reading.
   const std::string& raw() const noexcept { return raw_; }
 
  private:
   void update(const Pass& pass);
   const Gate* findClosedGate(const Pass& pass) const;
   /// Reads the file, and measures the time if the last reading failed. Returns true if this one
-  /// fails after a wait: a driver may take half a second to fail, and holds up all other sensors.
+  /// fails slowly: a driver may take half a second to fail, and delays all other sensors meanwhile.
   bool readTimed();
   std::optional<double> readFile();
 

@@ -20,7 +20,7 @@ constexpr auto kKeyRows = std::to_array<KeyRow>({
     {"applesmc", "*", kLabelIsKey, -39, 126},
     {"macsmc_hwmon", "*", kKeyInDeviceTree, -39, 126},
 
-    // The processor. Where AMD tells Tdie, Tctl is that plus an offset.
+    // The processor. If AMD has Tdie, Tctl is Tdie plus an offset.
     {"coretemp", "Package id *|Physical id *", kPackages, 1, 125, Spread::package},
     {"coretemp", "Core *", kCores, 1, 125},
     {"k10temp|zenpower", "Tdie|Tctl|temp1", kPackages, 1, 125, Spread::package},
@@ -28,7 +28,7 @@ constexpr auto kKeyRows = std::to_array<KeyRow>({
     {"k10temp|zenpower", "Tccd2", "TC0F TC1F", 1, 125, Spread::package},
     {"cpu_thermal|soc_thermal", "temp1", kPackages, 1, 125},
 
-    // Around it. Inputs of a board's monitor that are not connected read 90 degrees and more.
+    // Near the processor. Unconnected inputs of a board's monitor read 90 degrees and more.
     {"thinkpad|dell_smm|asusec", "CPU", "TC0P", 1, 125},
     {kBoards, "CPUTIN", "TC0P", 1, 89},
     {"asusec", "CPU Package", "TCAD", 1, 125},
@@ -42,7 +42,7 @@ constexpr auto kKeyRows = std::to_array<KeyRow>({
     {"gpu_thermal", "temp1", "TG0D TG1D", 1, 125},
     {"thinkpad|dell_smm", "GPU", "TG0P", 1, 125},
 
-    // Memory and chip set. A chip set that tells nothing reads 0.
+    // Memory and chipset. A chipset without a reading reads 0.
     {"jc42|spd5118", "temp1", kMemory, 1, 125},
     {"dell_smm", "SODIMM", "Ts0S", 1, 125},
     {"pch_*", "temp1", "TP0D", 1, 125},
@@ -56,7 +56,7 @@ constexpr auto kKeyRows = std::to_array<KeyRow>({
     {kWireless, "temp1", "TW0P", 1, 125},
     {kBatteries, "temp", "TB1T TB2T TB3T", 1, 100},
 
-    // The air in the case, and what the firmware takes for it.
+    // The air in the case, and the firmware's thermal zones.
     {"dell_smm", "Ambient", "TA0P TA1P", 1, 100},
     {kBoards, "SYSTIN", "TA0P TA1P", 1, 89},
     {"asusec", "Motherboard", "TA0P TA1P", 1, 100},

@@ -1,5 +1,5 @@
-// Which catalogue key each of the kernel's temperatures is shown by, and how each driver wants to
-// be read: two tables. docs/linux.md prints them.
+// Two tables: the catalogue keys for the kernel's temperatures, and how to read each driver.
+// docs/linux.md prints them.
 #pragma once
 
 #include <cstdint>
@@ -8,42 +8,42 @@
 
 namespace halvermonte::linuxos {
 
-/// The whole text by a pattern in which "*" stands for any characters, or by one of several with
-/// "|" between them.
+/// Whether the whole text matches a pattern. "*" stands for any characters, and "|" separates
+/// alternatives.
 bool matches(std::string_view patterns, std::string_view text);
 
-/// How the sensors of a row are told apart.
+/// How the sensors of a row share its keys.
 enum class Spread : uint8_t {
-  each,     ///< the next sensor in the order of the hardware has the next free key
-  package,  ///< the first chip of each processor package has the package's key
+  each,     ///< in the order of the hardware, each sensor gets the next free key
+  package,  ///< the first chip of each processor package gets the package's key
 };
 
 struct KeyRow {
   std::string_view driver;  ///< pattern
-  /// Pattern of the kernel's label, or of the channel's name where it has none. Of several, the
-  /// first that the chip has counts.
+  /// Pattern of the kernel's label, or of the channel's name if it has none. The first listed label
+  /// that the chip has is used.
   std::string_view label;
-  std::string_view keys;  ///< in order, a blank between them; or one of the two below
-  int lowest, highest;    ///< degrees Celsius; what the driver tells outside them is no reading
+  std::string_view keys;  ///< in order, separated by spaces; or one of the two below
+  int lowest, highest;    ///< degrees Celsius; a value outside is not a reading
   Spread spread = Spread::each;
 };
 
 /// The drivers of a Mac's own controller.
 inline constexpr std::string_view kControllers = "applesmc|macsmc_hwmon";
 
-/// The controller's own keys: the label itself, and `apple,key-id` of the device tree.
+/// For the controller's own keys: the key is the label, or is in the device tree.
 inline constexpr std::string_view kLabelIsKey = "(its label)";
 inline constexpr std::string_view kKeyInDeviceTree = "(its apple,key-id)";
 
-/// Earlier rows take their keys first.
+/// If two rows have the same key, the earlier row takes it.
 std::span<const KeyRow> keyRows();
 
-/// How a driver wants to be read.
+/// How to read a driver.
 enum class ReadPolicy : uint8_t {
   everyPass,
-  command,    ///< each reading is a command to the device: at most one in ten seconds
-  onRequest,  ///< the same, and only where the program's user asked for it
-  maySleep,   ///< the device may sleep, and reading would wake it
+  command,    ///< each reading sends a command to the device: at most one in ten seconds
+  onRequest,  ///< the same, and only if the program asks for it
+  maySleep,   ///< the device may be asleep, and reading would wake it
 };
 
 struct ReadPolicyRow {
@@ -51,7 +51,7 @@ struct ReadPolicyRow {
   ReadPolicy policy;
 };
 
-/// A driver in no row is read in every pass.
+/// A driver without a row is read in every pass.
 std::span<const ReadPolicyRow> readPolicyRows();
 
 }  // namespace halvermonte::linuxos
