@@ -1,4 +1,4 @@
-// Chips laid out as the kernel lays them out, and what the engine's own queries read from them.
+// Lays out chips as the kernel does, and reads them through the engine's queries.
 #pragma once
 
 #include <cstdint>
@@ -12,37 +12,37 @@
 
 namespace halvermonte::test {
 
-/// A channel's files: "temp1", the text of its input, and its label.
+/// A channel's name such as "temp1", and the texts of its input and its label.
 struct ChannelFiles {
   std::string name;
   std::string input;
   std::string label = "";
 };
 
-/// Adds a chip of the given number. A device below "virtual/" gets no `device` link.
+/// Adds a chip with the number. A device below "virtual/" gets no `device` link.
 void addChip(Tree& tree, int number, const std::string& driver, const std::string& device,
              const std::vector<ChannelFiles>& channels);
 
-/// Adds a chip of the old style, with all its files at the device.
+/// Adds a chip of an old driver, with all its files in the device's folder.
 void addOldChip(Tree& tree, int number, const std::string& driver, const std::string& device,
                 const std::vector<ChannelFiles>& channels);
 
-/// Where the chip's files are, "sys/class/hwmon/hwmon3/" and the rest.
+/// The path of a chip's file, such as "sys/class/hwmon/hwmon3/name".
 std::string chipFile(int number, const std::string& file);
 
 /// Adds a sensor of the controller to the device tree.
 void addDeviceTreeSensor(Tree& tree, const std::string& node, const std::string& label);
 
-/// Adds a processor of a package.
+/// Adds a processor to a package.
 void addProcessorOfPackage(Tree& tree, int number, int package);
 
 /// The text of a drive's counters.
 std::string statOf(int64_t sectorsRead, int64_t sectorsWritten);
 
-/// Adds a block device whose counters are that many sectors read, and none written.
+/// Adds a block device that has read that many sectors and written none.
 void addDrive(Tree& tree, const std::string& name, const std::string& parent, int64_t sectorsRead);
 
-/// A connection to the machine's controller, from its opening on.
+/// An open connection to the machine's controller.
 class Connection {
  public:
   explicit Connection(Machine& machine) : guard_(machine) { EXPECT_EQ(SMCOpen(&number_), 0); }
@@ -50,7 +50,7 @@ class Connection {
   Connection& operator=(const Connection&) = delete;
   ~Connection() { EXPECT_EQ(SMCClose(number_), 0); }
 
-  /// Degrees; -1 where there is no reading.
+  /// In degrees. -1 if there is no reading.
   double temperature(const std::string& key) const {
     return SMCGetTemperature(key.c_str(), number_);
   }
@@ -62,11 +62,11 @@ class Connection {
   uint32_t number_ = 0;
 };
 
-/// One pass's reading.
+/// The readings of one pass.
 double temperature(Machine& machine, const std::string& key);
 std::vector<std::pair<std::string, float>> fans(Machine& machine);
 
-/// What the inventory tells of a file: "driver file".
+/// The inventory's entry for a driver's file.
 SensorListing listed(LinuxMachine& machine, const std::string& driver, const std::string& file);
 
 }  // namespace halvermonte::test

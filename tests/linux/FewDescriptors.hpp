@@ -1,11 +1,11 @@
-// A process that may hold few descriptors.
+// Makes descriptors short.
 #pragma once
 
 #include <sys/resource.h>
 
 namespace halvermonte::test {
 
-/// Lowers how many descriptors the process may hold for as long as the object lives.
+/// Limits the number of the process's descriptors for as long as the object lives.
 class FewDescriptors {
  public:
   explicit FewDescriptors(rlim_t count) {

@@ -1,5 +1,4 @@
-// A folder of files and links laid out as a computer's /sys, /proc and /etc, gone at the object's
-// end.
+// A temporary folder laid out as a computer's /sys, /proc and /etc. The destructor removes it.
 #pragma once
 
 #include <gtest/gtest.h>
@@ -25,7 +24,7 @@ class Tree {
   Tree& operator=(const Tree&) = delete;
   ~Tree() { std::filesystem::remove_all(root_); }
 
-  /// Writes a file as it lies, "sys/block/sda/size" for one; the folders above it are made.
+  /// Writes a file such as "sys/block/sda/size", and makes the folders above it.
   Tree& write(std::string_view path, std::string_view text) {
     std::filesystem::create_directories(at(path).parent_path());
     std::ofstream(at(path), std::ios::binary) << text;

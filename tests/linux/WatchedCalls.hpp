@@ -1,4 +1,4 @@
-// System calls that a test counts, makes fail, and whose clock it sets.
+// System calls that a test can count and make fail, with a clock that it can set.
 #pragma once
 
 #include <sys/types.h>
@@ -45,12 +45,12 @@ class WatchedCalls : public linuxos::SystemCalls {
   }
   double steadySeconds() override { return seconds; }
 
-  /// Forgets what was counted.
+  /// Sets the counts to 0.
   void restart() {
     opened.clear();
     folders = reads = lists = closes = 0;
   }
-  /// How often a file was opened whose path ends so.
+  /// How often files whose paths end like this were opened.
   size_t opens(std::string_view end) const {
     return static_cast<size_t>(
         std::count_if(opened.begin(), opened.end(),
@@ -61,7 +61,7 @@ class WatchedCalls : public linuxos::SystemCalls {
   std::vector<std::string> opened;
   size_t folders = 0, reads = 0, lists = 0, closes = 0;
 
-  /// The error with which a call on the path fails; 0: it does not.
+  /// The errno with which a call on the path fails. 0 if it does not fail.
   using Failure = std::function<int(std::string_view path)>;
   Failure openFails;
   Failure readFails;
@@ -80,7 +80,7 @@ class WatchedCalls : public linuxos::SystemCalls {
   std::map<int, std::string> paths_;
 };
 
-/// Failing on the file of that name, with that error.
+/// Fails on files whose paths end like this, with the error.
 inline WatchedCalls::Failure failingOn(std::string end, int error) {
   return [end = std::move(end), error](std::string_view path) {
     return path.ends_with(end) ? error : 0;

@@ -22,7 +22,7 @@ using ::testing::ElementsAre;
 using ::testing::IsEmpty;
 using ::testing::UnorderedElementsAre;
 
-/// Bytes read of each drive, in the machine's order; -1 for one that cannot be read.
+/// The bytes read of each drive, in the machine's order. -1 for a drive that cannot be read.
 std::vector<int64_t> walk(LinuxMachine& machine, size_t count) {
   std::vector<int64_t> bytes;
   machine.beginDriveWalk();
@@ -39,7 +39,7 @@ std::vector<int64_t> drivesOf(const Tree& tree) {
   return walk(machine, machine.driveCount().value_or(99));
 }
 
-TEST(DriveStatistics, SectorsAreOf512BytesInEveryFormOfTheFile) {
+TEST(DriveStatistics, SectorsHave512BytesInEveryFormatOfTheFile) {
   for (const char* form : {"1 2 3 4 5 6 7 8 9 10 11", "1 2 3 4 5 6 7 8 9 10 11 12 13 14 15\n",
                            "  1  2 3 4 5 6 7 8 9 10 11 12 13 14 15 16 17\r\n"}) {
     const auto drive = linuxos::driveStatistics(form);
@@ -49,14 +49,14 @@ TEST(DriveStatistics, SectorsAreOf512BytesInEveryFormOfTheFile) {
   }
 }
 
-TEST(DriveStatistics, OtherTextsAreNone) {
+TEST(DriveStatistics, OtherTextsGiveNoStatistics) {
   for (const char* text : {"", "\n", "1 2 3 4 5 6 7 8 9 10", "a b c d e f g h i j k",
                            "1 2 x 4 5 6 7 8 9 10 11", "1 2 3 4 5 6 -7 8 9 10 11"}) {
     EXPECT_FALSE(linuxos::driveStatistics(text)) << text;
   }
 }
 
-TEST(BlockDrives, EncryptedVolumesOnAMirrorCountAsTheTwoDisks) {
+TEST(BlockDrives, EncryptedVolumesOnAMirrorCountAsTheTwoDisksBelow) {
   Tree tree;
   addDrive(tree, "sda", "pci0000:00/0000:00:17.0/ata1/host0/target0:0:0/0:0:0:0/block", 100);
   addDrive(tree, "sdb", "pci0000:00/0000:00:17.0/ata2/host1/target1:0:0/1:0:0:0/block", 200);
@@ -69,7 +69,7 @@ TEST(BlockDrives, EncryptedVolumesOnAMirrorCountAsTheTwoDisks) {
   EXPECT_THAT(drivesOf(tree), ElementsAre(100 * 512, 200 * 512));
 }
 
-TEST(BlockDrives, StackedDeviceOutsideTheVirtualOnesIsKnownByItsSlaves) {
+TEST(BlockDrives, DeviceWithSlavesIsNotADrive) {
   Tree tree;
   addDrive(tree, "sda", "pci0000:00/ata1/block", 100);
   addDrive(tree, "stack", "platform/stack", 300);
@@ -77,7 +77,7 @@ TEST(BlockDrives, StackedDeviceOutsideTheVirtualOnesIsKnownByItsSlaves) {
   EXPECT_THAT(drivesOf(tree), ElementsAre(100 * 512));
 }
 
-TEST(BlockDrives, MultipathHeadStandsForItsPaths) {
+TEST(BlockDrives, MultipathDriveCountsOnce) {
   Tree tree;
   const std::string head = "virtual/nvme-subsystem/nvme-subsys0";
   addDrive(tree, "nvme0n1", head, 70);
@@ -89,10 +89,11 @@ TEST(BlockDrives, MultipathHeadStandsForItsPaths) {
   }
   EXPECT_THAT(drivesOf(tree), ElementsAre(70 * 512));
   tree.write("sys/devices/" + head + "/nvme0n1/stat", statOf(0, 0));
-  EXPECT_THAT(drivesOf(tree), ElementsAre((40 + 30) * 512)) << "kernels before 6.2 count the paths";
+  EXPECT_THAT(drivesOf(tree), ElementsAre((40 + 30) * 512))
+      << "kernels before 6.2 count only the paths";
 }
 
-TEST(BlockDrives, MultipathHeadStandsForItsPathsInATableToo) {
+TEST(BlockDrives, MultipathDriveCountsOnceInTheDiskTable) {
   Tree tree;
   const std::string paths = " 259 1 nvme0c0n1" + statOf(40, 1) + " 259 2 nvme0c1n1" +
                             statOf(30, 2) + " 259 3 nvme0c1n11" + statOf(5, 5);
@@ -130,7 +131,7 @@ TEST(BlockDrives, EmptyCardReaderAndOpticalDriveDoNotCount) {
   EXPECT_THAT(drivesOf(tree), ElementsAre(4 * 512));
 }
 
-TEST(BlockDrives, OrderIsTheHardwaresWhateverTheNames) {
+TEST(BlockDrives, DrivesAreInTheOrderOfTheHardware) {
   Tree tree;
   addDrive(tree, "sdb", "pci0000:00/host2/block", 1);
   addDrive(tree, "sda", "pci0000:00/host10/block", 2);
@@ -139,7 +140,7 @@ TEST(BlockDrives, OrderIsTheHardwaresWhateverTheNames) {
   EXPECT_THAT(drivesOf(tree), ElementsAre(1 * 512, 2 * 512, 4 * 512, 3 * 512));
 }
 
-TEST(BlockDrives, WithoutBlockFolderTheTablesNamesTell) {
+TEST(BlockDrives, DiskTableIsUsedWithoutABlockFolder) {
   Tree tree;
   tree.write("proc/diskstats",
              " 259 0 nvme0n1 1 0 11 0 0 0 0 0 0 0 0\n 259 1 nvme0n1p1 1 0 9 0 0 0 0 0 0 0 0\n"
@@ -147,11 +148,11 @@ TEST(BlockDrives, WithoutBlockFolderTheTablesNamesTell) {
              " 202 1 xvda1 1 0 9 0 0 0 0 0 0 0 0\n 179 0 mmcblk0 1 0 13 0 0 0 0 0 0 0 0\n"
              " 179 1 mmcblk0p1 1 0 9 0 0 0 0 0 0 0 0\n 253 0 dm-0 1 0 9 0 0 0 0 0 0 0 0\n"
              " 7 0 loop0 1 0 9 0 0 0 0 0 0 0 0\n 11 0 sr0 1 0 9 0 0 0 0 0 0 0 0\nsda\n\n");
-  // In the order of their names, as nothing tells where they hang.
+  // They are in the order of their names, as the table has no device paths.
   EXPECT_THAT(drivesOf(tree), ElementsAre(12 * 512, 13 * 512, 11 * 512));
 }
 
-TEST(BlockDrives, TableIsReadAgainForEachWalk) {
+TEST(BlockDrives, DiskTableIsReadAgainForEachWalk) {
   Tree tree;
   tree.write("proc/diskstats", " 8 0 sda 1 0 10 0 0 0 0 0 0 0 0\n");
   LinuxMachine machine(tree.roots());
@@ -163,7 +164,7 @@ TEST(BlockDrives, TableIsReadAgainForEachWalk) {
   EXPECT_THAT(walk(machine, 1), ElementsAre(-1));
 }
 
-TEST(BlockDrives, CountersAreReadAnewAndGarbageIsUnreadable) {
+TEST(BlockDrives, CountersAreReadInEachWalkAndGarbageIsUnreadable) {
   Tree tree;
   addDrive(tree, "sda", "pci0000:00/block", 1);
   LinuxMachine machine(tree.roots());
@@ -179,14 +180,14 @@ TEST(BlockDrives, CountersAreReadAnewAndGarbageIsUnreadable) {
   EXPECT_THAT(walk(machine, 1), ElementsAre(3 * 512));
 }
 
-TEST(BlockDrives, DanglingLinksAndMissingFoldersAreNoDrives) {
+TEST(BlockDrives, DanglingLinksAndMissingFoldersAreNotDrives) {
   Tree tree;
   EXPECT_THAT(drivesOf(tree), IsEmpty());
   tree.link("sys/block/sda", "sys/devices/nowhere");
   EXPECT_THAT(drivesOf(tree), IsEmpty());
 }
 
-TEST(BlockDrives, PulledDriveIsUnreadableAndGetsANewPlaceWhenItIsBack) {
+TEST(BlockDrives, RemovedDriveIsUnreadableAndGetsANewIndexWhenItComesBack) {
   Tree tree;
   addDrive(tree, "sda", "pci0000:00/block", 1);
   WatchedCalls calls;
@@ -227,7 +228,7 @@ TEST(BlockDrives, SourceInATableIsTheTableAndTheName) {
   EXPECT_EQ(machine.driveSource(0), tree.at("proc/diskstats").string() + " sda");
 }
 
-TEST(BlockDrives, ShortOfDescriptorsEachReadOpensAndCloses) {
+TEST(BlockDrives, FilesAreOpenedForEachReadIfDescriptorsAreShort) {
   Tree tree;
   for (int i = 0; i < 30; ++i) {
     addDrive(tree, "sd" + std::string(1, static_cast<char>('a' + i % 26)) + (i < 26 ? "" : "a"),
@@ -240,7 +241,7 @@ TEST(BlockDrives, ShortOfDescriptorsEachReadOpensAndCloses) {
   for (size_t i = 0; i < bytes.size(); ++i) {
     EXPECT_EQ(bytes[i], static_cast<int64_t>(i + 1) * 512);
   }
-  EXPECT_EQ(machine.outputOfCommand("echo free"), "free\n") << "some are left to the host";
+  EXPECT_EQ(machine.outputOfCommand("echo free"), "free\n") << "the host has some left";
 }
 
 /// Holds all descriptors below a number, so that this one is the next to be given.
@@ -286,7 +287,7 @@ TEST(BlockDrives, LastQuarterOfTheDescriptorsAtMost64IsLeftToTheHost) {
   EXPECT_GT(opensWith(1000, 936), kKeptOpen);
 }
 
-TEST(BlockDrives, EveryOpenAndReadMayFailOnceAndIsMadeGood) {
+TEST(BlockDrives, SingleFailureIsCorrectedAtTheNextWalk) {
   Tree tree;
   addDrive(tree, "sda", "pci0000:00/block", 1);
   addDrive(tree, "sdb", "pci0001:00/block", 2);
@@ -305,7 +306,7 @@ TEST(BlockDrives, EveryOpenAndReadMayFailOnceAndIsMadeGood) {
   }
 }
 
-TEST(BlockDrives, ThisComputersAreRead) {
+TEST(BlockDrives, DrivesOfThisComputerAreReadable) {
   LinuxMachine machine;
   const size_t count = machine.driveCount().value_or(0);
   for (const int64_t bytes : walk(machine, count)) EXPECT_GE(bytes, 0);

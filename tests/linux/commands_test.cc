@@ -22,19 +22,19 @@ using ::testing::Eq;
 using ::testing::MatchesRegex;
 using ::testing::Optional;
 
-/// Whether this process has children that nobody has collected.
+/// Whether this process has ended children that nobody has waited for.
 bool hasChildren() {
   siginfo_t info{};
   return waitid(P_ALL, 0, &info, WEXITED | WNOHANG | WNOWAIT) == 0;
 }
 
-/// Collects what other tests of this process left behind.
+/// Waits for children that other tests of this process have left.
 void collectStrays() {
   while (waitpid(-1, nullptr, 0) > 0) {
   }
 }
 
-/// Sets a signal's handling until its end.
+/// Sets a signal's handling for as long as the object lives.
 class Handling {
  public:
   Handling(int signal, void (*handler)(int)) : signal_(signal) {
@@ -54,7 +54,7 @@ class Handling {
 volatile sig_atomic_t signalsSeen = 0;
 void countSignal(int) { signalsSeen = signalsSeen + 1; }
 
-TEST(Commands, PrintWhatTheShellPrints) {
+TEST(Commands, OutputIsWhatTheShellPrints) {
   LinuxMachine machine;
   EXPECT_THAT(machine.outputOfCommand("printf '%s\\0|' \"$((6 * 7))\""),
               Optional(Eq(std::string("42\0|", 4))));
@@ -62,20 +62,20 @@ TEST(Commands, PrintWhatTheShellPrints) {
   EXPECT_THAT(machine.outputOfCommand("true; echo a; exit 1"), Optional(Eq("a\n")));
 }
 
-TEST(Commands, TenMegabytesComeWhole) {
+TEST(Commands, TenMegabytesAreReadCompletely) {
   const auto output = LinuxMachine().outputOfCommand("head -c 10000000 /dev/zero | tr '\\0' x");
   ASSERT_TRUE(output);
   EXPECT_EQ(*output, std::string(10'000'000, 'x'));
 }
 
-TEST(Commands, OutputIsReadUntilItsLastHolderEnds) {
+TEST(Commands, OutputIsReadUntilItsLastWriterEnds) {
   // The second writer waits until the shell has ended.
   const auto output = LinuxMachine().outputOfCommand(
       "(while [ \"$(cut -d ' ' -f 3 /proc/$$/stat)\" != Z ]; do :; done; echo late) & echo early");
   EXPECT_THAT(output, Optional(Eq("early\nlate\n")));
 }
 
-TEST(Commands, NoChildIsLeft) {
+TEST(Commands, NoChildIsLeftBehind) {
   collectStrays();
   {
     LinuxMachine machine;
@@ -115,7 +115,7 @@ TEST(Commands, HostsOwnChildrenAreLeftAlone) {
   EXPECT_EQ(WEXITSTATUS(status), 7);
 }
 
-TEST(Commands, HostThatIgnoresItsChildrenIsServed) {
+TEST(Commands, CommandsRunIfTheHostIgnoresItsChildren) {
   collectStrays();
   const Handling ignored(SIGCHLD, SIG_IGN);
   {
@@ -126,7 +126,7 @@ TEST(Commands, HostThatIgnoresItsChildrenIsServed) {
   EXPECT_FALSE(hasChildren());
 }
 
-TEST(Commands, HostsHandlersStayAndInterruptionsDoNoHarm) {
+TEST(Commands, SignalHandlersAreKeptAndInterruptionsDoNoHarm) {
   const Handling counting(SIGUSR1, countSignal);
   const Handling children(SIGCHLD, countSignal);
   signalsSeen = 0;
@@ -144,12 +144,12 @@ TEST(Commands, HostsHandlersStayAndInterruptionsDoNoHarm) {
 TEST(Commands, ShellInheritsNoDescriptor) {
   const int inheritable = open("/dev/null", O_RDONLY);
   ASSERT_GE(inheritable, 3);
-  // The fourth is that of the folder itself.
+  // The fourth belongs to ls, which reads the folder.
   EXPECT_THAT(LinuxMachine().outputOfCommand("ls /proc/self/fd"), Optional(Eq("0\n1\n2\n3\n")));
   close(inheritable);
 }
 
-TEST(Commands, ShellStartsWithNoSignalBlockedOrIgnored) {
+TEST(Commands, ShellStartsWithoutBlockedOrIgnoredSignals) {
   const Handling ignored(SIGPIPE, SIG_IGN);
   sigset_t blocked;
   sigset_t former;
@@ -158,17 +158,17 @@ TEST(Commands, ShellStartsWithNoSignalBlockedOrIgnored) {
   pthread_sigmask(SIG_BLOCK, &blocked, &former);
   const auto signals = LinuxMachine().outputOfCommand("grep -E '^Sig(Blk|Ign):' /proc/self/status");
   pthread_sigmask(SIG_SETMASK, &former, nullptr);
-  // The C library keeps the signals from 32 on to itself.
+  // The C library reserves signals from 32 on.
   EXPECT_THAT(signals, Optional(MatchesRegex("SigBlk:\t0+\nSigIgn:\t[0-9a-f]+0000000\n")));
 }
 
-TEST(Commands, StandardErrorIsTheHosts) {
+TEST(Commands, ShellSharesTheHostsStandardError) {
   ::testing::internal::CaptureStderr();
   EXPECT_THAT(LinuxMachine().outputOfCommand("echo out; echo trouble >&2"), Optional(Eq("out\n")));
   EXPECT_EQ(::testing::internal::GetCapturedStderr(), "trouble\n");
 }
 
-TEST(Commands, HostWithoutStandardOutputIsServed) {
+TEST(Commands, CommandsRunIfTheHostHasNoStandardOutput) {
   const int output = fcntl(STDOUT_FILENO, F_DUPFD_CLOEXEC, 10);
   close(STDOUT_FILENO);
   const auto text = LinuxMachine().outputOfCommand("echo still");
@@ -177,7 +177,7 @@ TEST(Commands, HostWithoutStandardOutputIsServed) {
   EXPECT_THAT(text, Optional(Eq("still\n")));
 }
 
-TEST(Commands, AbsentWhereNoDescriptorIsLeft) {
+TEST(Commands, OutputIsAbsentIfNoDescriptorIsLeft) {
   LinuxMachine machine;
   std::vector<int> held;
   for (;;) {

@@ -18,7 +18,7 @@ std::string valueOf(std::string_view line) {
   return linuxos::assignedValue(line, "PRETTY_HOSTNAME").value_or("(none)");
 }
 
-TEST(HostName, OwnersNameIsReadAsAShellWouldReadIt) {
+TEST(HostName, OwnersNameIsUnquotedAsByAShell) {
   EXPECT_EQ(valueOf("PRETTY_HOSTNAME=Cellar\n"), "Cellar");
   EXPECT_EQ(valueOf("PRETTY_HOSTNAME=Cellar  \r\n"), "Cellar");
   EXPECT_EQ(valueOf("PRETTY_HOSTNAME=Ann\\'s\\ box"), "Ann's box");
@@ -28,7 +28,7 @@ TEST(HostName, OwnersNameIsReadAsAShellWouldReadIt) {
   EXPECT_EQ(valueOf("PRETTY_HOSTNAME=\" spaced \"\n"), " spaced ");
 }
 
-TEST(HostName, LastAssignmentOfThatVeryVariableCounts) {
+TEST(HostName, LastAssignmentOfTheVariableIsUsed) {
   EXPECT_EQ(valueOf("PRETTY_HOSTNAME=one\nICON=x\nPRETTY_HOSTNAME=two\n"), "two");
   EXPECT_EQ(valueOf("#PRETTY_HOSTNAME=one\nXPRETTY_HOSTNAME=two\n"), "(none)");
   EXPECT_EQ(valueOf("PRETTY_HOSTNAME"), "(none)");
@@ -37,7 +37,7 @@ TEST(HostName, LastAssignmentOfThatVeryVariableCounts) {
   EXPECT_EQ(valueOf("PRETTY_HOSTNAME=\"open"), "open");
 }
 
-TEST(HostName, OwnersNameStandsBeforeTheKernels) {
+TEST(HostName, OwnersNameIsPreferredToTheKernels) {
   Tree tree;
   tree.write("proc/sys/kernel/hostname", "cellar-3\n");
   LinuxMachine machine(tree.roots());
@@ -48,7 +48,7 @@ TEST(HostName, OwnersNameStandsBeforeTheKernels) {
   EXPECT_THAT(machine.localizedHostName(), Optional(Eq("The cellar")));
 }
 
-TEST(HostName, AbsentInATreeThatHoldsNone) {
+TEST(HostName, IsAbsentInATreeWithoutOne) {
   const Tree tree;
   EXPECT_EQ(LinuxMachine(tree.roots()).localizedHostName(), std::nullopt);
   LinuxRoots withoutEtc = tree.roots();
@@ -58,7 +58,7 @@ TEST(HostName, AbsentInATreeThatHoldsNone) {
 
 TEST(HostName, ThisComputerHasOne) { EXPECT_NE(LinuxMachine().localizedHostName(), std::nullopt); }
 
-TEST(MachineName, TreeIsNeverTakenForThisComputer) {
+TEST(MachineName, TreeIsNotThisComputer) {
   const Tree tree;
   LinuxMachine machine(tree.roots());
   EXPECT_FALSE(machine.isThisComputer());
@@ -68,7 +68,7 @@ TEST(MachineName, TreeIsNeverTakenForThisComputer) {
   EXPECT_TRUE(makeThisComputer()->isThisComputer());
 }
 
-TEST(MachineName, ModelIsTheFirstTextThatIsNoPlaceholder) {
+TEST(MachineName, ModelIsTheFirstTextThatIsNotAPlaceholder) {
   Tree tree;
   const auto model = [&] {
     return linuxos::modelName(linuxos::SystemCalls::real(), tree.at("sys"));

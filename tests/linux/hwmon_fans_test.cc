@@ -1,4 +1,4 @@
-// Fans: which ones, in which order, under which names.
+// Which fans are shown, in which order and under which names.
 #include <gmock/gmock.h>
 
 #include <string>
@@ -20,12 +20,12 @@ std::vector<std::pair<std::string, float>> fansOf(const Tree& tree) {
   return fans(machine);
 }
 
-TEST(HwmonFans, ComputerWithoutAnyHasNone) {
+TEST(HwmonFans, ComputerWithoutFansShowsNone) {
   const Tree tree;
   EXPECT_THAT(fansOf(tree), IsEmpty());
 }
 
-TEST(HwmonFans, NameIsTheLabelElseChipAndChannel) {
+TEST(HwmonFans, NameIsTheLabelOrChipAndChannel) {
   Tree tree;
   addChip(tree, 0, "dell_smm", "platform/dell_smm_hwmon",
           {{"fan1", "0"}, {"fan2", "2400"}, {"fan3", "900", "Processor Fan"}});
@@ -36,7 +36,7 @@ TEST(HwmonFans, NameIsTheLabelElseChipAndChannel) {
                           Pair("dell_smm-2", 2400), Pair("Processor", 900), Pair("CPU_Opt", 800)));
 }
 
-TEST(HwmonFans, MacsOwnComeFirstByTheNamesOfTheController) {
+TEST(HwmonFans, FansOfAMacsControllerComeFirst) {
   Tree tree;
   addChip(tree, 0, "amdgpu", "pci0000:00/0000:03:00.0", {{"fan1", "1500"}});
   addOldChip(tree, 1, "applesmc", "platform/applesmc.768",
@@ -45,7 +45,7 @@ TEST(HwmonFans, MacsOwnComeFirstByTheNamesOfTheController) {
               ElementsAre(Pair("Left", 2000), Pair("Right", 2100), Pair("amdgpu-1", 1500)));
 }
 
-TEST(HwmonFans, NamesThatBeginAlikeStayTwo) {
+TEST(HwmonFans, NamesThatBeginAlikeStayDifferent) {
   Tree tree;
   addChip(tree, 0, "macsmc_hwmon", "platform/soc/smc",
           {{"fan1", "1000", "Fan 1"}, {"fan2", "1001", "Fan 2"}});
@@ -58,13 +58,13 @@ TEST(HwmonFans, NamesThatBeginAlikeStayTwo) {
                                         Pair("Same_long_la", 1), Pair("Same_long_-2", 2)));
 }
 
-TEST(HwmonFans, OfMoreThanTenThoseThatTurnOrHaveALabelAreShown) {
+TEST(HwmonFans, TenFansThatTurnOrHaveALabelAreShownIfThereAreMore) {
   Tree tree;
   std::vector<ChannelFiles> channels;
   for (int i = 1; i <= 14; ++i) {
     channels.push_back({"fan" + std::to_string(i), i % 2 == 0 ? "0" : std::to_string(1000 + i)});
   }
-  channels[11].label = "Pump";  // fan12 stands still
+  channels[11].label = "Pump";  // fan12 does not turn
   addChip(tree, 0, "nct6798", "platform/nct6775.656", channels);
   EXPECT_THAT(fansOf(tree),
               ElementsAre(Pair("nct6798-1", 1001), Pair("nct6798-2", 0), Pair("nct6798-3", 1003),
@@ -75,7 +75,7 @@ TEST(HwmonFans, OfMoreThanTenThoseThatTurnOrHaveALabelAreShown) {
   EXPECT_EQ(listed(machine, "nct6798", "fan6_input").reason, "ten other fans are shown");
 }
 
-TEST(HwmonFans, FanWithoutAReadingIsLeftOutAndNotTakenForAStoppedOne) {
+TEST(HwmonFans, FanWithoutAReadingIsNotTreatedAsStopped) {
   Tree tree;
   addChip(tree, 0, "nct6798", "platform/nct6775.656",
           {{"fan1", "1000"}, {"fan2", "65535"}, {"fan3", "-5"}, {"fan4", "fast"}, {"fan5", "1"}});
@@ -85,14 +85,14 @@ TEST(HwmonFans, FanWithoutAReadingIsLeftOutAndNotTakenForAStoppedOne) {
                           Pair("nct6798-4", -1), Pair("nct6798-5", -1)));
 }
 
-TEST(HwmonFans, GraphicsFanOfAutomaticSpeedIsRead) {
+TEST(HwmonFans, GraphicsFanWithAutomaticSpeedIsRead) {
   Tree tree;
   addChip(tree, 0, "amdgpu", "pci0000:00/0000:03:00.0", {{"fan1", "1500"}});
   tree.write(chipFile(0, "fan1_enable"), "0\n");
   EXPECT_THAT(fansOf(tree), ElementsAre(Pair("amdgpu-1", 1500)));
 }
 
-TEST(HwmonFans, LabelsOfGarbageMakeHarmlessNames) {
+TEST(HwmonFans, GarbageInLabelsGivesPrintableNames) {
   Tree tree;
   addChip(tree, 0, "chip", "platform/chip",
           {{"fan1", "1", "a\nb"}, {"fan2", "2", " \t "}, {"fan3", "3", "\xC3\xA9t\xC3\xA9"}});

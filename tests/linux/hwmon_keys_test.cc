@@ -1,4 +1,4 @@
-// Which key each of a computer's sensors is read by.
+// Which sensor each key reads.
 #include <gmock/gmock.h>
 
 #include <cstddef>
@@ -10,7 +10,7 @@
 namespace halvermonte::test {
 namespace {
 
-/// The temperature of a key on a computer that was just switched on.
+/// The temperature of a key in a computer's first pass.
 double read(const Tree& tree, const std::string& key, LinuxOptions options = {}) {
   LinuxMachine machine(tree.roots(), options);
   return temperature(machine, key);
@@ -33,7 +33,7 @@ std::vector<ChannelFiles> coresFrom(int firstCore, int count, int firstDegree) {
   return channels;
 }
 
-TEST(HwmonKeys, IntelPackagesAndCores) {
+TEST(HwmonKeys, IntelPackageAndCoresHaveKeys) {
   Tree tree;
   std::vector<ChannelFiles> channels = coresFrom(0, 4, 41);
   channels.push_back({"temp1", "51000", "Package id 0"});
@@ -44,7 +44,7 @@ TEST(HwmonKeys, IntelPackagesAndCores) {
   EXPECT_EQ(read(tree, "TC5C"), -1);
 }
 
-TEST(HwmonKeys, TwoIntelPackagesHaveAsManyCoresAsThereAreNames) {
+TEST(HwmonKeys, CoresOfTwoIntelPackagesShareTheKeys) {
   Tree tree;
   std::vector<ChannelFiles> second = coresFrom(0, 6, 61);
   second.push_back({"temp1", "72000", "Package id 1"});
@@ -65,7 +65,7 @@ TEST(HwmonKeys, TwoIntelPackagesHaveAsManyCoresAsThereAreNames) {
   EXPECT_EQ(unnamed, 4u);
 }
 
-TEST(HwmonKeys, CoresOfAHybridChipKeepTheirOrderOverGapsInTheirNumbers) {
+TEST(HwmonKeys, CoresKeepTheirOrderIfTheirNumbersHaveGaps) {
   Tree tree;
   std::vector<ChannelFiles> channels = {{"temp2", "41000", "Core 0"},
                                         {"temp6", "42000", "Core 4"},
@@ -78,7 +78,7 @@ TEST(HwmonKeys, CoresOfAHybridChipKeepTheirOrderOverGapsInTheirNumbers) {
   EXPECT_EQ(read(tree, "TC4C"), 43);
 }
 
-TEST(HwmonKeys, AmdDieStandsForThePackageBeforeItsControlValue) {
+TEST(HwmonKeys, AmdDieIsPreferredToItsControlValue) {
   Tree tree;
   addChip(tree, 0, "k10temp", "pci0000:00/0000:00:18.3",
           {{"temp1", "77000", "Tctl"},
@@ -94,7 +94,7 @@ TEST(HwmonKeys, AmdDieStandsForThePackageBeforeItsControlValue) {
   EXPECT_EQ(reasonOf(tree, "k10temp", "temp5_input"), "the catalogue has no name for it");
 }
 
-TEST(HwmonKeys, AmdControlValueStandsForThePackageWhereItIsAllThereIs) {
+TEST(HwmonKeys, AmdControlValueIsUsedIfThereIsNoDie) {
   Tree labelled;
   addChip(labelled, 0, "k10temp", "pci0000:00/0000:00:18.3", {{"temp1", "45125", "Tctl"}});
   EXPECT_EQ(read(labelled, "TC0D"), 45.125);
@@ -108,7 +108,7 @@ TEST(HwmonKeys, AmdControlValueStandsForThePackageWhereItIsAllThereIs) {
   EXPECT_EQ(read(other, "TC0E"), 40);
 }
 
-TEST(HwmonKeys, TwoAmdChipsAreTwoPackagesOnlyWhereThereAreTwo) {
+TEST(HwmonKeys, TwoAmdChipsShareAKeyIfTheyAreInOnePackage) {
   Tree tree;
   addChip(tree, 0, "k10temp", "pci0000:00/0000:00:19.3",
           {{"temp1", "55000", "Tctl"}, {"temp4", "54000", "Tccd2"}});
@@ -120,10 +120,10 @@ TEST(HwmonKeys, TwoAmdChipsAreTwoPackagesOnlyWhereThereAreTwo) {
   EXPECT_EQ(read(tree, "TC1F"), 54);
   addProcessorOfPackage(tree, 1, 0);
   EXPECT_EQ(read(tree, "TC0D"), 45);
-  EXPECT_EQ(read(tree, "TC1D"), -1) << "both are of the one package";
+  EXPECT_EQ(read(tree, "TC1D"), -1) << "both are in one package";
 }
 
-TEST(HwmonKeys, BoardsWithoutACoreSensorHaveTheirProcessorZone) {
+TEST(HwmonKeys, BoardWithoutACoreSensorShowsItsThermalZones) {
   Tree tree;
   addChip(tree, 0, "cpu_thermal", "virtual/thermal/thermal_zone0", {{"temp1", "48312"}});
   addChip(tree, 1, "gpu_thermal", "virtual/thermal/thermal_zone1", {{"temp1", "47500"}});
@@ -131,7 +131,7 @@ TEST(HwmonKeys, BoardsWithoutACoreSensorHaveTheirProcessorZone) {
   EXPECT_EQ(read(tree, "TG0D"), 47.5);
 }
 
-TEST(HwmonKeys, GraphicsEdgeIsTheDieWhereNoJunctionIsTold) {
+TEST(HwmonKeys, GraphicsEdgeIsTheDieIfThereIsNoJunction) {
   Tree tree;
   addChip(tree, 0, "amdgpu", "pci0000:00/0000:03:00.0", {{"temp1", "44000", "edge"}});
   EXPECT_EQ(read(tree, "TG0D"), 44);
@@ -146,7 +146,7 @@ TEST(HwmonKeys, GraphicsEdgeIsTheDieWhereNoJunctionIsTold) {
   EXPECT_EQ(read(other, "TG0D"), 39);
 }
 
-TEST(HwmonKeys, SixteenMemoryModulesHaveSixteenNames) {
+TEST(HwmonKeys, SixteenMemoryModulesHaveKeys) {
   Tree tree;
   for (int i = 0; i < 17; ++i) {
     const std::string bus = std::to_string(i / 8);
@@ -166,7 +166,7 @@ TEST(HwmonKeys, SixteenMemoryModulesHaveSixteenNames) {
   EXPECT_EQ(machine.inventory().back().reason, "the catalogue has no more names for its kind");
 }
 
-TEST(HwmonKeys, NewerMemoryModulesAreNamedLikewise) {
+TEST(HwmonKeys, NewerMemoryModulesHaveTheSameKeys) {
   Tree tree;
   addChip(tree, 0, "spd5118", "pci0000:00/i2c-1/1-0050", {{"temp1", "38250"}});
   addChip(tree, 1, "spd5118", "pci0000:00/i2c-1/1-0052", {{"temp1", "38750"}});
@@ -174,7 +174,7 @@ TEST(HwmonKeys, NewerMemoryModulesAreNamedLikewise) {
   EXPECT_EQ(read(tree, "TM1P"), 38.75);
 }
 
-TEST(HwmonKeys, DrivesShareTheirNames) {
+TEST(HwmonKeys, NvmeAndOtherDrivesShareTheKeys) {
   Tree tree;
   for (int i = 0; i < 3; ++i) {
     const std::string address = "0000:0" + std::to_string(i + 1) + ":00.0";
@@ -193,7 +193,7 @@ TEST(HwmonKeys, DrivesShareTheirNames) {
   EXPECT_EQ(reasonOf(tree, "nvme", "temp2_input"), "the catalogue has no name for it");
 }
 
-TEST(HwmonKeys, RadioChipsetBatteryAndFirmwareZones) {
+TEST(HwmonKeys, RadioChipsetBatteryAndFirmwareZonesHaveKeys) {
   Tree tree;
   addChip(tree, 0, "iwlwifi_1", "virtual/thermal/thermal_zone5", {{"temp1", "47000"}});
   addChip(tree, 1, "pch_cannonlake", "virtual/thermal/thermal_zone3", {{"temp1", "53000"}});
@@ -214,7 +214,7 @@ TEST(HwmonKeys, RadioChipsetBatteryAndFirmwareZones) {
   }
 }
 
-TEST(HwmonKeys, BoardMonitorsNameWhatTheirLabelsTell) {
+TEST(HwmonKeys, BoardSensorsAreKnownByTheirLabels) {
   Tree tree;
   addChip(tree, 0, "nct6798", "platform/nct6775.656",
           {{"temp1", "33000", "SYSTIN"},
@@ -236,7 +236,7 @@ TEST(HwmonKeys, BoardMonitorsNameWhatTheirLabelsTell) {
   EXPECT_EQ(read(tree, "TA1P"), 34);
 }
 
-TEST(HwmonKeys, LaptopSensorsWithoutLabelsStayUnnamed) {
+TEST(HwmonKeys, LaptopSensorsWithoutLabelsHaveNoKeys) {
   Tree tree;
   addChip(tree, 0, "dell_smm", "platform/dell_smm_hwmon", {{"temp1", "52000"}, {"temp2", "42000"}});
   EXPECT_EQ(reasonOf(tree, "dell_smm", "temp1_input"), "the catalogue has no name for it");
@@ -273,7 +273,7 @@ TEST(HwmonKeys, IntelMacsLabelsAreItsKeys) {
            {"temp2", "48000", "Core 0"},
            {"temp3", "49000", "Core 1"}});
   EXPECT_EQ(read(tree, "TA0P"), 32);
-  EXPECT_EQ(read(tree, "TC1C"), 50) << "its own reading, not the processor driver's";
+  EXPECT_EQ(read(tree, "TC1C"), 50) << "the controller's own reading, not the processor's";
   EXPECT_EQ(read(tree, "TC2C"), 49);
   EXPECT_EQ(read(tree, "TC0D"), 51);
   EXPECT_EQ(read(tree, "TW0P"), -1);
@@ -304,10 +304,11 @@ TEST(HwmonKeys, AppleSiliconsKeysAreInItsDeviceTree) {
   EXPECT_FLOAT_EQ(static_cast<float>(read(tree, "TW0P")), 33.296F);
   EXPECT_FLOAT_EQ(static_cast<float>(read(tree, "TH0x")), 31.093F);
   EXPECT_EQ(read(tree, "TCHP"), 30);
-  EXPECT_EQ(read(tree, "Tp0X"), 36.5) << "the only one without a label on both sides";
+  EXPECT_EQ(read(tree, "Tp0X"), 36.5)
+      << "the only channel without a label, and the only sensor without one";
   EXPECT_FLOAT_EQ(static_cast<float>(read(tree, "PSTR")), 3.214843F);
   addDeviceTreeSensor(tree, "temperature-Tp0b", "");
-  EXPECT_EQ(read(tree, "Tp0X"), -1) << "nothing tells which of the two it is";
+  EXPECT_EQ(read(tree, "Tp0X"), -1) << "it may be either of the two";
   EXPECT_EQ(reasonOf(tree, "macsmc_hwmon", "temp5_input"), "the device tree has no key for it");
 }
 
@@ -333,7 +334,7 @@ TEST(HwmonKeys, AppleSiliconsControllerIsOnABusOfTheSystemOnAChip) {
   EXPECT_EQ(battery("soc/old-smc@23e400000"), -1);
 }
 
-TEST(HwmonKeys, NumbersOfTheChipsChangeNothing) {
+TEST(HwmonKeys, NumbersOfTheChipsDoNotMatter) {
   const auto layOut = [](Tree& tree, int first, int second, int third) {
     addChip(tree, first, "nvme", "pci0000:00/0000:01:00.0/nvme/nvme0",
             {{"temp1", "31850", "Composite"}});

@@ -1,4 +1,4 @@
-// When a sensor is read, and what is no reading.
+// When a sensor is read, and when it has no reading.
 #include <gmock/gmock.h>
 
 #include <algorithm>
@@ -22,7 +22,7 @@ class HwmonReadings : public ::testing::Test {
             {{"temp1", "51000", "Package id 0"}, {"temp2", "41000", "Core 0"}});
   }
 
-  /// One pass's reading of the package.
+  /// The package's temperature in one pass.
   double package() { return temperature(machine(), "TC0D"); }
   LinuxMachine& machine() {
     if (!machine_) machine_ = std::make_unique<LinuxMachine>(tree.roots(), LinuxOptions(), calls);
@@ -36,13 +36,13 @@ class HwmonReadings : public ::testing::Test {
   std::unique_ptr<LinuxMachine> machine_;
 };
 
-TEST_F(HwmonReadings, AreTakenAnewInEachPass) {
+TEST_F(HwmonReadings, AreReadInEachPass) {
   EXPECT_EQ(package(), 51);
   tree.write(chipFile(0, "temp1_input"), "52500\n");
   EXPECT_EQ(package(), 52.5);
 }
 
-TEST_F(HwmonReadings, AreTakenOnceAPassHoweverOftenAsked) {
+TEST_F(HwmonReadings, AreReadOnlyOnceInAPass) {
   const Connection connection(machine());
   EXPECT_EQ(connection.temperature("TC0D"), 51);
   calls.restart();
@@ -51,12 +51,12 @@ TEST_F(HwmonReadings, AreTakenOnceAPassHoweverOftenAsked) {
   EXPECT_EQ(calls.reads, 0u);
 }
 
-TEST_F(HwmonReadings, TextsThatAreNoNumberAreNone) {
+TEST_F(HwmonReadings, TextThatIsNotANumberGivesNoReading) {
   for (const char* text : {"", "\n", "warm\n", "42000 mC\n", "42.5\n", "0x2a\n", "4 2000\n",
                            "42000\n42000\n", "99999999999999999999999\n", "--1\n"}) {
     tree.write(chipFile(0, "temp1_input"), text);
     EXPECT_EQ(package(), -1) << text;
-    EXPECT_EQ(temperature(machine(), "TC1C"), 41) << "the others go on";
+    EXPECT_EQ(temperature(machine(), "TC1C"), 41) << "other sensors are still read";
   }
   tree.write(chipFile(0, "temp1_input"), std::string(1 << 20, '4'));
   EXPECT_EQ(package(), -1);
@@ -66,7 +66,7 @@ TEST_F(HwmonReadings, TextsThatAreNoNumberAreNone) {
   }
 }
 
-TEST_F(HwmonReadings, ValuesOutsideTheDriversRangeAreNone) {
+TEST_F(HwmonReadings, ValueOutsideTheDriversRangeGivesNoReading) {
   for (const char* text : {"0\n", "-127000\n", "126000\n", "2147483647\n", "-2147483648\n"}) {
     tree.write(chipFile(0, "temp1_input"), text);
     EXPECT_EQ(package(), -1) << text;
@@ -75,7 +75,7 @@ TEST_F(HwmonReadings, ValuesOutsideTheDriversRangeAreNone) {
   EXPECT_EQ(package(), 125);
 }
 
-TEST_F(HwmonReadings, DriversSentinelsAreNone) {
+TEST_F(HwmonReadings, SentinelValuesOfDriversGiveNoReading) {
   Tree other;
   addChip(other, 0, "nct6798", "platform/nct6775.656", {{"temp2", "127000", "CPUTIN"}});
   addChip(other, 1, "nvme", "pci0000:00/nvme/nvme0", {{"temp1", "-273150", "Composite"}});
@@ -86,7 +86,7 @@ TEST_F(HwmonReadings, DriversSentinelsAreNone) {
   EXPECT_EQ(temperature(computer, "TG0P"), -1);
 }
 
-TEST_F(HwmonReadings, FaultyAndDisabledSensorsGiveNoneUntilTheyAreWellAgain) {
+TEST_F(HwmonReadings, FaultyAndDisabledSensorsAreNotReadUntilTheyWorkAgain) {
   tree.write(chipFile(0, "temp1_fault"), "1\n").write(chipFile(0, "temp2_enable"), "0\n");
   EXPECT_EQ(package(), -1);
   EXPECT_EQ(temperature(machine(), "TC1C"), -1);
@@ -96,17 +96,17 @@ TEST_F(HwmonReadings, FaultyAndDisabledSensorsGiveNoneUntilTheyAreWellAgain) {
   EXPECT_EQ(temperature(machine(), "TC1C"), 41);
 }
 
-TEST_F(HwmonReadings, FailedReadEndsThatReadingAlone) {
+TEST_F(HwmonReadings, FailedReadAffectsOnlyThatSensor) {
   for (const int error : {EIO, ENODATA, ENXIO, EAGAIN, ETIMEDOUT, EPERM, EOPNOTSUPP, EBUSY}) {
     calls.readFails = failingOn("temp1_input", error);
     EXPECT_EQ(package(), -1) << error;
     EXPECT_EQ(temperature(machine(), "TC1C"), 41);
     calls.readFails = nullptr;
-    EXPECT_EQ(package(), 51) << "in the very next pass";
+    EXPECT_EQ(package(), 51) << "in the next pass";
   }
 }
 
-TEST_F(HwmonReadings, VanishedSensorCostsNothingAndIsLookedForEveryTenSeconds) {
+TEST_F(HwmonReadings, RemovedSensorIsTriedEveryTenSeconds) {
   EXPECT_EQ(package(), 51);
   calls.readFails = failingOn("temp1_input", ENODEV);
   EXPECT_EQ(package(), -1);
@@ -123,7 +123,7 @@ TEST_F(HwmonReadings, VanishedSensorCostsNothingAndIsLookedForEveryTenSeconds) {
   EXPECT_EQ(package(), 51);
 }
 
-TEST_F(HwmonReadings, SensorThatTakesLongToFailDoesNotSlowTheOthersPassByPass) {
+TEST_F(HwmonReadings, SensorThatFailsSlowlyIsTriedEveryTenSeconds) {
   EXPECT_EQ(package(), 51);
   int attempts = 0;
   calls.readFails = [&](std::string_view path) {
@@ -140,7 +140,7 @@ TEST_F(HwmonReadings, SensorThatTakesLongToFailDoesNotSlowTheOthersPassByPass) {
   calls.seconds += 10;
   EXPECT_EQ(package(), 51);
   tree.write(chipFile(0, "temp1_input"), "52000\n");
-  EXPECT_EQ(package(), 52) << "and in each pass again";
+  EXPECT_EQ(package(), 52) << "it is read in each pass again";
 }
 
 TEST_F(HwmonReadings, UnreadableSensorIsTriedEveryTenSeconds) {
@@ -155,7 +155,7 @@ TEST_F(HwmonReadings, UnreadableSensorIsTriedEveryTenSeconds) {
   EXPECT_EQ(package(), 51);
 }
 
-TEST_F(HwmonReadings, ChipThatComesIsFoundAtTheNextOpening) {
+TEST_F(HwmonReadings, AddedAndRemovedChipsAreNoticedAtTheNextPass) {
   EXPECT_EQ(temperature(machine(), "TH0a"), -1);
   addChip(tree, 5, "nvme", "pci0000:00/0000:01:00.0/nvme/nvme0", {{"temp1", "31000", "Composite"}});
   EXPECT_EQ(temperature(machine(), "TH0a"), 31);
@@ -164,7 +164,7 @@ TEST_F(HwmonReadings, ChipThatComesIsFoundAtTheNextOpening) {
   EXPECT_EQ(package(), 51);
 }
 
-TEST_F(HwmonReadings, ChipThatShowsItsFilesLateIsFoundToo) {
+TEST_F(HwmonReadings, ChipWhoseFilesAppearLaterIsFound) {
   EXPECT_EQ(temperature(machine(), "TH0a"), -1);
   tree.folder("sys/devices/pci0000:00/nvme0/hwmon5");
   tree.link("sys/class/hwmon/hwmon5", "sys/devices/pci0000:00/nvme0/hwmon5");
@@ -173,18 +173,18 @@ TEST_F(HwmonReadings, ChipThatShowsItsFilesLateIsFoundToo) {
   EXPECT_EQ(temperature(machine(), "TH0a"), 31);
 }
 
-TEST_F(HwmonReadings, OtherDeviceUnderAFormerNumberIsNotTakenForTheFirst) {
+TEST_F(HwmonReadings, NewDeviceWithTheNumberOfARemovedOneIsNotMistakenForIt) {
   addChip(tree, 5, "nvme", "pci0000:00/0000:01:00.0/nvme/nvme0", {{"temp1", "31000", "Composite"}});
   EXPECT_EQ(temperature(machine(), "TH0a"), 31);
-  // Out of the way, not removed: unlike the kernel's, a disk's file system may give the link that
-  // follows the same inode number.
+  // The link is moved, not removed. Unlike the kernel, a disk's file system may otherwise give the
+  // next link the same inode number.
   tree.move("sys/class/hwmon/hwmon5", "sys/former").remove("sys/devices/pci0000:00");
   addChip(tree, 5, "iwlwifi_1", "virtual/thermal/thermal_zone1", {{"temp1", "44000"}});
   EXPECT_EQ(temperature(machine(), "TH0a"), -1);
   EXPECT_EQ(temperature(machine(), "TW0P"), 44);
 }
 
-TEST_F(HwmonReadings, HardwareMonitoringMayComeAndGoAsAWhole) {
+TEST_F(HwmonReadings, HardwareMonitoringMayAppearAndDisappear) {
   tree.remove("sys/class");
   EXPECT_EQ(package(), -1);
   addChip(tree, 1, "coretemp", "platform/coretemp.0", {{"temp1", "50000", "Package id 0"}});
@@ -195,14 +195,14 @@ TEST_F(HwmonReadings, HardwareMonitoringMayComeAndGoAsAWhole) {
   EXPECT_EQ(package(), 49);
 }
 
-TEST_F(HwmonReadings, CommandsGoToADeviceAtMostEveryTenSeconds) {
+TEST_F(HwmonReadings, CommandsAreSentToADeviceAtMostEveryTenSeconds) {
   addChip(tree, 5, "nvme", "pci0000:00/0000:01:00.0/nvme/nvme0", {{"temp1", "31000", "Composite"}});
   EXPECT_EQ(temperature(machine(), "TH0a"), 31);
   tree.write(chipFile(5, "temp1_input"), "35000\n");
   calls.seconds += 9.5;
-  EXPECT_EQ(temperature(machine(), "TH0a"), 31) << "the last value stands in between";
+  EXPECT_EQ(temperature(machine(), "TH0a"), 31) << "the last value is kept meanwhile";
   addChip(tree, 6, "iwlwifi_1", "virtual/thermal/thermal_zone1", {{"temp1", "44000"}});
-  EXPECT_EQ(temperature(machine(), "TH0a"), 31) << "also when other chips come";
+  EXPECT_EQ(temperature(machine(), "TH0a"), 31) << "also if another chip is added";
   calls.seconds += 0.5;
   EXPECT_EQ(temperature(machine(), "TH0a"), 35);
   calls.readFails = failingOn("temp1_input", EIO);
@@ -210,7 +210,7 @@ TEST_F(HwmonReadings, CommandsGoToADeviceAtMostEveryTenSeconds) {
   EXPECT_EQ(temperature(machine(), "TH0a"), -1);
 }
 
-TEST_F(HwmonReadings, SleepingGraphicsAreNotTouched) {
+TEST_F(HwmonReadings, SleepingGraphicsDeviceIsNotRead) {
   const std::string device = "pci0000:00/0000:03:00.0";
   addChip(tree, 5, "amdgpu", device, {{"temp1", "44000", "edge"}, {"fan1", "900"}});
   tree.write("sys/devices/" + device + "/power/runtime_status", "suspended\n");
@@ -225,10 +225,10 @@ TEST_F(HwmonReadings, SleepingGraphicsAreNotTouched) {
   calls.restart();
   tree.write("sys/devices/" + device + "/power/runtime_status", "suspending\n");
   EXPECT_EQ(temperature(machine(), "TG0D"), -1);
-  EXPECT_EQ(calls.reads, 1u) << "of its power state";
+  EXPECT_EQ(calls.reads, 1u) << "only its power state";
 }
 
-TEST_F(HwmonReadings, GraphicsThatTellOnlyTheirPowerStateAreNotWokenEither) {
+TEST_F(HwmonReadings, GraphicsDeviceInALowPowerStateIsNotRead) {
   const std::string device = "pci0000:00/0000:03:00.0";
   addChip(tree, 5, "nouveau", device, {{"temp1", "44000"}});
   tree.write("sys/devices/" + device + "/power_state", "D3cold\n");
@@ -237,7 +237,7 @@ TEST_F(HwmonReadings, GraphicsThatTellOnlyTheirPowerStateAreNotWokenEither) {
   EXPECT_EQ(temperature(machine(), "TG0D"), 44);
 }
 
-TEST_F(HwmonReadings, GraphicsThatDozeOffByThemselvesAreLeftTheTimeToDoSo) {
+TEST_F(HwmonReadings, GraphicsDeviceThatMayFallAsleepIsReadEveryTenSeconds) {
   const std::string device = "pci0000:00/0000:03:00.0";
   addChip(tree, 5, "amdgpu", device, {{"temp1", "44000", "edge"}});
   tree.write("sys/devices/" + device + "/power/runtime_status", "active\n");
@@ -259,7 +259,7 @@ TEST_F(HwmonReadings, DanglingChipsAndFilesAreSkipped) {
   EXPECT_EQ(machine().inventory().size(), 3u);
 }
 
-TEST_F(HwmonReadings, EveryOpenAndReadMayFailOnceAndEndsAtMostOneReading) {
+TEST_F(HwmonReadings, SingleFailureLosesAtMostOneReading) {
   addChip(tree, 5, "nvme", "pci0000:00/0000:01:00.0/nvme/nvme0", {{"temp1", "31000", "Composite"}});
   addChip(tree, 6, "nvme", "pci0000:00/0000:02:00.0/nvme/nvme1", {{"temp1", "36000", "Composite"}});
   const std::vector<std::pair<std::string, double>> expected = {
@@ -285,7 +285,7 @@ TEST_F(HwmonReadings, EveryOpenAndReadMayFailOnceAndEndsAtMostOneReading) {
   }
 }
 
-TEST_F(HwmonReadings, ShortOfDescriptorsFilesAreOpenedEachTimeAndListedSo) {
+TEST_F(HwmonReadings, FilesAreOpenedForEachReadIfDescriptorsAreShort) {
   for (int i = 0; i < 30; ++i) {
     addChip(tree, 40 + i, "jc42", "pci0000:00/i2c-0/0-00" + std::to_string(10 + i),
             {{"temp1", std::to_string(20000 + i * 1000)}});
@@ -301,7 +301,7 @@ TEST_F(HwmonReadings, ShortOfDescriptorsFilesAreOpenedEachTimeAndListedSo) {
   EXPECT_GE(openedEachTime, 10);
 }
 
-TEST(HwmonMissing, ComputerThatTellsNothingAnswersNothing) {
+TEST(HwmonMissing, ComputerWithoutFilesHasNoReadings) {
   const Tree tree;
   LinuxMachine machine(tree.roots());
   EXPECT_TRUE(machine.smcService().present);

@@ -10,7 +10,7 @@
 namespace halvermonte::test {
 namespace {
 
-TEST(Inventory, TellsOfEachSensorWhereItIsAndWhatItReads) {
+TEST(Inventory, ListsPlaceKeyAndReadingOfEachSensor) {
   Tree tree;
   addChip(tree, 3, "coretemp", "platform/coretemp.0",
           {{"temp1", "51000", "Package id 0"}, {"in0", "900", "VCore"}});
@@ -30,7 +30,7 @@ TEST(Inventory, TellsOfEachSensorWhereItIsAndWhatItReads) {
   EXPECT_EQ(voltage.raw, "900");
 }
 
-TEST(Inventory, TellsWhyThereIsNoReading) {
+TEST(Inventory, SaysWhyThereIsNoReading) {
   Tree tree;
   addChip(tree, 0, "coretemp", "platform/coretemp.0",
           {{"temp1", "151000", "Package id 0"},
@@ -55,7 +55,7 @@ TEST(Inventory, TellsWhyThereIsNoReading) {
   EXPECT_EQ(state("temp6_input"), "no reading: Input/output error");
 }
 
-TEST(Inventory, KeepsNoTextOfWhatIsNotReadNow) {
+TEST(Inventory, HasNoTextOfASensorThatIsNotReadNow) {
   Tree tree;
   addChip(tree, 0, "coretemp", "platform/coretemp.0", {{"temp1", "51000", "Package id 0"}});
   tree.write(chipFile(0, "temp1_fault"), "0\n");
@@ -65,7 +65,7 @@ TEST(Inventory, KeepsNoTextOfWhatIsNotReadNow) {
   EXPECT_EQ(listed(machine, "coretemp", "temp1_input").raw, "");
 }
 
-TEST(Inventory, OmitsNoSensorAndAsksNoDriveUnlessToldTo) {
+TEST(Inventory, ListsEverySensorButReadsDrivesOnlyOnRequest) {
   Tree tree;
   addChip(tree, 0, "drivetemp", "pci0000:00/host0/target0:0:0/0:0:0:0", {{"temp1", "30000"}});
   addChip(

@@ -1,4 +1,4 @@
-// The processor: its name and its cores.
+// The processor's name and cores.
 #include <gmock/gmock.h>
 
 #include <cstdint>
@@ -22,7 +22,7 @@ using namespace std::string_view_literals;
 constexpr std::string_view kCompatible = "sys/firmware/devicetree/base/compatible";
 constexpr std::string_view kModel = "sys/firmware/devicetree/base/model";
 
-/// The item of the tree's hardware report, read as the engine reads it.
+/// The item of the tree's hardware report, parsed as the engine does.
 Dictionary reportOf(const Tree& tree) {
   LinuxMachine machine(tree.roots());
   const auto report = machine.outputOfCommand("system_profiler SPHardwareDataType -xml");
@@ -44,7 +44,7 @@ std::string chipOf(std::string_view compatible) {
   return entry(reportOf(tree), "chip_type");
 }
 
-TEST(ProcessorName, IntelsIsTheModelNameWithItsBlanksSqueezed) {
+TEST(ProcessorName, IsTheModelNameOnIntelWithSingleSpaces) {
   Tree tree;
   tree.write("proc/cpuinfo",
              "processor\t: 0\nvendor_id\t: GenuineIntel\ncpu family\t: 6\n"
@@ -52,13 +52,13 @@ TEST(ProcessorName, IntelsIsTheModelNameWithItsBlanksSqueezed) {
   EXPECT_EQ(entry(reportOf(tree), "cpu_type"), "Intel(R) Core(TM) i5-4258U CPU @ 2.40GHz");
 }
 
-TEST(ProcessorName, AmdsComesThroughMarkupAndCarriageReturns) {
+TEST(ProcessorName, KeepsMarkupCharactersAndDropsControlCharacters) {
   Tree tree;
   tree.write("proc/cpuinfo", "processor : 0\r\nmodel name : AMD <Ryzen> 9 & \"co\" 5950X\x01\r\n");
   EXPECT_EQ(entry(reportOf(tree), "cpu_type"), "AMD <Ryzen> 9 & \"co\" 5950X");
 }
 
-TEST(ProcessorName, AppleChipsAreKnownByTheirDeviceTree) {
+TEST(ProcessorName, IsFoundInTheDeviceTreeForAnAppleChip) {
   EXPECT_EQ(chipOf("apple,j313\0apple,t8103\0apple,arm-platform\0"sv), "Apple M1");
   EXPECT_EQ(chipOf("apple,j314s\0apple,t6000\0apple,arm-platform\0"sv), "Apple M1 Pro");
   EXPECT_EQ(chipOf("apple,j375d\0apple,t6002\0apple,arm-platform\0"sv), "Apple M1 Ultra");
@@ -82,13 +82,13 @@ TEST(ProcessorName, EveryAppleChipHasItsOwnName) {
   }
 }
 
-TEST(ProcessorName, UnknownAppleChipHasItsModelsName) {
+TEST(ProcessorName, IsTheModelsForAnUnknownAppleChip) {
   EXPECT_EQ(chipOf("apple,j999\0apple,t8152\0apple,arm-platform\0"sv),
             "Apple Macintosh (M9, 2029)");
   EXPECT_EQ(chipOf("apple,t81030\0"sv), "Apple Macintosh (M9, 2029)");
 }
 
-TEST(ProcessorName, BoardWithoutOneHasItsModelsName) {
+TEST(ProcessorName, IsTheModelsForABoardWithoutOne) {
   Tree tree;
   tree.write(kCompatible, "raspberrypi,4-model-b\0brcm,bcm2711\0"sv);
   tree.write(kModel, "Raspberry Pi 4 Model B Rev 1.4\0"sv);
@@ -98,19 +98,19 @@ TEST(ProcessorName, BoardWithoutOneHasItsModelsName) {
   EXPECT_EQ(entry(reportOf(tree), "cpu_type"), "POWER9, altivec supported");
 }
 
-TEST(ProcessorName, ComputerThatTellsNoneHasAReportWithoutOne) {
+TEST(ProcessorName, IsLeftOutOfTheReportIfThereIsNone) {
   Tree tree;
   EXPECT_EQ(reportOf(tree).size(), 0u);
   tree.write("proc/cpuinfo", "model name\nmodel name:\n\n:::\n");
   EXPECT_EQ(reportOf(tree).size(), 0u);
 }
 
-TEST(ProcessorName, ThisComputersReportIsNotRunAsACommand) {
+TEST(ProcessorName, ReportOfThisComputerDoesNotRunTheCommand) {
   const auto report = LinuxMachine().outputOfCommand("system_profiler SPHardwareDataType -xml");
   EXPECT_THAT(report, Optional(HasSubstr("<plist")));
 }
 
-/// Adds a processor that shares its core with those in the list.
+/// Adds a processor that shares its core with the processors in the list.
 void addProcessor(Tree& tree, int number, std::string_view coreList, std::string_view coreId = "0",
                   std::string_view file = "core_cpus_list") {
   const std::string topology = "sys/devices/system/cpu/cpu" + std::to_string(number) + "/topology/";
@@ -123,7 +123,7 @@ std::optional<int64_t> coresOf(const Tree& tree) {
   return LinuxMachine(tree.roots()).kernelVariable("hw.physicalcpu");
 }
 
-TEST(PhysicalCores, HybridChipCountsTwoThreadsOnceAndSmallCoresEach) {
+TEST(PhysicalCores, TwoThreadsOfACoreCountOnce) {
   Tree tree;
   addProcessor(tree, 0, "0-1", "0");
   addProcessor(tree, 1, "0-1", "0");
@@ -135,7 +135,7 @@ TEST(PhysicalCores, HybridChipCountsTwoThreadsOnceAndSmallCoresEach) {
   EXPECT_THAT(coresOf(tree), Optional(4));
 }
 
-TEST(PhysicalCores, AppleClustersRepeatTheirCoreNumbers) {
+TEST(PhysicalCores, EqualCoreNumbersInAppleClustersAreDifferentCores) {
   Tree tree;
   for (int i = 0; i < 8; ++i) addProcessor(tree, i, std::to_string(i), std::to_string(i % 4));
   EXPECT_THAT(coresOf(tree), Optional(8));
@@ -152,7 +152,7 @@ TEST(PhysicalCores, OfflineProcessorsDoNotCount) {
   EXPECT_THAT(coresOf(tree), Optional(2));
 }
 
-TEST(PhysicalCores, OlderKernelsNameTheListDifferently) {
+TEST(PhysicalCores, OlderNameOfTheListIsReadToo) {
   Tree tree;
   addProcessor(tree, 0, "0,2", "0", "thread_siblings_list");
   addProcessor(tree, 1, "1,3", "1", "thread_siblings_list");
@@ -160,7 +160,7 @@ TEST(PhysicalCores, OlderKernelsNameTheListDifferently) {
   EXPECT_THAT(coresOf(tree), Optional(2));
 }
 
-TEST(PhysicalCores, WithoutTopologyTheProcessorTableIsCounted) {
+TEST(PhysicalCores, ProcessorTableIsUsedWithoutTopology) {
   Tree tree;
   tree.write("proc/cpuinfo", "processor\t: 0\nBogoMIPS\t: 48\n\nprocessor\t: 1\n\nHardware\t: x\n");
   EXPECT_THAT(coresOf(tree), Optional(2));
@@ -171,7 +171,7 @@ TEST(PhysicalCores, WithoutTopologyTheProcessorTableIsCounted) {
   EXPECT_THAT(coresOf(tree), Optional(2));
 }
 
-TEST(PhysicalCores, AbsentWhereNothingTells) {
+TEST(PhysicalCores, CountIsAbsentIfNothingListsProcessors) {
   Tree tree;
   EXPECT_EQ(coresOf(tree), std::nullopt);
   tree.write("proc/cpuinfo", "\n\nprocessor\nphysical id: 7\n");

@@ -24,12 +24,12 @@ bool isOwn(const KeyRow& row) {
   return row.keys == linuxos::kLabelIsKey || row.keys == linuxos::kKeyInDeviceTree;
 }
 
-/// What the engine shows a key as on a computer that is no Mac.
+/// The engine's name for a key on a computer that is not a Mac.
 std::string nameOf(std::string_view key) {
   return std::string(humanReadableNames("", 8).find(key).asText().view());
 }
 
-TEST(SensorTable, PatternsStandForAnyCharacters) {
+TEST(SensorTable, StarsInPatternsMatchAnyCharacters) {
   EXPECT_TRUE(matches("nvme", "nvme"));
   EXPECT_FALSE(matches("nvme", "nvme0"));
   EXPECT_TRUE(matches("pch_*", "pch_"));
@@ -41,7 +41,7 @@ TEST(SensorTable, PatternsStandForAnyCharacters) {
   EXPECT_TRUE(matches("*", ""));
 }
 
-TEST(SensorTable, EveryKeyIsReadAndNamedByTheEngineWhateverTheProcessor) {
+TEST(SensorTable, EngineReadsAndNamesEveryKeyOnAnyProcessor) {
   std::set<std::string_view> visited;
   const Array keys = temperatureKeys();
   for (const Value& key : keys.elements()) visited.insert(key.asText().view());
@@ -57,7 +57,7 @@ TEST(SensorTable, EveryKeyIsReadAndNamedByTheEngineWhateverTheProcessor) {
   }
 }
 
-/// The row as the manual prints it.
+/// The row in the form of the manual.
 std::string printed(const KeyRow& row) {
   std::ostringstream line;
   const auto quoted = [&](std::string_view patterns) {
@@ -82,7 +82,7 @@ std::string printed(const KeyRow& row) {
   return line.str();
 }
 
-TEST(SensorTable, ManualPrintsIt) {
+TEST(SensorTable, IsPrintedInTheManual) {
   std::ostringstream manual;
   manual << std::ifstream(HALVERMONTE_LINUX_MANUAL).rdbuf();
   std::string table;

@@ -1,4 +1,4 @@
-// What a pass of the engine costs in system calls, on the computers of tests/linux/trees, and that
+// Counts the system calls of a pass, on the computers in tests/linux/trees, and checks that
 // descriptors are given back.
 #include <fcntl.h>
 #include <gmock/gmock.h>
@@ -28,7 +28,7 @@ class SystemCallsOfAPass : public ::testing::TestWithParam<std::string> {
     return kSource / "tests/linux/trees" / (GetParam() + ".tree");
   }
 
-  /// As the file tells it.
+  /// The number of reads that the file states.
   size_t reads() const {
     std::ifstream stream(file());
     const std::string text(std::istreambuf_iterator<char>(stream), {});
@@ -39,7 +39,7 @@ class SystemCallsOfAPass : public ::testing::TestWithParam<std::string> {
   }
 };
 
-TEST_P(SystemCallsOfAPass, AreOneReadPerFileAndTwoThatNoticeChipsThatComeAndGo) {
+TEST_P(SystemCallsOfAPass, AreOneReadForEachFileAndTwoToNoticeChipChanges) {
   const Tree tree;
   std::ostringstream layOut;
   layOut << kSource / "scripts/lay-out-tree" << ' ' << file() << ' ' << tree.at("");
@@ -52,7 +52,7 @@ TEST_P(SystemCallsOfAPass, AreOneReadPerFileAndTwoThatNoticeChipsThatComeAndGo) 
   calls.seconds += 1;
   sampler.pass();
   EXPECT_EQ(calls.reads, reads());
-  EXPECT_EQ(calls.lists, 1u) << "which is a seek as well";
+  EXPECT_EQ(calls.lists, 1u) << "each is a seek and a read";
   EXPECT_EQ(calls.opened.size() + calls.folders + calls.closes, 0u);
 }
 

@@ -9,7 +9,7 @@
 namespace halvermonte::test {
 namespace {
 
-TEST(LinuxMachineThreads, AskTogether) {
+TEST(LinuxMachineThreads, MayAskAtTheSameTime) {
   Tree tree;
   addChip(tree, 0, "coretemp", "platform/coretemp.0", {{"temp1", "51000", "Package id 0"}});
   addDrive(tree, "sda", "pci0000:00/block", 1);

@@ -8,7 +8,7 @@
 
 namespace halvermonte {
 
-/// A machine file of the ticks, its other members given with a comma behind each.
+/// A machine file with the ticks. Each of the other members must end with a comma.
 inline std::string machineText(const std::string& ticks, const std::string& members = "") {
   return R"({"name": "Sample", )" + members + R"("ticks": [)" + ticks + "]}";
 }
@@ -18,12 +18,12 @@ inline std::unique_ptr<SimulatedMachine> machineOf(const std::string& ticks,
   return SimulatedMachine::fromText(machineText(ticks, members), "sample.json");
 }
 
-/// One tick that gives these keys of the controller.
+/// A tick that gives these keys of the controller.
 inline std::string tickOfKeys(const std::string& keys) {
   return R"({"smc": {"keys": {)" + keys + "}}}";
 }
 
-/// The line that refuses the file; "" where it is read.
+/// The error message for the file. "" if it is valid.
 inline std::string refusalOf(const std::string& text) {
   try {
     SimulatedMachine::fromText(text, "sample.json");

@@ -1,4 +1,4 @@
-// The machines that come with the library: found by name, and alive under the engine.
+// The bundled machines: finding them, and what the engine shows of them.
 #include <gtest/gtest.h>
 
 #include <cstddef>
@@ -20,7 +20,7 @@ std::unique_ptr<SimulatedMachine> load(const BundledMachine& machine) {
   return SimulatedMachine::fromText(machine.json, std::string(machine.fileName));
 }
 
-TEST(BundledMachines, AreTheseInThisOrder) {
+TEST(BundledMachines, HaveTheseNamesInThisOrder) {
   std::vector<std::string_view> names;
   for (const BundledMachine& machine : bundledMachines()) names.push_back(machine.name);
   EXPECT_EQ(names, (std::vector<std::string_view>{"Intel Notebook", "Intel Tower", "M1", "M2 Max",
@@ -42,7 +42,7 @@ TEST(BundledMachines, AreNamedAsTheirFilesSay) {
   }
 }
 
-TEST(BundledMachines, AreDescribedByWhatTheyHave) {
+TEST(BundledMachines, DescribeTheirProcessorAndSensors) {
   EXPECT_EQ(findBundledMachine("Intel Tower")->description(),
             "6-Core Intel Xeon, 12 cores, 86 SMC keys, 0 HID sensors, 8 fans, 3 drives");
   EXPECT_EQ(findBundledMachine("M1")->description(),
@@ -50,7 +50,7 @@ TEST(BundledMachines, AreDescribedByWhatTheyHave) {
 }
 
 struct Shown {
-  std::set<std::string> temperatures, fans;  // texts of values, as they changed
+  std::set<std::string> temperatures, fans;  // the different texts of all passes
   size_t sensorCount = 0, fanCount = 0;
   int passesWithTraffic = 0;
 };
@@ -87,7 +87,7 @@ INSTANTIATE_TEST_SUITE_P(All, BundledMachineUnderTheEngine,
                          testing::Values("IntelNotebook", "IntelTower", "M1", "M2Max", "M3Max",
                                          "M4Pro"));
 
-TEST(BundledMachines, HaveTheFansThatTheyNameAllApart) {
+TEST(BundledMachines, ShowAllTheirFans) {
   const std::pair<std::string, size_t> fans[] = {
       {"Intel Notebook", 2}, {"Intel Tower", 8}, {"M1", 1},
       {"M2 Max", 2},         {"M3 Max", 2},      {"M4 Pro", 1}};

@@ -1,4 +1,4 @@
-// What a machine file is refused for, and the line that says so.
+// Why machine files are refused, and the messages.
 #include <gtest/gtest.h>
 
 #include <cstdio>
@@ -13,7 +13,7 @@ namespace {
 
 struct Refused {
   std::string text;
-  std::string line;  ///< behind "sample.json: "
+  std::string line;  ///< after "sample.json: "
 };
 
 std::string key(const std::string& answer) {
@@ -38,7 +38,7 @@ const std::string kSigned64 = ": expected a signed 64-bit integer";
 const std::string kSP78 = "from -128 to 127.99609375";
 const std::string kHexBytes = "/bytes: expected hex digits of 0 to 32 bytes";
 
-// Where the file as a whole, or one of its top members, is not as it should be.
+// Errors in the file as a whole, or in its top members.
 const Refused kTopLevel[] = {
     {R"([])", "/: expected an object"},
     {R"("a machine")", "/: expected an object"},
@@ -211,10 +211,10 @@ void expectRefusals(std::span<const Refused> files) {
   for (const auto& [text, line] : files) EXPECT_EQ(refusalOf(text), "sample.json: " + line) << text;
 }
 
-TEST(RefusedMachineFile, IsToldByItsTopLevel) { expectRefusals(kTopLevel); }
-TEST(RefusedMachineFile, IsToldByItsTick) { expectRefusals(kTicks); }
-TEST(RefusedMachineFile, IsToldByItsController) { expectRefusals(kController); }
-TEST(RefusedMachineFile, IsToldByItsKeysAnswer) { expectRefusals(kAnswers); }
+TEST(RefusedMachineFile, NamesThePlaceInTheTopLevel) { expectRefusals(kTopLevel); }
+TEST(RefusedMachineFile, NamesThePlaceInATick) { expectRefusals(kTicks); }
+TEST(RefusedMachineFile, NamesThePlaceInTheController) { expectRefusals(kController); }
+TEST(RefusedMachineFile, NamesThePlaceInAnAnswer) { expectRefusals(kAnswers); }
 
 std::string refusalOfFile(const std::string& path) {
   try {
@@ -225,12 +225,12 @@ std::string refusalOfFile(const std::string& path) {
   return {};
 }
 
-TEST(MachineFile, ThatDoesNotExistIsToldByItsPath) {
+TEST(MachineFile, ThatDoesNotExistIsNamedByItsPath) {
   EXPECT_EQ(refusalOfFile("/no/such.json"),
             "/no/such.json: expected a file that can be read (No such file or directory)");
 }
 
-TEST(MachineFile, ThatIsADirectoryIsToldByItsPath) {
+TEST(MachineFile, ThatIsADirectoryIsNamedByItsPath) {
   EXPECT_EQ(refusalOfFile(testing::TempDir()),
             testing::TempDir() + ": expected a file that can be read (Is a directory)");
 }

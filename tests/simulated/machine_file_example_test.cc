@@ -1,4 +1,4 @@
-// The machine file that the documentation opens with.
+// The machine file at the start of the documentation.
 #include <gtest/gtest.h>
 
 #include <fstream>

@@ -1,4 +1,4 @@
-// Machine files as JSON: what is none, and what is JSON but too much.
+// Machine files that are not JSON, and JSON that machine files may not contain.
 #include <gtest/gtest.h>
 
 #include <clocale>
@@ -34,7 +34,7 @@ const NoJson kNoJsons[] = {
     {std::string("{\"name\": \"a\", \"ticks\": [{}]}\0{", 30), "line 1, column 29"},
 };
 
-TEST(MachineFileJson, IsRefusedByLineAndColumnWhereItIsNone) {
+TEST(MachineFileJson, IsRefusedByLineAndColumnIfItIsNotWellFormed) {
   for (const auto& [text, place] : kNoJsons) {
     EXPECT_EQ(refusalOf(text), "sample.json: " + place + kNoJson) << text;
   }
@@ -47,12 +47,12 @@ TEST(MachineFileJson, NamesAMemberOnlyOnce) {
             "sample.json: /ticks/1/smc/keys/TC0P: expected this member only once");
 }
 
-TEST(MachineFileJson, NamesAMemberOnlyOnceHoweverItIsEscaped) {
+TEST(MachineFileJson, NamesAMemberOnlyOnceEvenIfItIsEscaped) {
   EXPECT_EQ(refusalOf(R"({"name": "a", "ticks": [{}], "n\u0061me": "b"})"),
             "sample.json: /name: expected this member only once");
 }
 
-TEST(MachineFileJson, HasNoNumberBeyondA64BitFloat) {
+TEST(MachineFileJson, HasNoNumberOutsideTheRangeOfA64BitFloat) {
   EXPECT_EQ(refusalOf(machineText(R"({"time": 1e309})")),
             "sample.json: /ticks/0/time: expected a number within the range of a 64-bit float");
   EXPECT_EQ(refusalOf("[1, -1e999]"),

@@ -17,7 +17,7 @@ namespace {
 
 constexpr size_t kTicks = 5;
 
-/// What the record holds after each pass, a property a line.
+/// The record's properties after each pass, one in each line.
 using Contents = std::vector<std::string>;
 
 std::string lines(const StatisticsData& record) {
@@ -26,7 +26,7 @@ std::string lines(const StatisticsData& record) {
   return lines;
 }
 
-/// Over the machine itself, or with the recorder in between.
+/// Runs passes over the machine, or over the recorder if there is one.
 Contents runPasses(SimulatedMachine& machine, MachineRecorder* recorder) {
   const ScopedMachine scope(recorder != nullptr ? static_cast<Machine&>(*recorder) : machine);
   HalvermonteSensorsEngine engine;
@@ -48,7 +48,7 @@ std::string recordPasses(const std::string& file, Contents& seen) {
   return recorder.machineFile();
 }
 
-/// Recording must not be seen by the engine, and its file must give the same passes.
+/// Expects that recording does not change the passes, and that its file gives the same passes.
 void expectTheSame(const std::string& file) {
   const auto original = SimulatedMachine::fromText(file, "original.json");
   const Contents expected = runPasses(*original, nullptr);
@@ -93,7 +93,7 @@ constexpr const char* kFaulty = R"json({
   ]
 })json";
 
-TEST(MachineRecorder, KeepsWhatAMachineFailsToAnswer) { expectTheSame(kFaulty); }
+TEST(MachineRecorder, KeepsFailedAnswers) { expectTheSame(kFaulty); }
 
 TEST(MachineRecorder, KeepsTheCodeAndResultOfEachStep) {
   const auto machine = SimulatedMachine::fromText(R"json({"name": "refusing", "ticks": [
@@ -133,7 +133,7 @@ TEST(MachineRecorder, LeavesTheHostNameOut) {
   EXPECT_EQ(recorder.machineFile().find("Hazel"), std::string::npos);
 }
 
-TEST(MachineRecorder, LetsTheClockStandStillWithinATick) {
+TEST(MachineRecorder, StopsTheClockWithinATick) {
   struct Running : Machine {
     double clock() override { return now += 0.25; }
     double now = 0;

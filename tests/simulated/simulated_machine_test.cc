@@ -1,4 +1,4 @@
-// A simulated machine apart from its controller: clock, sensors, drives, texts.
+// A simulated machine without its controller: clock, HID sensors, drives and texts.
 #include <gtest/gtest.h>
 
 #include <cstddef>
@@ -41,7 +41,7 @@ TEST(SimulatedMachine, IsNeverThisComputer) {
   EXPECT_EQ(machineOf("{}")->name(), "Sample");
 }
 
-TEST(SimulatedMachine, IsEmptyBeforeItsFirstTickSaysOtherwise) {
+TEST(SimulatedMachine, IsEmptyUnlessItsFirstTickSaysOtherwise) {
   const auto machine = machineOf("{}");
   EXPECT_EQ(machine->clock(), 0);
   for (const auto kind :
@@ -52,7 +52,7 @@ TEST(SimulatedMachine, IsEmptyBeforeItsFirstTickSaysOtherwise) {
   EXPECT_EQ(machine->driveCount(), 0U);
 }
 
-TEST(SimulatedClock, GoesOnByASecondUnlessATickSaysOtherwise) {
+TEST(SimulatedClock, AdvancesByASecondUnlessATickSaysOtherwise) {
   const auto machine = machineOf(R"({"time": 10.5}, {}, {"time": 3}, {}, {"time": -2})");
   EXPECT_EQ(clockReadings(*machine, 8), (std::vector<double>{10.5, 11.5, 3, 4, -2, -1, 0, 1}));
 }
@@ -87,7 +87,7 @@ TEST(SimulatedHID, ReplacesAListAsAWholeAndKeepsTheOthers) {
   EXPECT_EQ(machine->hidServices(HIDSensorKind::voltage)->size(), 1U);
 }
 
-TEST(SimulatedHID, HasNoListWhereItIsNull) {
+TEST(SimulatedHID, HasNoListIfItIsNull) {
   const auto machine =
       machineOf(hidTick(R"("voltage": null)") + ", {}, " + hidTick(R"("voltage": [])"));
   EXPECT_EQ(machine->hidServices(HIDSensorKind::voltage), nullptr);
@@ -110,7 +110,7 @@ TEST(SimulatedHID, WavesFollowTheClockBeyondTheLastTick) {
   EXPECT_DOUBLE_EQ(readings[3], 300);
 }
 
-TEST(SimulatedHID, AHeldListStaysAsItWas) {
+TEST(SimulatedHID, ListThatACallerHoldsDoesNotChange) {
   const auto machine =
       machineOf(hidTick(R"("temperature": [{"wave": {"mean": 0, "amplitude": 1, "period": 4}}])"));
   const auto held = machine->hidServices(HIDSensorKind::temperature);
@@ -138,7 +138,7 @@ TEST(SimulatedDrives, MayLackStatisticsOrBeUnreadable) {
   EXPECT_TRUE(isUnreadable(*machine, 1));
 }
 
-TEST(SimulatedDrives, AreThoseOfTheFirstTickForGood) {
+TEST(SimulatedDrives, AreThoseOfTheFirstTick) {
   const auto machine = machineOf(
       R"-({"drives": [{}, {}]}, {"drives": [{"Bytes (Read)": 1}]}, {},
           {"drives": [{}, {}, {}]})-");
@@ -153,14 +153,14 @@ TEST(SimulatedDrives, AreThoseOfTheFirstTickForGood) {
   EXPECT_FALSE(isUnreadable(*machine, 1));
 }
 
-TEST(SimulatedDrives, AreNotMatchedWhereTheFirstTickHasNull) {
+TEST(SimulatedDrives, AreNotMatchedIfTheFirstTickHasNull) {
   const auto machine = machineOf(R"({"drives": null}, {"drives": [{}]})");
   EXPECT_EQ(machine->driveCount(), std::nullopt);
   machine->nextTick();
   EXPECT_EQ(machine->driveCount(), std::nullopt);
 }
 
-TEST(SimulatedDrives, AreAllUnreadableWhereALaterTickHasNull) {
+TEST(SimulatedDrives, AreAllUnreadableIfALaterTickHasNull) {
   const auto machine = machineOf(R"({"drives": [{}, null]}, {"drives": null})");
   machine->nextTick();
   EXPECT_EQ(machine->driveCount(), 2U);
@@ -188,7 +188,7 @@ TEST(SimulatedDrives, RaiseInTheirTickOnly) {
   EXPECT_EQ(reasonOfWalk(*machine), std::nullopt);
 }
 
-TEST(SimulatedMachine, KeepsTheLastTicksStateForGood) {
+TEST(SimulatedMachine, StaysInTheStateOfTheLastTick) {
   const auto machine =
       machineOf(R"({}, {"smc": {"keys": {}}, "drives": [], "hid": {"current": null}})");
   for (int tick = 0; tick < 5; ++tick) machine->nextTick();
@@ -223,7 +223,7 @@ TEST(SimulatedCommand, MayPrintRawBytesOrFailToStart) {
   EXPECT_EQ(machine->outputOfCommand("b"), std::nullopt);
 }
 
-// The single item of the report that the shorthand writes.
+// The single item of the report that `processor` makes.
 Dictionary itemOf(const std::string& processor) {
   const auto machine = machineOf("{}", R"("processor": )" + processor + ", ");
   const Array report =
@@ -247,13 +247,13 @@ TEST(SimulatedProcessor, KeepsEveryCharacter) {
             " <key>&amp;]]>\"' \t\r\n\xC3\xA9\xF0\x9F\x98\x80 ");
 }
 
-TEST(SimulatedProcessor, WritesACarriageReturnSoThatEveryReaderKeepsIt) {
+TEST(SimulatedProcessor, EscapesACarriageReturn) {
   const auto machine = machineOf("{}", R"("processor": {"cpu_type": "a\rb"}, )");
   const std::string report = machine->outputOfCommand(kReportCommand).value();
   EXPECT_NE(report.find("<string>a&#13;b</string>"), std::string::npos) << report;
 }
 
-TEST(SimulatedProcessor, HasNumbersAndFlagsToo) {
+TEST(SimulatedProcessor, MayHaveNumbersAndFlags) {
   const Dictionary item = itemOf(
       R"({"integer": 12, "real": 0.1234567890123456, "large": 1e300, "yes": true, "no": false, "empty": ""})");
   EXPECT_EQ(item.find("integer").asNumber().uint64Value(), 12U);
@@ -264,7 +264,7 @@ TEST(SimulatedProcessor, HasNumbersAndFlagsToo) {
   EXPECT_EQ(item.find("empty").kind(), Value::Kind::text);
 }
 
-TEST(SimulatedProcessor, GivesWayToTheReportsOwnCommand) {
+TEST(SimulatedProcessor, IsIgnoredIfCommandsHaveTheReport) {
   const auto machine = machineOf("{}", R"("processor": {"cpu_type": "a"}, "commands": {")" +
                                            kReportCommand + R"(": {"output": "none"}}, )");
   EXPECT_EQ(machine->outputOfCommand(kReportCommand), "none");

@@ -21,13 +21,13 @@ constexpr uint32_t kTC0P = 0x54433050;
 
 using Bytes = std::vector<int>;
 
-// The first bytes that a key answers with now.
+// The first bytes of a key's data in this tick.
 Bytes firstBytes(SimulatedMachine& machine, size_t count, uint32_t key = kTC0P) {
   const auto bytes = machine.smcKeyBytes(key).bytes;
   return Bytes(bytes.begin(), bytes.begin() + static_cast<std::ptrdiff_t>(count));
 }
 
-// The same for a machine that answers TC0P so.
+// The same for a machine with this answer for TC0P.
 Bytes bytesOf(const std::string& answer, size_t count) {
   return firstBytes(*machineOf(tickOfKeys(R"("TC0P": )" + answer)), count);
 }
@@ -40,13 +40,13 @@ bool has(SimulatedMachine& machine, uint32_t key) {
   return machine.smcKeyInfo(key).result != kSMCKeyNotFound;
 }
 
-TEST(SimulatedController, IsMissingBeforeAnyTickSpeaksOfIt) {
+TEST(SimulatedController, IsMissingBeforeATickMentionsIt) {
   const auto machine = machineOf("{}");
   EXPECT_EQ(machine->smcService().code, kCodeSuccess);
   EXPECT_FALSE(machine->smcService().present);
 }
 
-TEST(SimulatedController, IsPresentOnceKeysAreGivenEvenNone) {
+TEST(SimulatedController, IsPresentOnceATickGivesKeysEvenAnEmptyObject) {
   const auto machine = machineOf(R"({}, {"smc": {"keys": {}}}, {})");
   machine->nextTick();
   EXPECT_TRUE(machine->smcService().present);
@@ -55,7 +55,7 @@ TEST(SimulatedController, IsPresentOnceKeysAreGivenEvenNone) {
   EXPECT_TRUE(machine->smcService().present);
 }
 
-TEST(SimulatedController, IsMissingWhereATickSaysSoWhateverKeysItHas) {
+TEST(SimulatedController, IsMissingIfATickSaysSoEvenWithKeys) {
   const auto machine =
       machineOf(R"({"smc": {"service": "missing"}}, {"smc": {"keys": {}}}, {"smc": {}})");
   machine->nextTick();
@@ -64,7 +64,7 @@ TEST(SimulatedController, IsMissingWhereATickSaysSoWhateverKeysItHas) {
   EXPECT_FALSE(machine->smcService().present);
 }
 
-TEST(SimulatedController, KeepsTheLastStateThatWasSaid) {
+TEST(SimulatedController, KeepsTheStateThatATickNamed) {
   const auto machine = machineOf(
       R"({"smc": {"keys": {}}}, {"smc": {"service": "missing"}}, {}, {"smc": {"service": "present"}})");
   machine->nextTick();
@@ -74,7 +74,7 @@ TEST(SimulatedController, KeepsTheLastStateThatWasSaid) {
   EXPECT_TRUE(machine->smcService().present);
 }
 
-TEST(SimulatedController, ThatRefusesIsMatchedButDoesNotOpen) {
+TEST(SimulatedController, ThatRefusesIsMatchedButCannotBeOpened) {
   const auto machine = machineOf(R"({"smc": {"service": "refused"}})");
   EXPECT_TRUE(machine->smcService().present);
   EXPECT_EQ(machine->openSMC(), 0xE00002BC);
@@ -105,7 +105,7 @@ TEST(SimulatedController, AnswersWideCallsUnlessToldToRefuse) {
   EXPECT_TRUE(machine->answersWideCalls());
 }
 
-TEST(SimulatedController, AnswersAKeyThatItLacksWithNotFoundInBothSteps) {
+TEST(SimulatedController, AnswersAMissingKeyWithNotFoundInBothSteps) {
   const auto machine = machineOf(R"({"smc": {"keys": {}}})");
   const SMCKeyInfo info = machine->smcKeyInfo(kTC0P);
   EXPECT_EQ(info.code, kCodeSuccess);
@@ -117,7 +117,7 @@ TEST(SimulatedController, AnswersAKeyThatItLacksWithNotFoundInBothSteps) {
   EXPECT_EQ(bytes.result, 0x84);
 }
 
-TEST(SimulatedController, AnswersAKeyThatItLacksWithTheAbsentCode) {
+TEST(SimulatedController, AnswersAMissingKeyWithTheAbsentCode) {
   const auto machine = machineOf(R"({"smc": {"keys": {}, "absentCode": 4294967295}})");
   EXPECT_EQ(machine->smcKeyInfo(kTC0P).code, 0xFFFFFFFF);
   EXPECT_EQ(machine->smcKeyBytes(kTC0P).code, 0xFFFFFFFF);
@@ -139,7 +139,7 @@ TEST(SimulatedKeys, AreMergedIntoThoseOfTheTickBefore) {
   EXPECT_EQ(firstBytes(*machine, 1, kTC1P), Bytes{3});
 }
 
-TEST(SimulatedKeys, AreReplacedAsAWhole) {
+TEST(SimulatedKeys, AreReplacedWithAllTheirMembers) {
   const auto machine =
       machineOf(tickOfKeys(R"("TC0P": {"type": "ui8 ", "value": 1, "size": 9, "readResult": 5})") +
                 ", " + tickOfKeys(R"("TC0P": {"type": "ui16", "value": 2})"));
@@ -149,7 +149,7 @@ TEST(SimulatedKeys, AreReplacedAsAWhole) {
   EXPECT_EQ(firstBytes(*machine, 2), (Bytes{0, 2}));
 }
 
-TEST(SimulatedKeys, ThatWereNeverThereMayBeRemoved) {
+TEST(SimulatedKeys, MayBeRemovedEvenIfTheyAreMissing) {
   EXPECT_FALSE(has(*machineOf(tickOfKeys(R"("TC0P": null)")), kTC0P));
 }
 
@@ -160,14 +160,14 @@ TEST(SimulatedKeys, MayBeGivenAsRawBytes) {
   EXPECT_EQ(firstBytes(*machine, 1, 0x6865783A), Bytes{8});
 }
 
-TEST(SimulatedKeys, TellTheirTypeAndTheNumberOfTheirBytes) {
+TEST(SimulatedKeys, HaveTheirTypeAndTheNumberOfTheirBytes) {
   const auto machine = machineOf(tickOfKeys(R"("TC0P": {"type": "ch8*", "bytes": "0a0B0c"})"));
   EXPECT_EQ(machine->smcKeyInfo(kTC0P).dataType, 0x6368382A);
   EXPECT_EQ(machine->smcKeyInfo(kTC0P).dataSize, 3U);
   EXPECT_EQ(firstBytes(*machine, 5), (Bytes{10, 11, 12, 0, 0}));
 }
 
-TEST(SimulatedKeys, MayReportAnotherSizeThanTheirBytesHave) {
+TEST(SimulatedKeys, MayHaveASizeOtherThanTheNumberOfTheirBytes) {
   const auto machine =
       machineOf(tickOfKeys(R"("TC0P": {"type": "ui8 ", "bytes": "0102", "size": 4294967295})"));
   EXPECT_EQ(machine->smcKeyInfo(kTC0P).dataSize, 0xFFFFFFFF);
@@ -183,7 +183,7 @@ TEST(SimulatedKeys, MayHaveNoBytesOrAll32) {
   EXPECT_EQ(bytesOf(R"({"type": "ch8*", "bytes": ")" + hex + R"("})", 32), Bytes(32, 0xAB));
 }
 
-TEST(SimulatedKeys, ReportTheResultOfEachCallWithEverythingElseZero) {
+TEST(SimulatedKeys, HaveTheResultOfEachCallAndZerosOtherwise) {
   const auto machine = machineOf(
       tickOfKeys(R"("TC0P": {"type": "ui8 ", "value": 9, "infoResult": 255, "readResult": 129})"));
   EXPECT_EQ(machine->smcKeyInfo(kTC0P).code, kCodeSuccess);
@@ -194,14 +194,14 @@ TEST(SimulatedKeys, ReportTheResultOfEachCallWithEverythingElseZero) {
   EXPECT_EQ(firstBytes(*machine, 1), Bytes{0});
 }
 
-TEST(SimulatedKeys, ReportTheCodeOfEachCall) {
+TEST(SimulatedKeys, HaveTheCodeOfEachCall) {
   const auto machine = machineOf(tickOfKeys(
       R"("TC0P": {"type": "ui8 ", "value": 9, "infoCode": 16384, "readCode": 4294967295})"));
   EXPECT_EQ(machine->smcKeyInfo(kTC0P).code, 16384U);
   EXPECT_EQ(machine->smcKeyBytes(kTC0P).code, 0xFFFFFFFF);
 }
 
-TEST(SimulatedKeys, ReadWellWhereOnlyTheInfoStepFails) {
+TEST(SimulatedKeys, AreReadEvenIfTheInfoStepFails) {
   const auto machine = machineOf(
       tickOfKeys(R"("TC0P": {"type": "ui8 ", "value": 9, "infoCode": 1, "infoResult": 2})"));
   EXPECT_EQ(machine->smcKeyBytes(kTC0P).code, kCodeSuccess);
@@ -252,7 +252,7 @@ TEST(SimulatedValue, HasTheSizeOfItsType) {
   }
 }
 
-TEST(SimulatedName, IsPaddedWithSpacesBehindFourZeroBytes) {
+TEST(SimulatedName, IsPaddedWithSpacesAfterFourZeroBytes) {
   const auto machine = machineOf(tickOfKeys(R"("F0ID": {"type": "{fds", "name": "Left side"})"));
   constexpr uint32_t kF0ID = 0x46304944;
   EXPECT_EQ(machine->smcKeyInfo(kF0ID).dataSize, 16U);
@@ -298,7 +298,7 @@ TEST(SimulatedWave, MayReachTheEndsOfItsType) {
   EXPECT_EQ(firstBytes(*machine, 1), Bytes{255});
 }
 
-TEST(SimulatedWave, StaysAtItsMeanWhereItsAngleIsBeyondAFloat) {
+TEST(SimulatedWave, StaysAtItsMeanIfItsAngleIsTooLarge) {
   const auto machine = machineOf(
       R"({"time": 1e300, "smc": {"keys": {"TC0P":
           {"type": "ui8 ", "wave": {"mean": 5, "amplitude": 1, "period": 1e-300}}}}})");
