@@ -15,6 +15,7 @@
 #include "platform/linux/LinuxMachine.hpp"
 #include "platform/simulated/BundledMachines.hpp"
 #include "platform/simulated/MachineFileError.hpp"
+#include "platform/simulated/SimulatedMachine.hpp"
 
 namespace halvermonte {
 
@@ -22,19 +23,19 @@ namespace {
 
 constexpr std::string_view kFallback = "M1";
 
-ChosenMachine simulated(std::unique_ptr<SimulatedMachine> machine, const std::string& reason = "") {
+ChosenMachine simulated(std::unique_ptr<Machine> machine, const std::string& reason = "") {
   ChosenMachine chosen;
-  chosen.simulated = machine.get();
+  chosen.isSimulated = true;
   chosen.title = machine->name() + ", simulated" + (reason.empty() ? "" : ": " + reason);
   chosen.machine = std::move(machine);
   return chosen;
 }
 
-std::unique_ptr<SimulatedMachine> bundled(const BundledMachine& machine) {
+std::unique_ptr<Machine> bundled(const BundledMachine& machine) {
   return SimulatedMachine::fromText(machine.json, std::string(machine.fileName));
 }
 
-std::unique_ptr<SimulatedMachine> fromFile(const std::string& path) {
+std::unique_ptr<Machine> fromFile(const std::string& path) {
   if (access(path.c_str(), R_OK) != 0) {
     if (errno == ENOENT) {
       throw Failure("--machine: no bundled machine and no file is called \"" + path +
@@ -55,11 +56,12 @@ ChosenMachine named(const std::string& name) {
 }
 
 std::string hintOf(Machine& machine, Offer offer) {
-  auto* const computer = dynamic_cast<LinuxMachine*>(&machine);
-  if (const size_t denied = computer != nullptr ? computer->deniedSensors() : 0; denied > 0) {
-    return "sensors that this user may not read: " + std::to_string(denied) + " (see --list)";
+  const SensorCounts sensors = machine.sensorCounts();
+  if (sensors.refused > 0) {
+    return "sensors that this user may not read: " + std::to_string(sensors.refused) +
+           " (see --list)";
   }
-  if (offer != Offer::sensors && computer != nullptr && computer->sensors() > 0) {
+  if (offer != Offer::sensors && sensors.known > 0) {
     return "no sensor gives a reading now (see --list)";
   }
   switch (offer) {

@@ -6,15 +6,14 @@
 
 #include "monitor/Options.hpp"
 #include "platform/portable/Machine.hpp"
-#include "platform/simulated/SimulatedMachine.hpp"
 
 namespace halvermonte {
 
 struct ChosenMachine {
   std::unique_ptr<Machine> machine;
-  SimulatedMachine* simulated = nullptr;  ///< the machine, where it is one from a file
-  std::string title;  ///< its name, whether it is simulated, and why it where it was not asked for
-  std::string hint;   ///< what a real computer keeps to itself, and why; "" where it does not
+  bool isSimulated = false;  ///< from a machine file
+  std::string title;         ///< its name, and why this one if nobody asked for it
+  std::string hint;  ///< what a real computer keeps to itself, and why; "" where it does not
 };
 
 /// The machine that the options name or, where they name none, this computer if it offers anything

@@ -23,6 +23,7 @@
 #include "monitor/Sampling.hpp"
 #include "monitor/Terminal.hpp"
 #include "monitor/TextReport.hpp"
+#include "platform/simulated/MachineRecorder.hpp"
 
 namespace halvermonte {
 
@@ -74,7 +75,7 @@ class Pause {
 class Reporter {
  public:
   Reporter(ChosenMachine& machine, const Options& options)
-      : sampling_(machine, options), process_(options.process) {
+      : sampling_(*machine.machine, machine.isSimulated, options), process_(options.process) {
     subject_.title = machine.title;
     subject_.processor = sampling_.engine().askSytemInfoForProcessorName().view();
     subject_.cores = sampling_.engine().physicalCores();
@@ -185,7 +186,7 @@ bool canRedraw(const Output& output) { return output.isTerminal() && !isDumbTerm
 
 void printJson(ChosenMachine& machine, const Options& options, const Output& output) {
   const Pause pause(options);
-  Sampling sampling(machine, options);
+  Sampling sampling(*machine.machine, machine.isSimulated, options);
   makePasses(sampling, pause, options, &output);
 }
 
@@ -193,11 +194,11 @@ void recordMachine(ChosenMachine& machine, const Options& options, const Output&
   // Whether the file can be written shows at once; what it holds stays until there is a recording.
   opened(*options.record, std::ios::app);
   // A machine from a file has no name to hide.
-  const bool named = machine.simulated != nullptr || options.withHostName;
+  const bool named = machine.isSimulated || options.withHostName;
   MachineRecorder recorder(*machine.machine, named ? MachineRecorder::HostName::kept
                                                    : MachineRecorder::HostName::leftOut);
   const Pause pause(options);
-  Sampling sampling(machine, options, &recorder);
+  Sampling sampling(recorder, machine.isSimulated, options);
   uint64_t ticks = 0;
   try {
     ticks =

@@ -7,22 +7,19 @@
 
 #include "engine/HalvermonteSensorsEngine.hpp"
 #include "monitor/HostFields.hpp"
-#include "monitor/MachineChoice.hpp"
 #include "monitor/Options.hpp"
-#include "platform/simulated/MachineRecorder.hpp"
+#include "platform/portable/Machine.hpp"
 #include "record/StatisticsData.hpp"
 
 namespace halvermonte {
 
 class Sampling {
  public:
-  /// Makes the engine and the record. The machine, which outlives this object, answers the calling
-  /// thread until its end.
-  ///
-  /// A recorder, where there is one, stands between the engine and that machine.
-  Sampling(ChosenMachine& machine, const Options& options, MachineRecorder* recorder = nullptr);
+  /// Makes the engine and the record. The machine outlives this object and answers the calling
+  /// thread as long as this object lives.
+  Sampling(Machine& machine, bool isSimulated, const Options& options);
 
-  /// Makes the next pass: a simulated machine goes on to its next tick before each but the first.
+  /// Makes the next pass. The machine moves on to its next tick before each pass but the first.
   /// The answer is the reason of the exception that ended the pass early; absent where none did.
   std::optional<std::string> pass();
 
@@ -30,8 +27,8 @@ class Sampling {
   const HalvermonteSensorsEngine& engine() const { return engine_; }
 
  private:
-  SimulatedMachine* simulated_;
-  MachineRecorder* recorder_;
+  Machine& machine_;
+  bool isSimulated_;
   ScopedMachine scope_;
   HostUsage usage_;
   HalvermonteSensorsEngine engine_;

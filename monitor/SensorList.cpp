@@ -2,8 +2,10 @@
 
 #include <algorithm>
 #include <array>
+#include <cstdint>
 #include <cstdio>
-#include <iterator>
+#include <string_view>
+#include <variant>
 #include <vector>
 
 #include "engine/CatalogueTables.hpp"
@@ -13,7 +15,7 @@
 #include "engine/HIDTemperatures.hpp"
 #include "engine/HalvermonteSensorsEngine.hpp"
 #include "monitor/Line.hpp"
-#include "platform/linux/LinuxMachine.hpp"
+#include "platform/portable/Machine.hpp"
 #include "smc/SMC.h"
 
 namespace halvermonte {
@@ -22,30 +24,41 @@ namespace {
 using Row = std::array<std::string, 4>;  // key, name or reason, source, reading
 using Rows = std::vector<Row>;
 
-std::string nameOfFan(int fan) {
-  uint32_t conn = 0;
-  if (SMCOpen(&conn) != 0) return "";
-  std::string name = fanName(fan, conn);
-  SMCClose(conn);
-  return name;
-}
+/// A connection to the machine's controller.
+class Controller {
+ public:
+  Controller() : isOpen_(SMCOpen(&number_) == 0) {}
+  ~Controller() {
+    if (isOpen_) SMCClose(number_);
+  }
+  Controller(const Controller&) = delete;
+  Controller& operator=(const Controller&) = delete;
+
+  bool isOpen() const { return isOpen_; }
+  uint32_t number() const { return number_; }
+
+ private:
+  uint32_t number_ = 0;
+  bool isOpen_;
+};
 
 bool isOfFan(const std::string& key, std::string_view end) {
   return key.size() == 4 && key[0] == 'F' && key[1] >= '0' && key[1] <= '9' && key.ends_with(end);
 }
 
+bool isSampled(const std::string& key) { return std::ranges::count(kTemperatureKeys, key) > 0; }
+
 /// The name under which a key's reading is shown, or why it is not.
-std::string nameOfKey(const std::string& key, const EngineState& engine) {
+std::string nameOfKey(const std::string& key, const EngineState& engine,
+                      const Controller& controller) {
   if (const Text name = engine.smcKeyHumanReadableNames.find(key).asText()) {
-    const bool isSampled = std::find(std::begin(kTemperatureKeys), std::end(kTemperatureKeys),
-                                     key) != std::end(kTemperatureKeys);
-    return std::string(name.view()) + (isSampled ? "" : " (not sampled)");
+    return std::string(name.view()) + (isSampled(key) ? "" : " (not sampled)");
   }
   if (const std::string_view name = fixedTemperatureName(key); !name.empty()) {
     return std::string(name) + " (short list)";
   }
   if (key == "FNum") return "(number of fans)";
-  if (isOfFan(key, "Ac")) return nameOfFan(key[1] - '0') + " (fan)";
+  if (isOfFan(key, "Ac")) return fanName(key[1] - '0', controller.number()) + " (fan)";
   if (isOfFan(key, "ID")) return "(name of a fan)";
   return "no name on this processor";
 }
@@ -60,37 +73,41 @@ std::string hex(const uint8_t* bytes, uint32_t size) {
   return digits;
 }
 
+/// The row of a sensor that is known only as a key of the controller.
+Row rowOfKey(const std::string& key, const std::string& name, const Controller& controller) {
+  SMCValue value;
+  const int code = SMCReadKey(key.c_str(), &value, controller.number());
+  const bool hasReading = code == 0 && value.dataSize != 0;
+  return {key, name, std::string("SMC ") + value.dataType,
+          hasReading ? hex(value.bytes, value.dataSize) : "no reading"};
+}
+
 /// The file's text, and what there is to say about it.
 std::string readingOf(const SensorListing& sensor) {
   if (sensor.raw.empty()) return sensor.state;
   return sensor.state == "read" ? sensor.raw : sensor.raw + ", " + sensor.state;
 }
 
-Rows rowsOf(LinuxMachine& machine, const EngineState& engine) {
-  Rows rows;
-  for (const SensorListing& sensor : machine.inventory()) {
-    const std::string name =
-        sensor.key.empty() ? sensor.quantity + ": " + sensor.reason : nameOfKey(sensor.key, engine);
-    std::string source = sensor.driver + " " + sensor.device + "/" + sensor.file;
-    if (!sensor.label.empty()) source += " \"" + sensor.label + "\"";
-    rows.push_back({sensor.key.empty() ? "-" : sensor.key, name, source, readingOf(sensor)});
-  }
-  return rows;
+std::string sourceOf(const SensorListing& sensor) {
+  const std::string file = sensor.driver + " " + sensor.device + "/" + sensor.file;
+  return sensor.label.empty() ? file : file + " \"" + sensor.label + "\"";
 }
 
-void addKeys(SimulatedMachine& machine, const EngineState& engine, Rows& rows) {
-  uint32_t conn = 0;
-  if (SMCOpen(&conn) != 0) return;
-  for (const uint32_t code : machine.answeredKeys()) {
-    char key[5];
-    _ultostr(key, code);
-    SMCValue value;
-    const int answer = SMCReadKey(key, &value, conn);
-    const bool read = answer == 0 && value.dataSize != 0;
-    rows.push_back({key, nameOfKey(key, engine), std::string("SMC ") + value.dataType,
-                    read ? hex(value.bytes, value.dataSize) : "no reading"});
+void addSensors(Machine& machine, const EngineState& engine, Rows& rows) {
+  const Controller controller;
+  for (const SensorListing& sensor : machine.inventory()) {
+    if (sensor.key.empty()) {
+      rows.push_back(
+          {"-", sensor.quantity + ": " + sensor.reason, sourceOf(sensor), readingOf(sensor)});
+      continue;
+    }
+    const std::string name = nameOfKey(sensor.key, engine, controller);
+    if (!sensor.driver.empty()) {
+      rows.push_back({sensor.key, name, sourceOf(sensor), readingOf(sensor)});
+    } else if (controller.isOpen()) {
+      rows.push_back(rowOfKey(sensor.key, name, controller));
+    }
   }
-  SMCClose(conn);
 }
 
 void addServices(Machine& machine, HIDSensorKind kind, const char* source, Rows& rows) {
@@ -106,15 +123,6 @@ void addServices(Machine& machine, HIDSensorKind kind, const char* source, Rows&
   }
 }
 
-Rows rowsOf(SimulatedMachine& machine, const EngineState& engine) {
-  Rows rows;
-  addKeys(machine, engine, rows);
-  addServices(machine, HIDSensorKind::temperature, "HID temperature", rows);
-  addServices(machine, HIDSensorKind::current, "HID current", rows);
-  addServices(machine, HIDSensorKind::voltage, "HID voltage", rows);
-  return rows;
-}
-
 std::string readingOf(const Drive& drive) {
   if (std::holds_alternative<UnreadableDrive>(drive)) return "unreadable";
   const auto* const statistics = std::get_if<DriveStatistics>(&drive);
@@ -124,13 +132,13 @@ std::string readingOf(const Drive& drive) {
 }
 
 void addDrives(Machine& machine, Rows& rows) {
-  auto* const computer = dynamic_cast<LinuxMachine*>(&machine);
   const size_t count = machine.driveCount().value_or(0);
   machine.beginDriveWalk();
   for (size_t i = 0; i < count; ++i) {
-    const std::string source = computer != nullptr ? "block " + computer->driveSource(i)
-                                                   : "drive " + std::to_string(i + 1);
-    rows.push_back({"-", "Disks", source, readingOf(machine.drive(i))});
+    const std::string source = machine.driveSource(i);
+    rows.push_back({"-", "Disks",
+                    source.empty() ? "drive " + std::to_string(i + 1) : "block " + source,
+                    readingOf(machine.drive(i))});
   }
 }
 
@@ -153,16 +161,17 @@ std::string aligned(const Rows& rows) {
 
 }  // namespace
 
-std::string sensorList(ChosenMachine& machine) {
-  const ScopedMachine scope(*machine.machine);
+std::string sensorList(ChosenMachine& chosen) {
+  Machine& machine = *chosen.machine;
+  const ScopedMachine scope(machine);
   const HalvermonteSensorsEngine engine;
   Rows rows = {{"key", "name", "source", "reading"}};
-  const Rows found = machine.simulated != nullptr
-                         ? rowsOf(*machine.simulated, engine.state())
-                         : rowsOf(dynamic_cast<LinuxMachine&>(*machine.machine), engine.state());
-  rows.insert(rows.end(), found.begin(), found.end());
-  addDrives(*machine.machine, rows);
-  return machine.title + "\n\n" + aligned(rows);
+  addSensors(machine, engine.state(), rows);
+  addServices(machine, HIDSensorKind::temperature, "HID temperature", rows);
+  addServices(machine, HIDSensorKind::current, "HID current", rows);
+  addServices(machine, HIDSensorKind::voltage, "HID voltage", rows);
+  addDrives(machine, rows);
+  return chosen.title + "\n\n" + aligned(rows);
 }
 
 }  // namespace halvermonte

@@ -60,14 +60,9 @@ SensorInventory LinuxMachine::inventory() {
   return controller_->inventory();
 }
 
-size_t LinuxMachine::sensors() {
+SensorCounts LinuxMachine::sensorCounts() {
   const std::lock_guard lock(mutex_);
-  return controller_->sensors();
-}
-
-size_t LinuxMachine::deniedSensors() {
-  const std::lock_guard lock(mutex_);
-  return controller_->deniedSensors();
+  return {.known = controller_->sensors(), .refused = controller_->deniedSensors()};
 }
 
 std::optional<size_t> LinuxMachine::driveCount() {

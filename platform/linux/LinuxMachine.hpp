@@ -6,7 +6,6 @@
 #include <optional>
 #include <string>
 
-#include "platform/linux/Inventory.hpp"
 #include "platform/linux/SystemCalls.hpp"
 #include "platform/portable/Machine.hpp"
 
@@ -54,17 +53,14 @@ class LinuxMachine : public Machine {
   SMCKeyInfo smcKeyInfo(uint32_t key) override;
   SMCKeyBytes smcKeyBytes(uint32_t key) override;
   /// Every sensor that the kernel offers, shown or not. Reads them.
-  SensorInventory inventory();
-  /// How many sensors have keys, as of the last opening.
-  size_t sensors();
-  /// How many of them were refused to this user when they were last asked for by their keys.
-  size_t deniedSensors();
+  SensorInventory inventory() override;
+  SensorCounts sensorCounts() override;
 
   std::optional<size_t> driveCount() override;
   void beginDriveWalk() override;
   Drive drive(size_t index) override;
-  /// Where the drive's counters stand: "pci0000:00/ata1/block/sda/stat"; "" where there is none.
-  std::string driveSource(size_t index);
+  /// Such as "pci0000:00/ata1/block/sda/stat".
+  std::string driveSource(size_t index) override;
 
   double clock() override;
   /// The name that the owner gave, else the kernel's; absent in a tree that holds neither.

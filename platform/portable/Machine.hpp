@@ -11,6 +11,8 @@
 #include <variant>
 #include <vector>
 
+#include "platform/portable/Inventory.hpp"
+
 namespace halvermonte {
 
 /// The codes of IOKit that the portable platform itself gives.
@@ -104,6 +106,9 @@ class Machine {
 
   /// Seconds since 1970-01-01T00:00:00Z.
   virtual double clock() { return 0; }
+  /// Moves a machine that changes in ticks, such as a simulated one, to its next tick. Returns
+  /// whether it did; a computer changes by itself and returns false.
+  virtual bool nextTick() { return false; }
   /// Absent: the platform reports none.
   virtual std::optional<std::string> localizedHostName() { return std::nullopt; }
   /// What the command prints under /bin/sh; absent: it could not be started.
@@ -112,6 +117,12 @@ class Machine {
   virtual std::optional<int64_t> kernelVariable(const std::string& /*name*/) {
     return std::nullopt;
   }
+
+  /// Every sensor that the machine can list, shown or not. May read them.
+  virtual SensorInventory inventory() { return {}; }
+  virtual SensorCounts sensorCounts() { return {}; }
+  /// What a person calls the source of a drive's counters; "": the machine cannot say.
+  virtual std::string driveSource(size_t /*index*/) { return ""; }
 
   /// The machine that answers the calling thread: the innermost ScopedMachine's, else the
   /// process's.
@@ -155,6 +166,7 @@ class MachineWrapper : public Machine {
   void beginDriveWalk() override { inner_.beginDriveWalk(); }
   Drive drive(size_t index) override { return inner_.drive(index); }
   double clock() override { return inner_.clock(); }
+  bool nextTick() override { return inner_.nextTick(); }
   std::optional<std::string> localizedHostName() override { return inner_.localizedHostName(); }
   std::optional<std::string> outputOfCommand(const std::string& command) override {
     return inner_.outputOfCommand(command);
@@ -162,6 +174,9 @@ class MachineWrapper : public Machine {
   std::optional<int64_t> kernelVariable(const std::string& name) override {
     return inner_.kernelVariable(name);
   }
+  SensorInventory inventory() override { return inner_.inventory(); }
+  SensorCounts sensorCounts() override { return inner_.sensorCounts(); }
+  std::string driveSource(size_t index) override { return inner_.driveSource(index); }
 
  protected:
   Machine& inner_;

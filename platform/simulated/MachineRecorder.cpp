@@ -1,5 +1,7 @@
 #include "platform/simulated/MachineRecorder.hpp"
 
+#include <utility>
+
 #include "platform/Foundation.hpp"
 #include "platform/simulated/RecordingWriter.hpp"
 
@@ -8,11 +10,12 @@ namespace halvermonte {
 MachineRecorder::MachineRecorder(Machine& machine, HostName hostName)
     : MachineWrapper(machine), hostName_(hostName) {}
 
-void MachineRecorder::nextTick() {
+bool MachineRecorder::nextTick() {
   complete();
   RecordedTick next;
   next.drives = tick().drives;  // one that is not asked for, its walk being cut short, is as it was
   ticks_.push_back(std::move(next));
+  return inner_.nextTick();
 }
 
 void MachineRecorder::complete() {

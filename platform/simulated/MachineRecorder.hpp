@@ -40,10 +40,6 @@ class MachineRecorder : public MachineWrapper {
 
   MachineRecorder(Machine& machine, HostName hostName);
 
-  /// Ends a tick: what is asked from now on belongs to the next. REQUIRES: that the machine has not
-  /// moved on yet.
-  void nextTick();
-
   /// The machine file of all ticks so far. REQUIRES: that nothing is asked afterwards.
   std::string machineFile();
 
@@ -56,6 +52,8 @@ class MachineRecorder : public MachineWrapper {
   void beginDriveWalk() override;
   Drive drive(size_t index) override;
   double clock() override;
+  /// Ends the recorded tick, then moves the machine on.
+  bool nextTick() override;
   std::optional<std::string> outputOfCommand(const std::string& command) override;
   std::optional<int64_t> kernelVariable(const std::string& name) override;
 

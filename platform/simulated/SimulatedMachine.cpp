@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "platform/Foundation.hpp"
+#include "platform/FourCharacterCode.hpp"
 
 namespace halvermonte {
 namespace {
@@ -41,7 +42,7 @@ SimulatedMachine::SimulatedMachine(MachineFile file) : file_(std::move(file)), d
   if (*drives_) driveCount_ = (*drives_)->size();
 }
 
-void SimulatedMachine::nextTick() {
+bool SimulatedMachine::nextTick() {
   if (tick_ + 1 < file_.ticks.size()) {
     apply(file_.ticks[++tick_]);
   } else {
@@ -49,6 +50,7 @@ void SimulatedMachine::nextTick() {
     drivesRaise_ = nullptr;
     hidServices_ = {};
   }
+  return true;
 }
 
 void SimulatedMachine::apply(const MachineTick& tick) {
@@ -80,13 +82,6 @@ void SimulatedMachine::Controller::apply(const SMCChange& change) {
 
 ControllerState SimulatedMachine::Controller::state() const {
   return saidState.value_or(keysGiven ? ControllerState::present : ControllerState::missing);
-}
-
-std::vector<uint32_t> SimulatedMachine::answeredKeys() const {
-  std::vector<uint32_t> keys;
-  for (const auto& [key, answer] : smc_.keys) keys.push_back(key);
-  std::ranges::sort(keys);
-  return keys;
 }
 
 SMCService SimulatedMachine::smcService() {
@@ -156,6 +151,13 @@ std::optional<std::string> SimulatedMachine::outputOfCommand(const std::string& 
 std::optional<int64_t> SimulatedMachine::kernelVariable(const std::string& name) {
   const auto* value = find(file_.kernelVariables, name);
   return value == nullptr ? std::nullopt : std::optional(*value);
+}
+
+SensorInventory SimulatedMachine::inventory() {
+  SensorInventory sensors;
+  for (const auto& [key, answer] : smc_.keys) sensors.emplace_back().key = charactersOf(key);
+  std::ranges::sort(sensors, {}, &SensorListing::key);
+  return sensors;
 }
 
 }  // namespace halvermonte

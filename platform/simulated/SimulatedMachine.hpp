@@ -26,13 +26,6 @@ class SimulatedMachine : public Machine {
 
   explicit SimulatedMachine(MachineFile file);
 
-  /// Moves on to the next tick. After the last one its state stays, while the clock goes on by one
-  /// second a tick, and the waves with it.
-  void nextTick();
-
-  /// The keys that the controller has in this tick, in order.
-  std::vector<uint32_t> answeredKeys() const;
-
   std::string name() override { return file_.name; }
   SMCService smcService() override;
   uint32_t openSMC() override;
@@ -44,9 +37,14 @@ class SimulatedMachine : public Machine {
   void beginDriveWalk() override;
   Drive drive(size_t index) override;
   double clock() override { return clock_; }
+  /// After the last tick its state stays, while the clock goes on by one second a tick, and the
+  /// waves with it.
+  bool nextTick() override;
   std::optional<std::string> localizedHostName() override { return file_.hostName; }
   std::optional<std::string> outputOfCommand(const std::string& command) override;
   std::optional<int64_t> kernelVariable(const std::string& name) override;
+  /// The keys that the controller has in this tick, in order.
+  SensorInventory inventory() override;
 
  private:
   /// The controller in the state that the ticks so far have led to.

@@ -62,11 +62,12 @@ struct FullMachine : TestMachine {
   }
 
   /// A second later, each drive has moved 500 bytes more either way.
-  void nextTick() {
+  bool nextTick() override {
     now += 1;
     total += 500;
     drives = {DriveStatistics{total, total}, DriveStatistics{total, total}};
     asked.clear();
+    return true;
   }
 
   int64_t total = 0;

@@ -1,4 +1,4 @@
-#include "platform/linux/Inventory.hpp"
+#include "platform/portable/Inventory.hpp"
 
 #include <gmock/gmock.h>
 

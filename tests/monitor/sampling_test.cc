@@ -35,15 +35,12 @@ class SamplingTest : public ::testing::Test {
 
   Tree tree;
   Options options;
-  ChosenMachine chosen;
 };
 
 TEST_F(SamplingTest, SimulatedMachineGoesOnBeforeEachPassButTheFirst) {
   auto machine = machineOf(tickOfKeys(R"("TC0P": {"type": "sp78", "value": 40})") + "," +
                            tickOfKeys(R"("TC0P": {"type": "sp78", "value": 41})"));
-  chosen.simulated = machine.get();
-  chosen.machine = std::move(machine);
-  Sampling sampling(chosen, options);
+  Sampling sampling(*machine, true, options);
   sampling.pass();
   EXPECT_EQ(sampling.record().sensors_temperatureData().view(), "40\n");
   sampling.pass();
@@ -53,9 +50,7 @@ TEST_F(SamplingTest, SimulatedMachineGoesOnBeforeEachPassButTheFirst) {
 TEST_F(SamplingTest, NothingIsFilledOnAMachineFromAFile) {
   tree.write("proc/uptime", "100.5 1\n");
   auto machine = machineOf("{}", R"("processor": {"chip_type": "Apple M1"}, )");
-  chosen.simulated = machine.get();
-  chosen.machine = std::move(machine);
-  Sampling sampling(chosen, options);
+  Sampling sampling(*machine, true, options);
   sampling.pass();
   EXPECT_EQ(sampling.record().uptimeText().view(), "");
   EXPECT_EQ(sampling.record().processorName().view(), "");
@@ -65,8 +60,7 @@ TEST_F(SamplingTest, OtherMachinesHaveWhatAHostFillsFreshInEachPass) {
   tree.write("proc/uptime", "100.5 1\n");
   auto machine = std::make_unique<TestMachine>();
   machine->setProcessor("Apple M1");
-  chosen.machine = std::move(machine);
-  Sampling sampling(chosen, options);
+  Sampling sampling(*machine, false, options);
   sampling.pass();
   EXPECT_EQ(sampling.record().processorName().view(), "Apple M1");
   EXPECT_EQ(sampling.record().uptimeText().view(), "1 min");
@@ -76,8 +70,8 @@ TEST_F(SamplingTest, OtherMachinesHaveWhatAHostFillsFreshInEachPass) {
 }
 
 TEST_F(SamplingTest, ExceptionEndsThatPassAlone) {
-  chosen.machine = std::make_unique<ForgetfulComputer>();
-  Sampling sampling(chosen, options);
+  ForgetfulComputer machine;
+  Sampling sampling(machine, false, options);
   EXPECT_THAT(sampling.pass(), Optional(HasSubstr("index")));
   EXPECT_EQ(sampling.pass(), std::nullopt);
   EXPECT_EQ(sampling.record().sensors_temperature().view(), "Gas Gauge Battery\n");

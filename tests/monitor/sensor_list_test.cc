@@ -17,9 +17,8 @@ using ::testing::StartsWith;
 /// The list of a machine in the tick.
 std::string listOf(const std::string& tick) {
   ChosenMachine chosen;
-  auto machine = machineOf(tick);
-  chosen.simulated = machine.get();
-  chosen.machine = std::move(machine);
+  chosen.machine = machineOf(tick);
+  chosen.isSimulated = true;
   chosen.title = "Sample, simulated";
   return sensorList(chosen);
 }

@@ -9,12 +9,12 @@
 #include <vector>
 
 #include "platform/linux/FolderWatch.hpp"
-#include "platform/linux/Inventory.hpp"
 #include "platform/linux/SystemCalls.hpp"
 #include "platform/linux/hwmon/Chips.hpp"
 #include "platform/linux/hwmon/KeyAssignment.hpp"
 #include "platform/linux/hwmon/Sensor.hpp"
 #include "platform/linux/hwmon/SensorTable.hpp"
+#include "platform/portable/Inventory.hpp"
 #include "platform/portable/Machine.hpp"
 
 namespace halvermonte::linuxos {
