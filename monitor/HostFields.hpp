@@ -1,34 +1,12 @@
-// The record's properties that a host fills, of this computer: its model, processor, uptime and
-// memory.
+// The record's properties that a host fills from what a machine says about itself.
 #pragma once
 
-#include <string>
-
-#include "engine/HalvermonteSensorsEngine.hpp"
-#include "platform/linux/KeptFile.hpp"
-#include "platform/linux/LinuxMachine.hpp"
+#include "platform/portable/HostFacts.hpp"
 #include "record/StatisticsData.hpp"
 
 namespace halvermonte {
 
-/// Fills what stays as it is while the computer runs: modelName and modelIdentifier (firmware),
-/// processorName and summary_cpuCores (the engine's answers), summary_cpuLogicalCores. A property
-/// whose source is missing keeps its value.
-void fillComputer(StatisticsData& record, const LinuxRoots& roots,
-                  const HalvermonteSensorsEngine& engine);
-
-/// What changes while the computer runs, read through files that are kept open.
-class HostUsage {
- public:
-  explicit HostUsage(const std::string& proc);
-
-  /// Fills uptime in seconds, the summary_memory numbers in bytes, and their texts. A property
-  /// whose source is missing keeps its value.
-  void fill(StatisticsData& record);
-
- private:
-  linuxos::KeptFile uptime_;
-  linuxos::KeptFile memory_;
-};
+/// Stores the facts, with their texts. The property of an absent fact keeps its value.
+void storeHostFacts(StatisticsData& record, const HostFacts& facts);
 
 }  // namespace halvermonte

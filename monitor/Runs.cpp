@@ -75,7 +75,7 @@ class Pause {
 class Reporter {
  public:
   Reporter(ChosenMachine& machine, const Options& options)
-      : sampling_(*machine.machine, machine.isSimulated, options), process_(options.process) {
+      : sampling_(*machine.machine), process_(options.process) {
     subject_.title = machine.title;
     subject_.processor = sampling_.engine().askSytemInfoForProcessorName().view();
     subject_.cores = sampling_.engine().physicalCores();
@@ -186,7 +186,7 @@ bool canRedraw(const Output& output) { return output.isTerminal() && !isDumbTerm
 
 void printJson(ChosenMachine& machine, const Options& options, const Output& output) {
   const Pause pause(options);
-  Sampling sampling(*machine.machine, machine.isSimulated, options);
+  Sampling sampling(*machine.machine);
   makePasses(sampling, pause, options, &output);
 }
 
@@ -198,7 +198,7 @@ void recordMachine(ChosenMachine& machine, const Options& options, const Output&
   MachineRecorder recorder(*machine.machine, named ? MachineRecorder::HostName::kept
                                                    : MachineRecorder::HostName::leftOut);
   const Pause pause(options);
-  Sampling sampling(recorder, machine.isSimulated, options);
+  Sampling sampling(recorder);
   uint64_t ticks = 0;
   try {
     ticks =

@@ -5,16 +5,23 @@
 
 namespace halvermonte {
 
-Sampling::Sampling(Machine& machine, bool isSimulated, const Options& options)
-    : machine_(machine), isSimulated_(isSimulated), scope_(machine), usage_(options.proc) {
-  if (!isSimulated_) fillComputer(*record_, {.sys = options.sys, .proc = options.proc}, engine_);
-}
+Sampling::Sampling(Machine& machine) : machine_(machine), scope_(machine) {}
 
 std::optional<std::string> Sampling::pass() {
   if (hasPassed_) machine_.nextTick();
-  if (!isSimulated_) usage_.fill(*record_);
+  storeFacts();
   hasPassed_ = true;
   return foundation::reasonRaisedBy([this] { engine_.getSensorsInfo(record_); });
+}
+
+void Sampling::storeFacts() {
+  const std::optional<HostFacts> facts = machine_.hostFacts();
+  if (!facts) return;
+  if (!hasPassed_) {
+    record_->setProcessorName(engine_.askSytemInfoForProcessorName());
+    record_->setSummary_cpuCores(Number::ofInt32(engine_.physicalCores()));
+  }
+  storeHostFacts(*record_, *facts);
 }
 
 }  // namespace halvermonte

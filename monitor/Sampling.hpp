@@ -6,8 +6,6 @@
 #include <string>
 
 #include "engine/HalvermonteSensorsEngine.hpp"
-#include "monitor/HostFields.hpp"
-#include "monitor/Options.hpp"
 #include "platform/portable/Machine.hpp"
 #include "record/StatisticsData.hpp"
 
@@ -17,7 +15,7 @@ class Sampling {
  public:
   /// Makes the engine and the record. The machine outlives this object and answers the calling
   /// thread as long as this object lives.
-  Sampling(Machine& machine, bool isSimulated, const Options& options);
+  explicit Sampling(Machine& machine);
 
   /// Makes the next pass. The machine moves on to its next tick before each pass but the first.
   /// The answer is the reason of the exception that ended the pass early; absent where none did.
@@ -27,10 +25,11 @@ class Sampling {
   const HalvermonteSensorsEngine& engine() const { return engine_; }
 
  private:
+  /// Fills what a host fills, if the machine says anything about itself.
+  void storeFacts();
+
   Machine& machine_;
-  bool isSimulated_;
   ScopedMachine scope_;
-  HostUsage usage_;
   HalvermonteSensorsEngine engine_;
   std::shared_ptr<StatisticsData> record_ = std::make_shared<StatisticsData>();
   bool hasPassed_ = false;

@@ -7,6 +7,7 @@
 #include "platform/linux/BlockDrives.hpp"
 #include "platform/linux/Commands.hpp"
 #include "platform/linux/HardwareReport.hpp"
+#include "platform/linux/HostFacts.hpp"
 #include "platform/linux/HostName.hpp"
 #include "platform/linux/ProcessorCores.hpp"
 #include "platform/linux/ProcessorName.hpp"
@@ -20,7 +21,8 @@ LinuxMachine::LinuxMachine(LinuxRoots roots, LinuxOptions options, linuxos::Syst
       commands_(std::make_unique<linuxos::Commands>()),
       controller_(std::make_unique<linuxos::HwmonController>(calls_, roots_.sys,
                                                              options.driveTemperatures)),
-      drives_(std::make_unique<linuxos::BlockDrives>(calls_, roots_.sys, roots_.proc)) {}
+      drives_(std::make_unique<linuxos::BlockDrives>(calls_, roots_.sys, roots_.proc)),
+      facts_(std::make_unique<linuxos::HostFactsReader>(calls_, roots_.sys, roots_.proc)) {}
 
 LinuxMachine::~LinuxMachine() = default;
 
@@ -107,6 +109,11 @@ std::optional<std::string> LinuxMachine::outputOfCommand(const std::string& comm
 std::optional<int64_t> LinuxMachine::kernelVariable(const std::string& name) {
   if (name != "hw.physicalcpu") return std::nullopt;
   return linuxos::physicalCores(calls_, roots_.sys, roots_.proc);
+}
+
+std::optional<HostFacts> LinuxMachine::hostFacts() {
+  const std::lock_guard lock(mutex_);
+  return facts_->read();
 }
 
 }  // namespace halvermonte

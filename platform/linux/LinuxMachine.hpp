@@ -14,6 +14,7 @@ namespace halvermonte {
 namespace linuxos {
 class BlockDrives;
 class Commands;
+class HostFactsReader;
 class HwmonController;
 }  // namespace linuxos
 
@@ -70,6 +71,8 @@ class LinuxMachine : public Machine {
   std::optional<std::string> outputOfCommand(const std::string& command) override;
   /// "hw.physicalcpu": cores, however many threads each runs.
   std::optional<int64_t> kernelVariable(const std::string& name) override;
+  /// Always present.
+  std::optional<HostFacts> hostFacts() override;
 
  private:
   const LinuxRoots roots_;
@@ -78,6 +81,7 @@ class LinuxMachine : public Machine {
   std::mutex mutex_;  ///< guards what follows
   std::unique_ptr<linuxos::HwmonController> controller_;
   std::unique_ptr<linuxos::BlockDrives> drives_;
+  std::unique_ptr<linuxos::HostFactsReader> facts_;
 };
 
 }  // namespace halvermonte

@@ -11,6 +11,7 @@
 #include <variant>
 #include <vector>
 
+#include "platform/portable/HostFacts.hpp"
 #include "platform/portable/Inventory.hpp"
 
 namespace halvermonte {
@@ -124,6 +125,9 @@ class Machine {
   /// What a person calls the source of a drive's counters; "": the machine cannot say.
   virtual std::string driveSource(size_t /*index*/) { return ""; }
 
+  /// What it says about itself as a host; absent: nothing.
+  virtual std::optional<HostFacts> hostFacts() { return std::nullopt; }
+
   /// The machine that answers the calling thread: the innermost ScopedMachine's, else the
   /// process's.
   static Machine& current();
@@ -174,6 +178,7 @@ class MachineWrapper : public Machine {
   std::optional<int64_t> kernelVariable(const std::string& name) override {
     return inner_.kernelVariable(name);
   }
+  std::optional<HostFacts> hostFacts() override { return inner_.hostFacts(); }
   SensorInventory inventory() override { return inner_.inventory(); }
   SensorCounts sensorCounts() override { return inner_.sensorCounts(); }
   std::string driveSource(size_t index) override { return inner_.driveSource(index); }

@@ -1,9 +1,11 @@
-#include "monitor/HostFields.hpp"
-
+// What the record says about the computer, from its files to the properties.
 #include <gtest/gtest.h>
 
+#include <memory>
 #include <string>
+#include <utility>
 
+#include "monitor/Sampling.hpp"
 #include "tests/linux/Tree.hpp"
 
 namespace halvermonte::test {
@@ -11,22 +13,25 @@ namespace {
 
 class HostFields : public ::testing::Test {
  protected:
-  // As the monitor's passes do it.
-  void fill() {
-    LinuxMachine machine(tree.roots());
-    const ScopedMachine scope(machine);
-    fillComputer(record, tree.roots(), HalvermonteSensorsEngine());
-    HostUsage(tree.roots().proc).fill(record);
+  const StatisticsData& fill() {
+    sampling.reset();
+    machine = std::make_unique<LinuxMachine>(tree.roots());
+    sampling = std::make_unique<Sampling>(*machine);
+    sampling->pass();
+    return sampling->record();
   }
 
   Tree tree;
-  StatisticsData record;
+
+ private:
+  std::unique_ptr<LinuxMachine> machine;
+  std::unique_ptr<Sampling> sampling;
 };
 
 TEST_F(HostFields, ModelComesFromTheFirmwareTable) {
   tree.write("sys/class/dmi/id/sys_vendor", "Dell Inc.\n");
   tree.write("sys/class/dmi/id/product_name", "XPS 13 9310\n");
-  fill();
+  const StatisticsData& record = fill();
   EXPECT_EQ(record.modelName().view(), "XPS 13 9310");
   EXPECT_EQ(record.modelIdentifier().view(), "XPS 13 9310");
 }
@@ -36,7 +41,7 @@ TEST_F(HostFields, ModelComesFromTheDeviceTree) {
              std::string("Apple MacBook Air (M1, 2020)\0", 29));
   tree.write("sys/firmware/devicetree/base/compatible",
              std::string("apple,j313\0apple,t8103\0apple,arm-platform\0", 42));
-  fill();
+  const StatisticsData& record = fill();
   EXPECT_EQ(record.modelName().view(), "Apple MacBook Air (M1, 2020)");
   EXPECT_EQ(record.modelIdentifier().view(), "apple,j313");
   EXPECT_EQ(record.processorName().view(), "Apple M1");
@@ -49,7 +54,7 @@ TEST_F(HostFields, CoresArePhysicalAndLogical) {
                core + "\n");
   }
   tree.write("sys/devices/system/cpu/online", "0-3,5\n");
-  fill();
+  const StatisticsData& record = fill();
   EXPECT_EQ(record.summary_cpuCores().int32Value(), 2);
   EXPECT_EQ(record.summary_cpuLogicalCores().int32Value(), 5);
 }
@@ -57,8 +62,7 @@ TEST_F(HostFields, CoresArePhysicalAndLogical) {
 TEST_F(HostFields, GarbledListOfProcessorsIsNotCounted) {
   for (const char* list : {"", "x", "3-1", "0-", "0-99999999999"}) {
     tree.write("sys/devices/system/cpu/online", list);
-    fill();
-    EXPECT_EQ(record.summary_cpuLogicalCores().int32Value(), 1) << list;
+    EXPECT_EQ(fill().summary_cpuLogicalCores().int32Value(), 1) << list;
   }
 }
 
@@ -69,9 +73,9 @@ TEST_F(HostFields, UptimeIsInSecondsAndInWords) {
                                                        {"273700.10 500.2", "3 d 4 h"}};
   for (const auto& [file, text] : texts) {
     tree.write("proc/uptime", file);
-    fill();
-    EXPECT_EQ(record.uptimeText().view(), text);
+    EXPECT_EQ(fill().uptimeText().view(), text);
   }
+  const StatisticsData& record = fill();
   EXPECT_EQ(record.uptime().uint64Value(), 273700U);
   EXPECT_EQ(record.uptime().form(), Number::Form::uint64);
 }
@@ -82,7 +86,7 @@ TEST_F(HostFields, MemoryIsInBytesWithTexts) {
       "MemTotal:       8000000 kB\nMemFree:         1000000 kB\nMemAvailable:    5000000 kB\n"
       "Active:          100 kB\nInactive:        2000000 kB\nUnevictable:       100000 kB\n"
       "SUnreclaim:       200000 kB\nKernelStack:       10000 kB\nPageTables:        20000 kB\n");
-  fill();
+  const StatisticsData& record = fill();
   EXPECT_EQ(record.summary_memoryTotal().uint64Value(), 8192000000U);
   EXPECT_EQ(record.summary_memoryFree().uint64Value(), 1024000000U);
   EXPECT_EQ(record.summary_memoryUsed().uint64Value(), 3072000000U);
@@ -98,7 +102,7 @@ TEST_F(HostFields, MemoryIsInBytesWithTexts) {
 }
 
 TEST_F(HostFields, MissingSourcesLeaveTheDefaults) {
-  fill();
+  const StatisticsData& record = fill();
   EXPECT_EQ(record.modelName().view(), "");
   EXPECT_EQ(record.modelIdentifier().view(), "");
   EXPECT_EQ(record.uptime().int32Value(), 0);

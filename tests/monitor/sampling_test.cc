@@ -5,7 +5,6 @@
 #include <memory>
 #include <string>
 
-#include "tests/linux/Tree.hpp"
 #include "tests/simulated/MachineTexts.hpp"
 #include "tests/support/TestMachine.hpp"
 
@@ -26,52 +25,51 @@ class ForgetfulComputer : public TestMachine {
   int asked = 0;
 };
 
-class SamplingTest : public ::testing::Test {
- protected:
-  SamplingTest() {
-    options.sys = tree.at("sys");
-    options.proc = tree.at("proc");
+// Says how long it has been up, a minute longer each time.
+class TalkativeComputer : public TestMachine {
+ public:
+  std::optional<HostFacts> hostFacts() override {
+    HostFacts facts;
+    facts.uptime = uptime += 60;
+    return facts;
   }
 
-  Tree tree;
-  Options options;
+ private:
+  uint64_t uptime = 0;
 };
 
-TEST_F(SamplingTest, SimulatedMachineGoesOnBeforeEachPassButTheFirst) {
-  auto machine = machineOf(tickOfKeys(R"("TC0P": {"type": "sp78", "value": 40})") + "," +
-                           tickOfKeys(R"("TC0P": {"type": "sp78", "value": 41})"));
-  Sampling sampling(*machine, true, options);
+TEST(Sampling, SimulatedMachineMovesOnBeforeEachPassButTheFirst) {
+  const auto machine = machineOf(tickOfKeys(R"("TC0P": {"type": "sp78", "value": 40})") + "," +
+                                 tickOfKeys(R"("TC0P": {"type": "sp78", "value": 41})"));
+  Sampling sampling(*machine);
   sampling.pass();
   EXPECT_EQ(sampling.record().sensors_temperatureData().view(), "40\n");
   sampling.pass();
   EXPECT_EQ(sampling.record().sensors_temperatureData().view(), "41\n");
 }
 
-TEST_F(SamplingTest, NothingIsFilledOnAMachineFromAFile) {
-  tree.write("proc/uptime", "100.5 1\n");
-  auto machine = machineOf("{}", R"("processor": {"chip_type": "Apple M1"}, )");
-  Sampling sampling(*machine, true, options);
+TEST(Sampling, MachineThatSaysNothingAboutItselfLeavesTheHostsProperties) {
+  const auto machine = machineOf("{}", R"("processor": {"chip_type": "Apple M1"}, )");
+  Sampling sampling(*machine);
   sampling.pass();
   EXPECT_EQ(sampling.record().uptimeText().view(), "");
   EXPECT_EQ(sampling.record().processorName().view(), "");
 }
 
-TEST_F(SamplingTest, OtherMachinesHaveWhatAHostFillsFreshInEachPass) {
-  tree.write("proc/uptime", "100.5 1\n");
-  auto machine = std::make_unique<TestMachine>();
-  machine->setProcessor("Apple M1");
-  Sampling sampling(*machine, false, options);
+TEST(Sampling, HostsPropertiesAreFilledAfreshInEachPass) {
+  TalkativeComputer machine;
+  machine.setProcessor("Apple M1");
+  Sampling sampling(machine);
   sampling.pass();
   EXPECT_EQ(sampling.record().processorName().view(), "Apple M1");
   EXPECT_EQ(sampling.record().uptimeText().view(), "1 min");
-  tree.write("proc/uptime", "200.5 1\n");
   sampling.pass();
-  EXPECT_EQ(sampling.record().uptimeText().view(), "3 min");
+  EXPECT_EQ(sampling.record().uptimeText().view(), "2 min");
 }
 
-TEST_F(SamplingTest, ExceptionEndsThatPassAlone) {
+TEST(Sampling, ExceptionEndsThatPassAlone) {
   ForgetfulComputer machine;
-  Sampling sampling(machine, false, options);
+  Sampling sampling(machine);
   EXPECT_THAT(sampling.pass(), Optional(HasSubstr("index")));
   EXPECT_EQ(sampling.pass(), std::nullopt);
   EXPECT_EQ(sampling.record().sensors_temperature().view(), "Gas Gauge Battery\n");
