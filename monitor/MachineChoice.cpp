@@ -7,14 +7,13 @@
 #include <cstring>
 #include <utility>
 
-#include "engine/HalvermonteSensorsEngine.hpp"
 #include "monitor/Line.hpp"
 #include "monitor/Readings.hpp"
 #include "monitor/StandardStreams.hpp"
-#include "platform/Foundation.hpp"
 #include "platform/linux/LinuxMachine.hpp"
 #include "platform/simulated/BundledMachines.hpp"
 #include "platform/simulated/MachineFileError.hpp"
+#include "platform/simulated/MachineRecorder.hpp"
 #include "platform/simulated/SimulatedMachine.hpp"
 
 namespace halvermonte {
@@ -23,12 +22,30 @@ namespace {
 
 constexpr std::string_view kFallback = "M1";
 
-ChosenMachine simulated(std::unique_ptr<Machine> machine, const std::string& reason = "") {
-  ChosenMachine chosen;
-  chosen.isSimulated = true;
-  chosen.title = machine->name() + ", simulated" + (reason.empty() ? "" : ": " + reason);
-  chosen.machine = std::move(machine);
-  return chosen;
+/// A recording of a real computer leaves its host's name out unless the user asks for it.
+std::unique_ptr<MachineRecorder> recorderFor(const ChosenMachine& chosen, const Options& options) {
+  if (!options.record) return nullptr;
+  const bool isNamed = chosen.isSimulated || options.withHostName;
+  return std::make_unique<MachineRecorder>(
+      *chosen.machine,
+      isNamed ? MachineRecorder::HostName::kept : MachineRecorder::HostName::leftOut);
+}
+
+std::unique_ptr<Sampling> samplingOf(ChosenMachine chosen, const Options& options) {
+  chosen.recorder = recorderFor(chosen, options);
+  return std::make_unique<Sampling>(std::move(chosen));
+}
+
+std::unique_ptr<Sampling> simulated(std::unique_ptr<Machine> machine, const Options& options,
+                                    const std::string& reason = "") {
+  std::string title = machine->name() + ", simulated" + (reason.empty() ? "" : ": " + reason);
+  return samplingOf({.machine = std::move(machine), .title = std::move(title), .isSimulated = true},
+                    options);
+}
+
+std::unique_ptr<Sampling> real(std::unique_ptr<Machine> machine, const Options& options) {
+  std::string title = (machine->isThisComputer() ? "This computer: " : "") + machine->name();
+  return samplingOf({.machine = std::move(machine), .title = std::move(title)}, options);
 }
 
 std::unique_ptr<Machine> bundled(const BundledMachine& machine) {
@@ -46,13 +63,23 @@ std::unique_ptr<Machine> fromFile(const std::string& path) {
   return SimulatedMachine::fromFile(path);
 }
 
-ChosenMachine named(const std::string& name) {
+std::unique_ptr<Machine> named(const std::string& name) {
   try {
     const BundledMachine* const machine = findBundledMachine(name);
-    return simulated(machine != nullptr ? bundled(*machine) : fromFile(name));
+    return machine != nullptr ? bundled(*machine) : fromFile(name);
   } catch (const MachineFileError& error) {
     throw Failure(error.what(), 2);
   }
+}
+
+/// This computer, or the folders that the options name in its place.
+std::unique_ptr<Machine> computerOf(const Options& options) {
+  if (!options.sys && !options.proc && !options.driveTemperatures) return makeThisComputer();
+  LinuxRoots roots;
+  roots.sys = options.sys.value_or(roots.sys);
+  roots.proc = options.proc.value_or(roots.proc);
+  return std::make_unique<LinuxMachine>(
+      std::move(roots), LinuxOptions{.driveTemperatures = options.driveTemperatures});
 }
 
 std::string hintOf(Machine& machine, Offer offer) {
@@ -76,39 +103,34 @@ std::string hintOf(Machine& machine, Offer offer) {
   return "";
 }
 
-ChosenMachine host(std::unique_ptr<Machine> machine, Offer offer) {
-  ChosenMachine chosen;
-  chosen.hint = hintOf(*machine, offer);
-  chosen.title = (machine->isThisComputer() ? "This computer: " : "") + machine->name();
-  chosen.machine = std::move(machine);
-  return chosen;
-}
-
 }  // namespace
 
-Offer offerOf(Machine& machine) {
-  const ScopedMachine scope(machine);
-  HalvermonteSensorsEngine engine;
-  const auto record = std::make_shared<StatisticsData>();
-  const auto reason = foundation::reasonRaisedBy([&] { engine.getSensorsInfo(record); });
-  if (reason || !temperatureReadings(*record).empty() || !fanReadings(*record).empty()) {
+Offer offerOf(Sampling& sampling) {
+  const std::optional<std::string> reason = sampling.firstPass();
+  const StatisticsData& record = sampling.record();
+  if (reason || !temperatureReadings(record).empty() || !fanReadings(record).empty()) {
     return Offer::sensors;
   }
-  return machine.driveCount().value_or(0) > 0 ? Offer::drivesAlone : Offer::nothing;
+  return sampling.machine().driveCount().value_or(0) > 0 ? Offer::drivesAlone : Offer::nothing;
 }
 
-ChosenMachine chooseMachine(const Options& options, std::unique_ptr<Machine> thisComputer) {
-  if (options.machine && options.machine != "host") return named(*options.machine);
-  const Offer offer = offerOf(*thisComputer);
-  if (options.machine || offer != Offer::nothing) return host(std::move(thisComputer), offer);
-  return simulated(bundled(*findBundledMachine(kFallback)), "this computer offers nothing to read");
+Choice chooseMachine(const Options& options, std::unique_ptr<Machine> thisComputer) {
+  if (options.machine && options.machine != "host") {
+    return {simulated(named(*options.machine), options), ""};
+  }
+  std::unique_ptr<Sampling> sampling = real(std::move(thisComputer), options);
+  const Offer offer = offerOf(*sampling);
+  if (options.machine || offer != Offer::nothing) {
+    std::string hint = hintOf(sampling->machine(), offer);
+    return {std::move(sampling), std::move(hint)};
+  }
+  sampling.reset();
+  return {simulated(bundled(*findBundledMachine(kFallback)), options,
+                    "this computer offers nothing to read"),
+          ""};
 }
 
-ChosenMachine chooseMachine(const Options& options) {
-  const LinuxRoots roots{.sys = options.sys, .proc = options.proc};
-  const LinuxOptions asked{.driveTemperatures = options.driveTemperatures};
-  return chooseMachine(options, std::make_unique<LinuxMachine>(roots, asked));
-}
+Choice chooseMachine(const Options& options) { return chooseMachine(options, computerOf(options)); }
 
 std::string machineList() {
   size_t nameCells = 0;

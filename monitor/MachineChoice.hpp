@@ -5,28 +5,28 @@
 #include <string>
 
 #include "monitor/Options.hpp"
+#include "monitor/Sampling.hpp"
 #include "platform/portable/Machine.hpp"
 
 namespace halvermonte {
 
-struct ChosenMachine {
-  std::unique_ptr<Machine> machine;
-  bool isSimulated = false;  ///< from a machine file
-  std::string title;         ///< its name, and why this one if nobody asked for it
-  std::string hint;  ///< what a real computer keeps to itself, and why; "" where it does not
+struct Choice {
+  std::unique_ptr<Sampling> sampling;
+  std::string hint;  ///< what a real computer does not show, and why; "" if there is nothing to say
 };
 
-/// The machine that the options name or, where they name none, this computer if it offers anything
-/// to read, else the bundled M1. Throws a Failure: status 1 where nothing is called so, 2 where the
-/// file is no machine file.
-ChosenMachine chooseMachine(const Options& options);
+/// The machine that the options name. If they name none, this computer if it offers anything to
+/// read, else the bundled M1. Throws a Failure: status 1 if no machine has that name, 2 if the file
+/// is not a machine file.
+Choice chooseMachine(const Options& options);
 
 /// The same, with `thisComputer` standing for this computer.
-ChosenMachine chooseMachine(const Options& options, std::unique_ptr<Machine> thisComputer);
+Choice chooseMachine(const Options& options, std::unique_ptr<Machine> thisComputer);
 
-/// What there is to read: what a pass of an engine shows, and drives.
+/// What there is to read: what the first pass shows, and drives.
 enum class Offer { nothing, drivesAlone, sensors };
-Offer offerOf(Machine& machine);
+/// Makes the first pass.
+Offer offerOf(Sampling& sampling);
 
 /// The bundled machines, a line each.
 std::string machineList();

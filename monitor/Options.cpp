@@ -78,7 +78,7 @@ class CommandLine {
   CommandLine() {
     app_.set_help_flag("-h,--help");
     app_.set_version_flag("--version", versions());
-    option("-m,--machine", machine_, any, "");
+    option("-m,--machine", options_.machine, any, "");
     option("-f,--format", format_, format, "text or json");
     flag("--json", json_);
     option("-n,--ticks", ticks_, positiveInteger<uint64_t>, "a positive integer");
@@ -90,25 +90,22 @@ class CommandLine {
     option("--record", options_.record, path, "a file's name");
     flag("--with-host-name", options_.withHostName);
     flag("--drive-temperatures", options_.driveTemperatures);
-    option("--sys", sys_, path, "a folder's name");
-    option("--proc", proc_, path, "a folder's name");
+    option("--sys", options_.sys, path, "a folder's name");
+    option("--proc", options_.proc, path, "a folder's name");
   }
 
   // Throws a CLI::ParseError.
   Options parse(int argc, const char* const* argv) {
     app_.parse(argc, argv);
     if (json_ && format_ == Format::text) refuse("--json", "excludes --format text");
-    if (sys_ || proc_) expectThisComputer();
+    if (options_.sys || options_.proc) expectThisComputer();
     if (options_.list && options_.record) refuse("--list", "excludes --record");
     if (options_.record && options_.watch) refuse("--record", "excludes --watch");
     if (options_.withHostName && !options_.record) {
       refuse("--with-host-name", "belongs to --record alone");
     }
-    options_.machine = machine_;
     options_.format = json_ ? Format::json : format_.value_or(Format::text);
     options_.ticks = ticks_.value_or(options_.watch ? Options::kEndless : 1);
-    options_.sys = sys_.value_or(options_.sys);
-    options_.proc = proc_.value_or(options_.proc);
     return options_;
   }
 
@@ -118,8 +115,9 @@ class CommandLine {
   }
 
   void expectThisComputer() {
-    if (!machine_) machine_ = "host";
-    if (machine_ != "host") refuse(sys_ ? "--sys" : "--proc", "belongs to --machine host alone");
+    if (!options_.machine) options_.machine = "host";
+    if (options_.machine != "host")
+      refuse(options_.sys ? "--sys" : "--proc", "belongs to --machine host alone");
   }
 
   void flag(const char* name, bool& target) {
@@ -142,7 +140,6 @@ class CommandLine {
 
   CLI::App app_;
   Options options_;
-  std::optional<std::string> machine_, sys_, proc_;
   std::optional<Format> format_;
   std::optional<uint64_t> ticks_;
   bool json_ = false;

@@ -27,8 +27,8 @@ struct Options {
   std::optional<std::string> record;  ///< the machine file to write
   bool withHostName = false;          ///< into a recording of this computer
   bool driveTemperatures = false;
-  std::string sys = "/sys";
-  std::string proc = "/proc";
+  std::optional<std::string> sys;   ///< in place of /sys
+  std::optional<std::string> proc;  ///< in place of /proc
 };
 
 /// A command line that asks for no work: what to print on standard output and, where it is wrong

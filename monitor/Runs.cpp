@@ -74,9 +74,9 @@ class Pause {
 // What there is to tell of the passes, for reports.
 class Reporter {
  public:
-  Reporter(ChosenMachine& machine, const Options& options)
-      : sampling_(*machine.machine), process_(options.process) {
-    subject_.title = machine.title;
+  Reporter(Sampling& sampling, const Options& options)
+      : sampling_(sampling), process_(options.process) {
+    subject_.title = sampling.title();
     subject_.processor = sampling_.engine().askSytemInfoForProcessorName().view();
     subject_.cores = sampling_.engine().physicalCores();
   }
@@ -92,7 +92,7 @@ class Reporter {
   }
 
  private:
-  Sampling sampling_;
+  Sampling& sampling_;
   std::optional<int32_t> process_;
   ReportSubject subject_;
   bool hasPassed_ = false;
@@ -184,21 +184,16 @@ void writeRecording(const std::string& path, MachineRecorder& recorder) {
 
 bool canRedraw(const Output& output) { return output.isTerminal() && !isDumbTerminal(); }
 
-void printJson(ChosenMachine& machine, const Options& options, const Output& output) {
+void printJson(Sampling& sampling, const Options& options, const Output& output) {
   const Pause pause(options);
-  Sampling sampling(*machine.machine);
   makePasses(sampling, pause, options, &output);
 }
 
-void recordMachine(ChosenMachine& machine, const Options& options, const Output& output) {
+void recordMachine(Sampling& sampling, const Options& options, const Output& output) {
   // Whether the file can be written shows at once; what it holds stays until there is a recording.
   opened(*options.record, std::ios::app);
-  // A machine from a file has no name to hide.
-  const bool named = machine.isSimulated || options.withHostName;
-  MachineRecorder recorder(*machine.machine, named ? MachineRecorder::HostName::kept
-                                                   : MachineRecorder::HostName::leftOut);
+  MachineRecorder& recorder = *sampling.recorder();
   const Pause pause(options);
-  Sampling sampling(recorder);
   uint64_t ticks = 0;
   try {
     ticks =
@@ -209,17 +204,17 @@ void recordMachine(ChosenMachine& machine, const Options& options, const Output&
   }
   writeRecording(*options.record, recorder);
   if (options.format == Format::text) {
-    output.write(*options.record + ": " + std::to_string(ticks) + " ticks of " + machine.title +
+    output.write(*options.record + ": " + std::to_string(ticks) + " ticks of " + sampling.title() +
                  "\n");
   }
 }
 
-void printReports(ChosenMachine& machine, const Options& options, const Output& output) {
+void printReports(Sampling& sampling, const Options& options, const Output& output) {
   const Pause pause(options);
   const ReportStyle style = styleOf(options);
   const bool colour = usesColour(output);
   Complaints complaints(HeldMessages::Streams::output);
-  Reporter reporter(machine, options);
+  Reporter reporter(sampling, options);
   reporter.pass();
   for (uint64_t report = 0; report < options.ticks; ++report) {
     if (!pause.wait()) return;
@@ -231,14 +226,14 @@ void printReports(ChosenMachine& machine, const Options& options, const Output& 
   }
 }
 
-void watchReports(ChosenMachine& machine, const Options& options, const Output& output) {
+void watchReports(Sampling& sampling, const Options& options, const Output& output) {
   const bool shared = isatty(STDERR_FILENO) == 1;
   Complaints complaints(shared ? HeldMessages::Streams::outputAndError
                                : HeldMessages::Streams::output);
   const bool colour = usesColour(output);
   const Signals signals(true);
   Screen screen(output);
-  Reporter reporter(machine, options);
+  Reporter reporter(sampling, options);
   std::string complaint;
   const auto pass = [&] {
     reporter.pass();

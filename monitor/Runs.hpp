@@ -1,24 +1,24 @@
 // What the program does with its passes, by format.
 #pragma once
 
-#include "monitor/MachineChoice.hpp"
 #include "monitor/Options.hpp"
+#include "monitor/Sampling.hpp"
 #include "monitor/StandardStreams.hpp"
 
 namespace halvermonte {
 
 /// One line of JSON a pass.
-void printJson(ChosenMachine& machine, const Options& options, const Output& output);
+void printJson(Sampling& sampling, const Options& options, const Output& output);
 
 /// Writes what the machine answers in so many passes into a machine file, with a line that says so
 /// or, where JSON was asked for, with the passes' lines.
-void recordMachine(ChosenMachine& machine, const Options& options, const Output& output);
+void recordMachine(Sampling& sampling, const Options& options, const Output& output);
 
 /// Reports one after the other. A first pass is not shown, so that the rates are real.
-void printReports(ChosenMachine& machine, const Options& options, const Output& output);
+void printReports(Sampling& sampling, const Options& options, const Output& output);
 
 /// One report at a time, in place. REQUIRES: the output is a terminal with cursor addressing.
-void watchReports(ChosenMachine& machine, const Options& options, const Output& output);
+void watchReports(Sampling& sampling, const Options& options, const Output& output);
 
 /// Whether the output is such a terminal.
 bool canRedraw(const Output& output);

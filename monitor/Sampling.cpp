@@ -1,16 +1,33 @@
 #include "monitor/Sampling.hpp"
 
+#include <utility>
+
 #include "monitor/HostFields.hpp"
 #include "platform/Foundation.hpp"
 
 namespace halvermonte {
 
-Sampling::Sampling(Machine& machine) : machine_(machine), scope_(machine) {}
+Sampling::Sampling(ChosenMachine chosen)
+    : chosen_(std::move(chosen)),
+      machine_(chosen_.recorder ? *chosen_.recorder : *chosen_.machine),
+      scope_(machine_) {}
 
 std::optional<std::string> Sampling::pass() {
   if (hasPassed_) machine_.nextTick();
-  storeFacts();
+  if (!isAhead_) reason_ = makePass();
+  isAhead_ = false;
   hasPassed_ = true;
+  return reason_;
+}
+
+std::optional<std::string> Sampling::firstPass() {
+  reason_ = makePass();
+  isAhead_ = true;
+  return reason_;
+}
+
+std::optional<std::string> Sampling::makePass() {
+  storeFacts();
   return foundation::reasonRaisedBy([this] { engine_.getSensorsInfo(record_); });
 }
 

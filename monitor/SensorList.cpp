@@ -161,17 +161,15 @@ std::string aligned(const Rows& rows) {
 
 }  // namespace
 
-std::string sensorList(ChosenMachine& chosen) {
-  Machine& machine = *chosen.machine;
-  const ScopedMachine scope(machine);
-  const HalvermonteSensorsEngine engine;
+std::string sensorList(Sampling& sampling) {
+  Machine& machine = sampling.machine();
   Rows rows = {{"key", "name", "source", "reading"}};
-  addSensors(machine, engine.state(), rows);
+  addSensors(machine, sampling.engine().state(), rows);
   addServices(machine, HIDSensorKind::temperature, "HID temperature", rows);
   addServices(machine, HIDSensorKind::current, "HID current", rows);
   addServices(machine, HIDSensorKind::voltage, "HID voltage", rows);
   addDrives(machine, rows);
-  return chosen.title + "\n\n" + aligned(rows);
+  return sampling.title() + "\n\n" + aligned(rows);
 }
 
 }  // namespace halvermonte

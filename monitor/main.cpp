@@ -26,13 +26,14 @@ int complain(const std::string& line, int status) {
 
 void run(const Options& options, const Output& output) {
   if (options.machine == "list") return output.write(machineList());
-  ChosenMachine machine = chooseMachine(options);
-  if (!machine.hint.empty()) complain(machine.hint, kDone);
-  if (options.list) return output.write(sensorList(machine));
-  if (options.record) return recordMachine(machine, options, output);
-  if (options.format == Format::json) return printJson(machine, options, output);
-  if (options.watch && canRedraw(output)) return watchReports(machine, options, output);
-  printReports(machine, options, output);
+  const Choice choice = chooseMachine(options);
+  if (!choice.hint.empty()) complain(choice.hint, kDone);
+  Sampling& sampling = *choice.sampling;
+  if (options.list) return output.write(sensorList(sampling));
+  if (options.record) return recordMachine(sampling, options, output);
+  if (options.format == Format::json) return printJson(sampling, options, output);
+  if (options.watch && canRedraw(output)) return watchReports(sampling, options, output);
+  printReports(sampling, options, output);
 }
 
 int answer(const Answer& answer, const Output& output) {

@@ -15,8 +15,8 @@ class HostFields : public ::testing::Test {
  protected:
   const StatisticsData& fill() {
     sampling.reset();
-    machine = std::make_unique<LinuxMachine>(tree.roots());
-    sampling = std::make_unique<Sampling>(*machine);
+    sampling = std::make_unique<Sampling>(
+        ChosenMachine{.machine = std::make_unique<LinuxMachine>(tree.roots())});
     sampling->pass();
     return sampling->record();
   }
@@ -24,7 +24,6 @@ class HostFields : public ::testing::Test {
   Tree tree;
 
  private:
-  std::unique_ptr<LinuxMachine> machine;
   std::unique_ptr<Sampling> sampling;
 };
 

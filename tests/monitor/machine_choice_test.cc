@@ -2,6 +2,8 @@
 
 #include <gmock/gmock.h>
 
+#include <algorithm>
+#include <functional>
 #include <memory>
 #include <string>
 
@@ -30,7 +32,7 @@ class ComputerWithADrive : public EmptyComputer {
 };
 
 template <class Computer>
-ChosenMachine chosenOn(std::optional<std::string> asked) {
+Choice chosenOn(std::optional<std::string> asked) {
   Options options;
   options.machine = std::move(asked);
   return chooseMachine(options, std::make_unique<Computer>());
@@ -47,21 +49,21 @@ std::pair<std::string, int> refusalOf(const std::string& asked) {
 }
 
 TEST(MachineChoice, ThisComputerIsTakenWhereItOffersAnything) {
-  const ChosenMachine chosen = chosenOn<ComputerWithADrive>(std::nullopt);
-  EXPECT_FALSE(chosen.isSimulated);
-  EXPECT_EQ(chosen.title, "This computer: Box");
+  const Choice chosen = chosenOn<ComputerWithADrive>(std::nullopt);
+  EXPECT_FALSE(chosen.sampling->isSimulated());
+  EXPECT_EQ(chosen.sampling->title(), "This computer: Box");
 }
 
 TEST(MachineChoice, SimulatedM1StandsInAndTheTitleSaysWhy) {
-  const ChosenMachine chosen = chosenOn<EmptyComputer>(std::nullopt);
-  EXPECT_TRUE(chosen.isSimulated);
-  EXPECT_EQ(chosen.title, "M1, simulated: this computer offers nothing to read");
+  const Choice chosen = chosenOn<EmptyComputer>(std::nullopt);
+  EXPECT_TRUE(chosen.sampling->isSimulated());
+  EXPECT_EQ(chosen.sampling->title(), "M1, simulated: this computer offers nothing to read");
 }
 
 TEST(MachineChoice, HostIsThisComputerEvenWhereItHasNothing) {
-  const ChosenMachine chosen = chosenOn<EmptyComputer>("host");
-  EXPECT_FALSE(chosen.isSimulated);
-  EXPECT_EQ(chosen.title, "This computer: Box");
+  const Choice chosen = chosenOn<EmptyComputer>("host");
+  EXPECT_FALSE(chosen.sampling->isSimulated());
+  EXPECT_EQ(chosen.sampling->title(), "This computer: Box");
 }
 
 TEST(MachineChoice, WhatARealComputerKeepsToItselfIsHintedAt) {
@@ -103,7 +105,7 @@ TEST(MachineChoice, TreeIsNotCalledThisComputer) {
   Options options;
   options.machine = "host";
   options.sys = tree.at("sys");
-  EXPECT_THAT(chooseMachine(options).title,
+  EXPECT_THAT(chooseMachine(options).sampling->title(),
               AllOf(HasSubstr(tree.at("sys").string()), Not(HasSubstr("This computer"))));
 }
 
@@ -111,14 +113,15 @@ TEST(MachineChoice, BundledNamesAreFoundInWhateverCaseAndAlwaysCalledSimulated) 
   for (const BundledMachine& machine : bundledMachines()) {
     std::string name(machine.name);
     for (char& letter : name) letter = static_cast<char>(std::tolower(letter));
-    EXPECT_EQ(chosenOn<ComputerWithADrive>(name).title, std::string(machine.name) + ", simulated");
+    EXPECT_EQ(chosenOn<ComputerWithADrive>(name).sampling->title(),
+              std::string(machine.name) + ", simulated");
   }
 }
 
 TEST(MachineChoice, AnythingElseIsAFile) {
   Tree tree;
   tree.write("mine.json", R"({"name": "Mine", "ticks": [{}]})");
-  EXPECT_EQ(chosenOn<EmptyComputer>(tree.at("mine.json")).title, "Mine, simulated");
+  EXPECT_EQ(chosenOn<EmptyComputer>(tree.at("mine.json")).sampling->title(), "Mine, simulated");
 }
 
 TEST(MachineChoice, UnknownNameCouldNotBeDone) {
@@ -136,24 +139,42 @@ TEST(MachineChoice, InvalidMachineFileIsWrongUse) {
 }
 
 TEST(MachineChoice, SensorsOrDrivesAreSomethingToRead) {
-  TestMachine machine;
-  EXPECT_EQ(offerOf(machine), Offer::nothing) << "a controller without keys";
-  machine.keys["TC0P"] = sp78(0);
-  EXPECT_EQ(offerOf(machine), Offer::nothing) << "a key without a reading that is shown";
+  const auto offer = [](const std::function<void(TestMachine&)>& setUp) {
+    auto machine = std::make_unique<TestMachine>();
+    setUp(*machine);
+    Sampling sampling({.machine = std::move(machine)});
+    return offerOf(sampling);
+  };
+  EXPECT_EQ(offer([](TestMachine&) {}), Offer::nothing) << "a controller without keys";
+  EXPECT_EQ(offer([](TestMachine& machine) { machine.keys["TC0P"] = sp78(0); }), Offer::nothing)
+      << "a key without a reading that is shown";
+  EXPECT_EQ(offer([](TestMachine& machine) { machine.keys["TC0P"] = sp78(40); }), Offer::sensors);
+  EXPECT_EQ(offer([](TestMachine& machine) {
+              machine.setTemperatureSensors({sensor("gas gauge battery", 30)});
+            }),
+            Offer::sensors);
+  EXPECT_EQ(offer([](TestMachine& machine) {
+              machine.setTemperatureSensors({sensor("of no name that is shown", 30)});
+            }),
+            Offer::nothing);
+  EXPECT_EQ(offer([](TestMachine& machine) { machine.keys["FNum"] = ui8(1); }), Offer::sensors)
+      << "a fan that stands";
+  EXPECT_EQ(offer([](TestMachine& machine) { machine.drives = {DriveStatistics()}; }),
+            Offer::drivesAlone);
+  EXPECT_EQ(offer([](TestMachine& machine) { machine.drives = std::nullopt; }), Offer::nothing);
+}
+
+TEST(MachineChoice, PassThatDecidesIsTheFirstThatIsShown) {
+  auto owned = std::make_unique<TestMachine>();
+  TestMachine& machine = *owned;
   machine.keys["TC0P"] = sp78(40);
-  EXPECT_EQ(offerOf(machine), Offer::sensors);
-  machine.keys.clear();
-  machine.setTemperatureSensors({sensor("gas gauge battery", 30)});
-  EXPECT_EQ(offerOf(machine), Offer::sensors);
-  machine.setTemperatureSensors({sensor("of no name that is shown", 30)});
-  EXPECT_EQ(offerOf(machine), Offer::nothing);
-  machine.keys = {{"FNum", ui8(1)}};
-  EXPECT_EQ(offerOf(machine), Offer::sensors) << "a fan that stands";
-  machine.keys.clear();
-  machine.drives = {DriveStatistics()};
-  EXPECT_EQ(offerOf(machine), Offer::drivesAlone);
-  machine.drives = std::nullopt;
-  EXPECT_EQ(offerOf(machine), Offer::nothing);
+  const Choice choice = chooseMachine(Options(), std::move(owned));
+  machine.keys["TC0P"] = sp78(41);
+  choice.sampling->pass();
+  EXPECT_EQ(choice.sampling->record().sensors_temperatureData().view(), "40\n");
+  choice.sampling->pass();
+  EXPECT_EQ(choice.sampling->record().sensors_temperatureData().view(), "41\n");
+  EXPECT_EQ(std::ranges::count(machine.asked, "drives"), 1) << "one engine";
 }
 
 TEST(MachineList, HasALineForEachBundledMachine) {

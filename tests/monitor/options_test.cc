@@ -43,8 +43,8 @@ TEST(Options, DefaultIsOneTextReportASecondLater) {
   EXPECT_FALSE(use.watch);
   EXPECT_FALSE(use.fahrenheit);
   EXPECT_EQ(use.process, std::nullopt);
-  EXPECT_EQ(use.sys, "/sys");
-  EXPECT_EQ(use.proc, "/proc");
+  EXPECT_EQ(use.sys, std::nullopt);
+  EXPECT_EQ(use.proc, std::nullopt);
 }
 
 TEST(Options, ShortAndLongFormsAreTheSame) {
@@ -69,7 +69,8 @@ TEST(Options, LastOfTwoCounts) { EXPECT_EQ(options({"-n", "2", "-n", "5"}).ticks
 
 TEST(Options, OtherFoldersMeanThisComputer) {
   EXPECT_THAT(options({"--sys", "/tmp/sys"}).machine, Optional(std::string("host")));
-  EXPECT_EQ(options({"--sys", "/tmp/sys", "--proc", "/tmp/proc"}).proc, "/tmp/proc");
+  EXPECT_THAT(options({"--sys", "/tmp/sys", "--proc", "/tmp/proc"}).proc,
+              Optional(std::string("/tmp/proc")));
   EXPECT_THAT(complaint({"--proc", "/tmp", "-m", "M1"}), StartsWith("--proc: "));
 }
 

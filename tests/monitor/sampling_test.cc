@@ -39,9 +39,9 @@ class TalkativeComputer : public TestMachine {
 };
 
 TEST(Sampling, SimulatedMachineMovesOnBeforeEachPassButTheFirst) {
-  const auto machine = machineOf(tickOfKeys(R"("TC0P": {"type": "sp78", "value": 40})") + "," +
-                                 tickOfKeys(R"("TC0P": {"type": "sp78", "value": 41})"));
-  Sampling sampling(*machine);
+  auto machine = machineOf(tickOfKeys(R"("TC0P": {"type": "sp78", "value": 40})") + "," +
+                           tickOfKeys(R"("TC0P": {"type": "sp78", "value": 41})"));
+  Sampling sampling({.machine = std::move(machine)});
   sampling.pass();
   EXPECT_EQ(sampling.record().sensors_temperatureData().view(), "40\n");
   sampling.pass();
@@ -49,17 +49,17 @@ TEST(Sampling, SimulatedMachineMovesOnBeforeEachPassButTheFirst) {
 }
 
 TEST(Sampling, MachineThatSaysNothingAboutItselfLeavesTheHostsProperties) {
-  const auto machine = machineOf("{}", R"("processor": {"chip_type": "Apple M1"}, )");
-  Sampling sampling(*machine);
+  auto machine = machineOf("{}", R"("processor": {"chip_type": "Apple M1"}, )");
+  Sampling sampling({.machine = std::move(machine)});
   sampling.pass();
   EXPECT_EQ(sampling.record().uptimeText().view(), "");
   EXPECT_EQ(sampling.record().processorName().view(), "");
 }
 
 TEST(Sampling, HostsPropertiesAreFilledAfreshInEachPass) {
-  TalkativeComputer machine;
-  machine.setProcessor("Apple M1");
-  Sampling sampling(machine);
+  auto machine = std::make_unique<TalkativeComputer>();
+  machine->setProcessor("Apple M1");
+  Sampling sampling({.machine = std::move(machine)});
   sampling.pass();
   EXPECT_EQ(sampling.record().processorName().view(), "Apple M1");
   EXPECT_EQ(sampling.record().uptimeText().view(), "1 min");
@@ -68,8 +68,7 @@ TEST(Sampling, HostsPropertiesAreFilledAfreshInEachPass) {
 }
 
 TEST(Sampling, ExceptionEndsThatPassAlone) {
-  ForgetfulComputer machine;
-  Sampling sampling(machine);
+  Sampling sampling({.machine = std::make_unique<ForgetfulComputer>()});
   EXPECT_THAT(sampling.pass(), Optional(HasSubstr("index")));
   EXPECT_EQ(sampling.pass(), std::nullopt);
   EXPECT_EQ(sampling.record().sensors_temperature().view(), "Gas Gauge Battery\n");

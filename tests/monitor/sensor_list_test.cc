@@ -16,11 +16,8 @@ using ::testing::StartsWith;
 
 /// The list of a machine in the tick.
 std::string listOf(const std::string& tick) {
-  ChosenMachine chosen;
-  chosen.machine = machineOf(tick);
-  chosen.isSimulated = true;
-  chosen.title = "Sample, simulated";
-  return sensorList(chosen);
+  Sampling sampling({.machine = machineOf(tick), .title = "Sample, simulated"});
+  return sensorList(sampling);
 }
 
 /// The one line that has the text; "" where there is none.
