@@ -4,6 +4,7 @@
 #include <cstddef>
 #include <optional>
 
+#include "platform/Counted.hpp"
 #include "platform/FourCharacterCode.hpp"
 #include "platform/simulated/JsonPlace.hpp"
 #include "platform/simulated/JsonValue.hpp"
@@ -20,13 +21,6 @@ char lowered(char letter) {
 bool equalInAnyCase(std::string_view first, std::string_view second) {
   return std::equal(first.begin(), first.end(), second.begin(), second.end(),
                     [](char a, char b) { return lowered(a) == lowered(b); });
-}
-
-std::string counted(size_t count, std::string_view noun) {
-  std::string text = std::to_string(count) + " ";
-  text += noun;
-  if (count != 1) text += 's';
-  return text;
 }
 
 std::string processorOf(const BundledMachine& machine) {
