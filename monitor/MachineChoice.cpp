@@ -7,9 +7,8 @@
 #include <cstring>
 #include <utility>
 
+#include "monitor/Failure.hpp"
 #include "monitor/Line.hpp"
-#include "monitor/Readings.hpp"
-#include "monitor/StandardStreams.hpp"
 #include "platform/linux/LinuxMachine.hpp"
 #include "platform/simulated/BundledMachines.hpp"
 #include "platform/simulated/MachineFileError.hpp"
@@ -24,7 +23,7 @@ constexpr std::string_view kFallback = "M1";
 
 /// A recording of a real computer leaves its host's name out unless the user asks for it.
 std::unique_ptr<MachineRecorder> recorderFor(const ChosenMachine& chosen, const Options& options) {
-  if (!options.record) return nullptr;
+  if (!options.recordingPath) return nullptr;
   const bool isNamed = chosen.isSimulated || options.withHostName;
   return std::make_unique<MachineRecorder>(
       *chosen.machine,
@@ -68,7 +67,7 @@ std::unique_ptr<Machine> named(const std::string& name) {
     const BundledMachine* const machine = findBundledMachine(name);
     return machine != nullptr ? bundled(*machine) : fromFile(name);
   } catch (const MachineFileError& error) {
-    throw Failure(error.what(), 2);
+    throw Failure(error.what(), ExitStatus::wrongUse);
   }
 }
 
@@ -106,11 +105,8 @@ std::string hintOf(Machine& machine, Offer offer) {
 }  // namespace
 
 Offer offerOf(Sampling& sampling) {
-  const std::optional<std::string> reason = sampling.firstPass();
-  const StatisticsData& record = sampling.record();
-  if (reason || !temperatureReadings(record).empty() || !fanReadings(record).empty()) {
-    return Offer::sensors;
-  }
+  const PassView& view = sampling.firstPass();
+  if (view.exception || !view.readings.empty()) return Offer::sensors;
   return sampling.machine().driveCount().value_or(0) > 0 ? Offer::drivesAlone : Offer::nothing;
 }
 

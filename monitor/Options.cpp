@@ -87,7 +87,7 @@ class CommandLine {
     flag("--fahrenheit", options_.fahrenheit);
     option("--pid", options_.process, positiveInteger<int32_t>, "a process identifier");
     flag("--list", options_.list);
-    option("--record", options_.record, path, "a file's name");
+    option("--record", options_.recordingPath, path, "a file's name");
     flag("--with-host-name", options_.withHostName);
     flag("--drive-temperatures", options_.driveTemperatures);
     option("--sys", options_.sys, path, "a folder's name");
@@ -99,9 +99,9 @@ class CommandLine {
     app_.parse(argc, argv);
     if (json_ && format_ == Format::text) refuse("--json", "excludes --format text");
     if (options_.sys || options_.proc) expectThisComputer();
-    if (options_.list && options_.record) refuse("--list", "excludes --record");
-    if (options_.record && options_.watch) refuse("--record", "excludes --watch");
-    if (options_.withHostName && !options_.record) {
+    if (options_.list && options_.recordingPath) refuse("--list", "excludes --record");
+    if (options_.recordingPath && options_.watch) refuse("--record", "excludes --watch");
+    if (options_.withHostName && !options_.recordingPath) {
       refuse("--with-host-name", "belongs to --record alone");
     }
     options_.format = json_ ? Format::json : format_.value_or(Format::text);
@@ -147,15 +147,15 @@ class CommandLine {
 
 }  // namespace
 
-std::variant<Options, Answer> parseOptions(int argc, const char* const* argv) {
+std::variant<Options, EarlyExit> parseOptions(int argc, const char* const* argv) {
   try {
     return CommandLine().parse(argc, argv);
   } catch (const CLI::CallForHelp&) {
-    return Answer{kHelp, ""};
+    return EarlyExit{kHelp, ""};
   } catch (const CLI::CallForVersion&) {
-    return Answer{versions(), ""};
+    return EarlyExit{versions(), ""};
   } catch (const CLI::ParseError& error) {
-    return Answer{"", std::string(error.what()) + " (see --help)"};
+    return EarlyExit{"", std::string(error.what()) + " (see --help)"};
   }
 }
 

@@ -23,9 +23,9 @@ struct Options {
   bool watch = false;
   bool fahrenheit = false;
   std::optional<int32_t> process;
-  bool list = false;                  ///< every sensor, in place of reports
-  std::optional<std::string> record;  ///< the machine file to write
-  bool withHostName = false;          ///< into a recording of this computer
+  bool list = false;                         ///< every sensor, in place of reports
+  std::optional<std::string> recordingPath;  ///< the machine file to write
+  bool withHostName = false;                 ///< into a recording of this computer
   bool driveTemperatures = false;
   std::optional<std::string> sys;   ///< in place of /sys
   std::optional<std::string> proc;  ///< in place of /proc
@@ -33,12 +33,12 @@ struct Options {
 
 /// A command line that asks for no work: what to print on standard output and, where it is wrong
 /// use, the line for standard error.
-struct Answer {
+struct EarlyExit {
   std::string output;
   std::string complaint;
 };
 
 /// REQUIRES: as main has them.
-std::variant<Options, Answer> parseOptions(int argc, const char* const* argv);
+std::variant<Options, EarlyExit> parseOptions(int argc, const char* const* argv);
 
 }  // namespace halvermonte

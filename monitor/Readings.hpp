@@ -1,8 +1,7 @@
-// The record's text pairs as readings, and readings as texts.
+// The temperatures and fans that a pass shows, as numbers.
 #pragma once
 
 #include <cstdint>
-#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -12,24 +11,22 @@
 namespace halvermonte {
 
 struct Reading {
-  std::string name;
-  std::string value;  ///< the digits as they stand in the record
-  bool isMarked = false;
+  /// Of the full list of temperatures, of its short list, or a fan's speed.
+  enum class Kind : uint8_t { temperature, mini, fan };
+
+  Kind kind = Kind::temperature;
+  std::string name;   ///< may be empty, and may occur more than once
+  int32_t value = 0;  ///< degrees Celsius, or revolutions per minute
+
+  bool operator==(const Reading&) const = default;
 };
 
-/// The full list, and what only the short list names; the marked ones, whose name the short list
-/// has, come first. Read from the texts: the dictionaries lose the second of two equal names.
-std::vector<Reading> temperatureReadings(const StatisticsData& record);
+/// "°C" or "rpm".
+std::string_view unitOf(Reading::Kind kind);
 
-std::vector<Reading> fanReadings(const StatisticsData& record);
-
-/// Absent where the text is no whole number, or one beyond 64 bits.
-std::optional<int64_t> wholeNumber(std::string_view digits);
-
-/// "47 °C", or "117 °F"; " C" without unicode. A value that is no whole number stays as it is.
-std::string temperatureText(std::string_view celsius, bool fahrenheit, bool unicode);
-
-/// "1200 rpm"; "stopped" for 0.
-std::string fanText(std::string_view speed);
+/// All readings in the record's order: the full list, the short list, the fans. They come from the
+/// record's texts, as its dictionaries lose the first of two readings with one name. A line whose
+/// value is not a number is left out.
+std::vector<Reading> readingsOf(const StatisticsData& record);
 
 }  // namespace halvermonte

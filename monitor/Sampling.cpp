@@ -1,5 +1,7 @@
 #include "monitor/Sampling.hpp"
 
+#include <chrono>
+#include <thread>
 #include <utility>
 
 #include "monitor/HostFields.hpp"
@@ -7,38 +9,78 @@
 
 namespace halvermonte {
 
+std::chrono::steady_clock::duration intervalOf(const Options& options) {
+  return std::chrono::duration_cast<std::chrono::steady_clock::duration>(
+      std::chrono::duration<double>(options.interval));
+}
+
+Pause::Pause(const Options& options) : interval_(intervalOf(options)) {
+  if (options.watch || options.recordingPath) signals_.emplace(Signals::Watch::stops);
+}
+
+bool Pause::wait() const {
+  const auto end = std::chrono::steady_clock::now() + interval_;
+  if (signals_) return signals_->waitUntil(end) != Wake::stop;
+  std::this_thread::sleep_until(end);
+  return true;
+}
+
 Sampling::Sampling(ChosenMachine chosen)
     : chosen_(std::move(chosen)),
       machine_(chosen_.recorder ? *chosen_.recorder : *chosen_.machine),
-      scope_(machine_) {}
+      scope_(machine_) {
+  view_.title = chosen_.title;
+  view_.isSimulated = chosen_.isSimulated;
+  view_.processor = engine_.askSytemInfoForProcessorName().view();
+  view_.cores = engine_.physicalCores();
+}
 
-std::optional<std::string> Sampling::pass() {
-  if (hasPassed_) machine_.nextTick();
-  if (!isAhead_) reason_ = makePass();
+const PassView& Sampling::pass() {
+  if (hasPassed_) {
+    machine_.nextTick();
+    ++view_.number;
+  }
+  if (!isAhead_) makePass();
   isAhead_ = false;
   hasPassed_ = true;
-  return reason_;
+  addExtras();
+  return view_;
 }
 
-std::optional<std::string> Sampling::firstPass() {
-  reason_ = makePass();
+const PassView& Sampling::firstPass() {
+  makePass();
   isAhead_ = true;
-  return reason_;
+  return view_;
 }
 
-std::optional<std::string> Sampling::makePass() {
+void Sampling::makePass() {
   storeFacts();
-  return foundation::reasonRaisedBy([this] { engine_.getSensorsInfo(record_); });
+  const auto start = std::chrono::steady_clock::now();
+  view_.exception = foundation::reasonRaisedBy([this] { engine_.getSensorsInfo(record_); });
+  view_.cost = std::chrono::steady_clock::now() - start;
+  readRecord(record_, view_);
 }
 
 void Sampling::storeFacts() {
   const std::optional<HostFacts> facts = machine_.hostFacts();
   if (!facts) return;
-  if (!hasPassed_) {
-    record_->setProcessorName(engine_.askSytemInfoForProcessorName());
-    record_->setSummary_cpuCores(Number::ofInt32(engine_.physicalCores()));
-  }
+  record_->setProcessorName(Text(view_.processor));
+  record_->setSummary_cpuCores(Number::ofInt32(view_.cores));
   storeHostFacts(*record_, *facts);
+}
+
+void Sampling::addExtras() {
+  if (process_) view_.process = {*process_, engine_.askSystemPS(*process_)};
+  if (messages_ != nullptr) view_.complaints = messages_->takeNew();
+}
+
+uint64_t makePasses(Sampling& sampling, const Pause& pause, uint64_t passes, const ShowPass& show) {
+  for (uint64_t made = 0; made < passes; ++made) {
+    if (sampling.hasPassed() && !pause.wait()) return made;
+    const PassView& view = sampling.pass();
+    if (show) show(view);
+  }
+  return passes;
 }
 
 }  // namespace halvermonte

@@ -1,11 +1,18 @@
 // Passes of one engine over one machine into one record.
 #pragma once
 
+#include <chrono>
+#include <cstdint>
+#include <functional>
 #include <memory>
 #include <optional>
 #include <string>
 
 #include "engine/HalvermonteSensorsEngine.hpp"
+#include "monitor/Options.hpp"
+#include "monitor/PassView.hpp"
+#include "monitor/Signals.hpp"
+#include "monitor/StandardStreams.hpp"
 #include "platform/portable/Machine.hpp"
 #include "platform/simulated/MachineRecorder.hpp"
 #include "record/StatisticsData.hpp"
@@ -20,42 +27,72 @@ struct ChosenMachine {
   bool isSimulated = false;  ///< from a machine file
 };
 
+/// The time between two passes. It runs from the end of one to the beginning of the next, since
+/// less than a whole second is no time for the engine's rates.
+std::chrono::steady_clock::duration intervalOf(const Options& options);
+
+/// The wait between two passes.
+class Pause {
+ public:
+  /// A run that watches or records can be stopped by a signal, and ends cleanly.
+  explicit Pause(const Options& options);
+
+  /// Returns false if a signal asked the program to stop.
+  bool wait() const;
+
+ private:
+  std::chrono::steady_clock::duration interval_;
+  std::optional<Signals> signals_;
+};
+
 class Sampling {
  public:
   /// Makes the engine and the record. The machine answers the calling thread as long as this object
   /// lives; objects of one thread end in the reverse order of their making.
   explicit Sampling(ChosenMachine chosen);
 
-  /// Makes the next pass. The machine moves on to its next tick before each pass but the first.
-  /// Returns the reason of the exception that ended the pass early; absent if none did.
-  std::optional<std::string> pass();
-  /// Makes the first pass ahead of time and returns its reason; pass() returns the same pass later.
-  /// REQUIRES: no pass was made yet.
-  std::optional<std::string> firstPass();
-  /// Whether pass() has returned a pass.
+  /// Makes the next pass. The machine moves on to its next tick before each pass but the first. The
+  /// view stays as it is until the next pass.
+  const PassView& pass();
+  /// Makes the first pass ahead of time; pass() returns it later. REQUIRES: no pass was made yet.
+  const PassView& firstPass();
+  /// Whether pass() was called.
   bool hasPassed() const { return hasPassed_; }
 
+  /// Adds the CPU use of a process to the next views.
+  void watchProcess(int32_t identifier) { process_ = identifier; }
+  /// Adds what the engine prints to the next views. The messages last until the last pass.
+  void collectComplaints(HeldMessages& messages) { messages_ = &messages; }
+
   Machine& machine() { return machine_; }
-  const std::string& title() const { return chosen_.title; }
-  bool isSimulated() const { return chosen_.isSimulated; }
   /// Null unless the machine is recorded.
   MachineRecorder* recorder() { return chosen_.recorder.get(); }
-  const StatisticsData& record() const { return *record_; }
+  /// The last pass's.
+  const PassView& view() const { return view_; }
   const HalvermonteSensorsEngine& engine() const { return engine_; }
 
  private:
-  std::optional<std::string> makePass();
+  void makePass();
   /// Fills what a host fills, if the machine says anything about itself.
   void storeFacts();
+  void addExtras();
 
   ChosenMachine chosen_;
   Machine& machine_;  ///< the recorder, if there is one
   ScopedMachine scope_;
   HalvermonteSensorsEngine engine_;
   std::shared_ptr<StatisticsData> record_ = std::make_shared<StatisticsData>();
+  PassView view_;
   bool hasPassed_ = false;
-  bool isAhead_ = false;  ///< the first pass was made and not yet returned by pass()
-  std::optional<std::string> reason_;
+  bool isAhead_ = false;  ///< the first pass was made, and pass() has not returned it yet
+  std::optional<int32_t> process_;
+  HeldMessages* messages_ = nullptr;
 };
+
+using ShowPass = std::function<void(const PassView&)>;
+
+/// Makes that many passes and shows each, if there is something to show it. Waits before each pass
+/// but the sampling's first. Returns the number of passes: fewer if a signal asked to stop.
+uint64_t makePasses(Sampling& sampling, const Pause& pause, uint64_t passes, const ShowPass& show);
 
 }  // namespace halvermonte

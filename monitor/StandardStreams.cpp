@@ -8,6 +8,9 @@
 #include <cstdio>
 #include <cstring>
 #include <sstream>
+#include <utility>
+
+#include "monitor/Failure.hpp"
 
 namespace halvermonte {
 
@@ -74,16 +77,26 @@ HeldMessages::~HeldMessages() {
   close(readEnd_);
 }
 
-std::vector<std::string> HeldMessages::take() {
+std::string HeldMessages::takeAll() {
   std::fflush(stdout);
   std::string printed;
   char piece[4096];
-  for (ssize_t size; (size = read(readEnd_, piece, sizeof piece)) > 0;) {
+  ssize_t size = read(readEnd_, piece, sizeof piece);
+  while (size > 0) {
     printed.append(piece, static_cast<size_t>(size));
+    size = read(readEnd_, piece, sizeof piece);
   }
+  return printed;
+}
+
+std::vector<std::string> HeldMessages::takeNew() {
+  std::istringstream printed(takeAll());
   std::vector<std::string> lines;
-  std::istringstream stream(printed);
-  for (std::string line; std::getline(stream, line);) lines.push_back(line);
+  std::set<std::string> seen;
+  for (std::string line; std::getline(printed, line);) {
+    if (seen.insert(line).second && !last_.contains(line)) lines.push_back(line);
+  }
+  last_ = std::move(seen);
   return lines;
 }
 

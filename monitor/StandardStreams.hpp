@@ -2,23 +2,12 @@
 #pragma once
 
 #include <array>
-#include <stdexcept>
+#include <set>
 #include <string>
 #include <string_view>
 #include <vector>
 
 namespace halvermonte {
-
-/// The monitor could not do what it was asked: one line for standard error, and the exit status.
-class Failure : public std::runtime_error {
- public:
-  explicit Failure(const std::string& line, int status = 1)
-      : std::runtime_error(line), status_(status) {}
-  int status() const noexcept { return status_; }
-
- private:
-  int status_;
-};
 
 /// The reader of standard output is gone, which is no failure.
 struct ReaderGone {};
@@ -53,13 +42,17 @@ class HeldMessages {
   HeldMessages(const HeldMessages&) = delete;
   HeldMessages& operator=(const HeldMessages&) = delete;
 
-  /// The lines that were printed since the last call.
-  std::vector<std::string> take();
+  /// The lines that were printed since the last call, each once, and without those that the last
+  /// call found as well.
+  std::vector<std::string> takeNew();
 
  private:
+  std::string takeAll();
+
   int streams_;
   std::array<int, 2> former_{-1, -1};
   int readEnd_ = -1;
+  std::set<std::string> last_;
 };
 
 }  // namespace halvermonte

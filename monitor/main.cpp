@@ -6,40 +6,71 @@
 #include <string>
 #include <variant>
 
+#include "monitor/Failure.hpp"
 #include "monitor/Line.hpp"
 #include "monitor/MachineChoice.hpp"
 #include "monitor/Options.hpp"
-#include "monitor/Runs.hpp"
-#include "monitor/SensorList.hpp"
+#include "monitor/PassView.hpp"
+#include "monitor/Sampling.hpp"
 #include "monitor/StandardStreams.hpp"
+#include "monitor/json/JsonOutput.hpp"
+#include "monitor/list/SensorList.hpp"
+#include "monitor/record/Recording.hpp"
+#include "monitor/report/TextOutput.hpp"
 
 namespace {
 
 using namespace halvermonte;
 
-enum ExitStatus { kDone = 0, kCouldNotDoIt = 1, kWrongUse = 2 };
-
-int complain(const std::string& line, int status) {
+void complain(const std::string& line) {
   std::fprintf(stderr, "halvermonte-monitor: %s\n", printable(line, true).c_str());
+}
+
+ExitStatus fail(const std::string& line, ExitStatus status) {
+  complain(line);
   return status;
+}
+
+void record(Sampling& sampling, const Options& options, const Output& output) {
+  ShowPass show;
+  if (options.format == Format::json) {
+    show = [&output](const PassView& view) { printJsonLine(view, output); };
+  }
+  recordMachine(sampling, options, output, show);
 }
 
 void run(const Options& options, const Output& output) {
   if (options.machine == "list") return output.write(machineList());
   const Choice choice = chooseMachine(options);
-  if (!choice.hint.empty()) complain(choice.hint, kDone);
+  if (!choice.hint.empty()) complain(choice.hint);
   Sampling& sampling = *choice.sampling;
   if (options.list) return output.write(sensorList(sampling));
-  if (options.record) return recordMachine(sampling, options, output);
+  if (options.recordingPath) return record(sampling, options, output);
   if (options.format == Format::json) return printJson(sampling, options, output);
   if (options.watch && canRedraw(output)) return watchReports(sampling, options, output);
   printReports(sampling, options, output);
 }
 
-int answer(const Answer& answer, const Output& output) {
-  if (!answer.complaint.empty()) return complain(answer.complaint, kWrongUse);
-  output.write(answer.output);
-  return kDone;
+ExitStatus exitEarly(const EarlyExit& exit, const Output& output) {
+  if (!exit.complaint.empty()) return fail(exit.complaint, ExitStatus::wrongUse);
+  output.write(exit.output);
+  return ExitStatus::success;
+}
+
+ExitStatus runProgram(int argc, const char* const* argv) {
+  const Output output;
+  try {
+    const std::variant<Options, EarlyExit> use = parseOptions(argc, argv);
+    if (const auto* exit = std::get_if<EarlyExit>(&use)) return exitEarly(*exit, output);
+    run(std::get<Options>(use), output);
+    return ExitStatus::success;
+  } catch (const ReaderGone&) {
+    return ExitStatus::success;
+  } catch (const Failure& failure) {
+    return fail(failure.what(), failure.status());
+  } catch (const std::exception& error) {
+    return fail(error.what(), ExitStatus::failure);
+  }
 }
 
 }  // namespace
@@ -47,17 +78,5 @@ int answer(const Answer& answer, const Output& output) {
 int main(int argc, char** argv) {
   std::signal(SIGPIPE, SIG_IGN);
   std::setlocale(LC_CTYPE, "");  // numbers stay as they are
-  const Output output;
-  try {
-    const std::variant<Options, Answer> use = parseOptions(argc, argv);
-    if (const auto* given = std::get_if<Answer>(&use)) return answer(*given, output);
-    run(std::get<Options>(use), output);
-    return kDone;
-  } catch (const ReaderGone&) {
-    return kDone;
-  } catch (const Failure& failure) {
-    return complain(failure.what(), failure.status());
-  } catch (const std::exception& error) {
-    return complain(error.what(), kCouldNotDoIt);
-  }
+  return static_cast<int>(runProgram(argc, argv));
 }

@@ -17,8 +17,7 @@ class HostFields : public ::testing::Test {
     sampling.reset();
     sampling = std::make_unique<Sampling>(
         ChosenMachine{.machine = std::make_unique<LinuxMachine>(tree.roots())});
-    sampling->pass();
-    return sampling->record();
+    return *sampling->pass().record;
   }
 
   Tree tree;

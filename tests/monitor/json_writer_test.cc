@@ -1,4 +1,4 @@
-#include "monitor/JsonWriter.hpp"
+#include "monitor/json/JsonWriter.hpp"
 
 #include <gmock/gmock.h>
 
@@ -8,7 +8,7 @@
 #include <string>
 #include <vector>
 
-#include "monitor/IsoDate.hpp"
+#include "monitor/json/IsoDate.hpp"
 #include "tests/support/TestMachine.hpp"
 
 namespace halvermonte::test {

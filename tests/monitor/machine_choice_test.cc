@@ -7,7 +7,7 @@
 #include <memory>
 #include <string>
 
-#include "monitor/StandardStreams.hpp"
+#include "monitor/Failure.hpp"
 #include "platform/simulated/BundledMachines.hpp"
 #include "tests/linux/Computer.hpp"
 #include "tests/linux/WatchedCalls.hpp"
@@ -39,31 +39,31 @@ Choice chosenOn(std::optional<std::string> asked) {
 }
 
 // The refusal's line and exit status.
-std::pair<std::string, int> refusalOf(const std::string& asked) {
+std::pair<std::string, ExitStatus> refusalOf(const std::string& asked) {
   try {
     chosenOn<EmptyComputer>(asked);
   } catch (const Failure& failure) {
     return {failure.what(), failure.status()};
   }
-  return {};
+  return {"", ExitStatus::success};
 }
 
 TEST(MachineChoice, ThisComputerIsTakenWhereItOffersAnything) {
   const Choice chosen = chosenOn<ComputerWithADrive>(std::nullopt);
-  EXPECT_FALSE(chosen.sampling->isSimulated());
-  EXPECT_EQ(chosen.sampling->title(), "This computer: Box");
+  EXPECT_FALSE(chosen.sampling->view().isSimulated);
+  EXPECT_EQ(chosen.sampling->view().title, "This computer: Box");
 }
 
 TEST(MachineChoice, SimulatedM1StandsInAndTheTitleSaysWhy) {
   const Choice chosen = chosenOn<EmptyComputer>(std::nullopt);
-  EXPECT_TRUE(chosen.sampling->isSimulated());
-  EXPECT_EQ(chosen.sampling->title(), "M1, simulated: this computer offers nothing to read");
+  EXPECT_TRUE(chosen.sampling->view().isSimulated);
+  EXPECT_EQ(chosen.sampling->view().title, "M1, simulated: this computer offers nothing to read");
 }
 
 TEST(MachineChoice, HostIsThisComputerEvenWhereItHasNothing) {
   const Choice chosen = chosenOn<EmptyComputer>("host");
-  EXPECT_FALSE(chosen.sampling->isSimulated());
-  EXPECT_EQ(chosen.sampling->title(), "This computer: Box");
+  EXPECT_FALSE(chosen.sampling->view().isSimulated);
+  EXPECT_EQ(chosen.sampling->view().title, "This computer: Box");
 }
 
 TEST(MachineChoice, WhatARealComputerKeepsToItselfIsHintedAt) {
@@ -105,7 +105,7 @@ TEST(MachineChoice, TreeIsNotCalledThisComputer) {
   Options options;
   options.machine = "host";
   options.sys = tree.at("sys");
-  EXPECT_THAT(chooseMachine(options).sampling->title(),
+  EXPECT_THAT(chooseMachine(options).sampling->view().title,
               AllOf(HasSubstr(tree.at("sys").string()), Not(HasSubstr("This computer"))));
 }
 
@@ -113,7 +113,7 @@ TEST(MachineChoice, BundledNamesAreFoundInWhateverCaseAndAlwaysCalledSimulated) 
   for (const BundledMachine& machine : bundledMachines()) {
     std::string name(machine.name);
     for (char& letter : name) letter = static_cast<char>(std::tolower(letter));
-    EXPECT_EQ(chosenOn<ComputerWithADrive>(name).sampling->title(),
+    EXPECT_EQ(chosenOn<ComputerWithADrive>(name).sampling->view().title,
               std::string(machine.name) + ", simulated");
   }
 }
@@ -121,13 +121,14 @@ TEST(MachineChoice, BundledNamesAreFoundInWhateverCaseAndAlwaysCalledSimulated) 
 TEST(MachineChoice, AnythingElseIsAFile) {
   Tree tree;
   tree.write("mine.json", R"({"name": "Mine", "ticks": [{}]})");
-  EXPECT_EQ(chosenOn<EmptyComputer>(tree.at("mine.json")).sampling->title(), "Mine, simulated");
+  EXPECT_EQ(chosenOn<EmptyComputer>(tree.at("mine.json")).sampling->view().title,
+            "Mine, simulated");
 }
 
 TEST(MachineChoice, UnknownNameCouldNotBeDone) {
   const auto [line, status] = refusalOf("/nowhere/mine.json");
   EXPECT_THAT(line, AllOf(HasSubstr("\"/nowhere/mine.json\""), HasSubstr("--machine list")));
-  EXPECT_EQ(status, 1);
+  EXPECT_EQ(status, ExitStatus::failure);
 }
 
 TEST(MachineChoice, InvalidMachineFileIsWrongUse) {
@@ -135,7 +136,7 @@ TEST(MachineChoice, InvalidMachineFileIsWrongUse) {
   tree.write("mine.json", R"({"name": "Mine", "ticks": []})");
   const auto [line, status] = refusalOf(tree.at("mine.json"));
   EXPECT_THAT(line, StartsWith(tree.at("mine.json").string() + ": /ticks: expected"));
-  EXPECT_EQ(status, 2);
+  EXPECT_EQ(status, ExitStatus::wrongUse);
 }
 
 TEST(MachineChoice, SensorsOrDrivesAreSomethingToRead) {
@@ -170,10 +171,8 @@ TEST(MachineChoice, PassThatDecidesIsTheFirstThatIsShown) {
   machine.keys["TC0P"] = sp78(40);
   const Choice choice = chooseMachine(Options(), std::move(owned));
   machine.keys["TC0P"] = sp78(41);
-  choice.sampling->pass();
-  EXPECT_EQ(choice.sampling->record().sensors_temperatureData().view(), "40\n");
-  choice.sampling->pass();
-  EXPECT_EQ(choice.sampling->record().sensors_temperatureData().view(), "41\n");
+  EXPECT_EQ(choice.sampling->pass().readings.front().value, 40);
+  EXPECT_EQ(choice.sampling->pass().readings.front().value, 41);
   EXPECT_EQ(std::ranges::count(machine.asked, "drives"), 1) << "one engine";
 }
 

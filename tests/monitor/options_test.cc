@@ -17,7 +17,7 @@ using ::testing::IsEmpty;
 using ::testing::Optional;
 using ::testing::StartsWith;
 
-std::variant<Options, Answer> parsed(std::initializer_list<const char*> arguments) {
+std::variant<Options, EarlyExit> parsed(std::initializer_list<const char*> arguments) {
   std::vector<const char*> argv = {"halvermonte-monitor"};
   argv.insert(argv.end(), arguments);
   return parseOptions(static_cast<int>(argv.size()), argv.data());
@@ -25,13 +25,14 @@ std::variant<Options, Answer> parsed(std::initializer_list<const char*> argument
 
 Options options(std::initializer_list<const char*> arguments) {
   const auto result = parsed(arguments);
-  if (const auto* answer = std::get_if<Answer>(&result)) ADD_FAILURE() << answer->complaint;
+  if (const auto* exit = std::get_if<EarlyExit>(&result)) ADD_FAILURE() << exit->complaint;
   return std::holds_alternative<Options>(result) ? std::get<Options>(result) : Options();
 }
 
 std::string complaint(std::initializer_list<const char*> arguments) {
   const auto result = parsed(arguments);
-  return std::holds_alternative<Answer>(result) ? std::get<Answer>(result).complaint : "(none)";
+  return std::holds_alternative<EarlyExit>(result) ? std::get<EarlyExit>(result).complaint
+                                                   : "(none)";
 }
 
 TEST(Options, DefaultIsOneTextReportASecondLater) {
@@ -98,8 +99,8 @@ TEST(Options, WrongUsePointsToHelp) {
 }
 
 TEST(Options, HelpFitsASmallTerminalAndNamesEachOption) {
-  const std::string help = std::get<Answer>(parsed({"--help"})).output;
-  EXPECT_THAT(std::get<Answer>(parsed({"-h"})).complaint, IsEmpty());
+  const std::string help = std::get<EarlyExit>(parsed({"--help"})).output;
+  EXPECT_THAT(std::get<EarlyExit>(parsed({"-h"})).complaint, IsEmpty());
   EXPECT_LE(std::count(help.begin(), help.end(), '\n'), 24);
   std::istringstream lines(help);
   for (std::string line; std::getline(lines, line);) EXPECT_LE(line.size(), 80U) << line;
@@ -112,10 +113,10 @@ TEST(Options, HelpFitsASmallTerminalAndNamesEachOption) {
 }
 
 TEST(Options, VersionNamesMonitorAndEngine) {
-  const Answer answer = std::get<Answer>(parsed({"--version"}));
-  EXPECT_THAT(answer.output, StartsWith("halvermonte-monitor "));
-  EXPECT_THAT(answer.output, EndsWith("\nengine 202112300\n"));
-  EXPECT_THAT(answer.complaint, IsEmpty());
+  const EarlyExit exit = std::get<EarlyExit>(parsed({"--version"}));
+  EXPECT_THAT(exit.output, StartsWith("halvermonte-monitor "));
+  EXPECT_THAT(exit.output, EndsWith("\nengine 202112300\n"));
+  EXPECT_THAT(exit.complaint, IsEmpty());
 }
 
 }  // namespace

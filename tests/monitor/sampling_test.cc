@@ -2,8 +2,12 @@
 
 #include <gmock/gmock.h>
 
+#include <cstdint>
 #include <memory>
+#include <optional>
 #include <string>
+#include <utility>
+#include <vector>
 
 #include "tests/simulated/MachineTexts.hpp"
 #include "tests/support/TestMachine.hpp"
@@ -11,7 +15,9 @@
 namespace halvermonte::test {
 namespace {
 
+using ::testing::ElementsAre;
 using ::testing::HasSubstr;
+using ::testing::IsEmpty;
 using ::testing::Optional;
 
 // Its first list of sensors, of which the values are taken, is shorter than the next, of the names.
@@ -42,36 +48,86 @@ TEST(Sampling, SimulatedMachineMovesOnBeforeEachPassButTheFirst) {
   auto machine = machineOf(tickOfKeys(R"("TC0P": {"type": "sp78", "value": 40})") + "," +
                            tickOfKeys(R"("TC0P": {"type": "sp78", "value": 41})"));
   Sampling sampling({.machine = std::move(machine)});
-  sampling.pass();
-  EXPECT_EQ(sampling.record().sensors_temperatureData().view(), "40\n");
-  sampling.pass();
-  EXPECT_EQ(sampling.record().sensors_temperatureData().view(), "41\n");
+  EXPECT_EQ(sampling.pass().readings.front().value, 40);
+  EXPECT_EQ(sampling.pass().readings.front().value, 41);
 }
 
 TEST(Sampling, MachineThatSaysNothingAboutItselfLeavesTheHostsProperties) {
   auto machine = machineOf("{}", R"("processor": {"chip_type": "Apple M1"}, )");
   Sampling sampling({.machine = std::move(machine)});
-  sampling.pass();
-  EXPECT_EQ(sampling.record().uptimeText().view(), "");
-  EXPECT_EQ(sampling.record().processorName().view(), "");
+  const PassView& view = sampling.pass();
+  EXPECT_EQ(view.processor, "Apple M1");
+  EXPECT_EQ(view.record->processorName().view(), "");
+  EXPECT_EQ(view.uptime, "");
 }
 
 TEST(Sampling, HostsPropertiesAreFilledAfreshInEachPass) {
   auto machine = std::make_unique<TalkativeComputer>();
   machine->setProcessor("Apple M1");
   Sampling sampling({.machine = std::move(machine)});
-  sampling.pass();
-  EXPECT_EQ(sampling.record().processorName().view(), "Apple M1");
-  EXPECT_EQ(sampling.record().uptimeText().view(), "1 min");
-  sampling.pass();
-  EXPECT_EQ(sampling.record().uptimeText().view(), "2 min");
+  EXPECT_EQ(sampling.pass().uptime, "1 min");
+  EXPECT_EQ(sampling.view().record->processorName().view(), "Apple M1");
+  EXPECT_EQ(sampling.pass().uptime, "2 min");
 }
 
 TEST(Sampling, ExceptionEndsThatPassAlone) {
   Sampling sampling({.machine = std::make_unique<ForgetfulComputer>()});
-  EXPECT_THAT(sampling.pass(), Optional(HasSubstr("index")));
-  EXPECT_EQ(sampling.pass(), std::nullopt);
-  EXPECT_EQ(sampling.record().sensors_temperature().view(), "Gas Gauge Battery\n");
+  EXPECT_THAT(sampling.pass().exception, Optional(HasSubstr("index")));
+  EXPECT_EQ(sampling.pass().exception, std::nullopt);
+  EXPECT_EQ(sampling.view().readings.front().name, "Gas Gauge Battery");
+}
+
+TEST(Sampling, PassMadeAheadOfTimeIsReturnedOnce) {
+  auto owned = std::make_unique<TestMachine>();
+  TestMachine& machine = *owned;
+  machine.keys["TC0P"] = sp78(40);
+  Sampling sampling({.machine = std::move(owned)});
+  EXPECT_EQ(sampling.firstPass().readings.front().value, 40);
+  EXPECT_FALSE(sampling.hasPassed());
+  machine.keys["TC0P"] = sp78(41);
+  EXPECT_EQ(sampling.pass().readings.front().value, 40);
+  EXPECT_EQ(sampling.view().number, 0U);
+  EXPECT_EQ(sampling.pass().readings.front().value, 41);
+  EXPECT_EQ(sampling.view().number, 1U);
+}
+
+TEST(Sampling, ComplaintsOfTheEngineAreCollectedOnceWhileTheyRepeat) {
+  auto owned = std::make_unique<TestMachine>();
+  TestMachine& machine = *owned;
+  machine.openCode = kCodeError;
+  Sampling sampling({.machine = std::move(owned)});
+  HeldMessages messages(HeldMessages::Streams::output);
+  sampling.collectComplaints(messages);
+  const std::string complaint = "Error: IOServiceOpen() = e00002bc";
+  EXPECT_THAT(sampling.pass().complaints, ElementsAre(complaint));
+  EXPECT_THAT(sampling.pass().complaints, IsEmpty());
+  machine.openCode = kCodeSuccess;
+  EXPECT_THAT(sampling.pass().complaints, IsEmpty());
+  machine.openCode = kCodeError;
+  EXPECT_THAT(sampling.pass().complaints, ElementsAre(complaint));
+}
+
+TEST(Sampling, ProcessLoadIsThereOnlyIfSomebodyAsksForIt) {
+  auto owned = std::make_unique<TestMachine>();
+  owned->commands["ps -p 42 -o %cpu"] = "%CPU\n 12.5\n";
+  Sampling sampling({.machine = std::move(owned)});
+  EXPECT_FALSE(sampling.pass().process);
+  sampling.watchProcess(42);
+  ASSERT_TRUE(sampling.pass().process);
+  EXPECT_EQ(sampling.view().process->identifier, 42);
+  EXPECT_EQ(sampling.view().process->percentOfOneCore, 12.5F);
+}
+
+TEST(MakePasses, ShowsAsManyPassesAsAreAskedFor) {
+  Options options;
+  options.interval = 0;
+  const Pause pause(options);
+  Sampling sampling({.machine = std::make_unique<TestMachine>()});
+  std::vector<uint64_t> shown;
+  const auto show = [&shown](const PassView& view) { shown.push_back(view.number); };
+  EXPECT_EQ(makePasses(sampling, pause, 2, show), 2U);
+  EXPECT_EQ(makePasses(sampling, pause, 1, show), 1U);
+  EXPECT_THAT(shown, ElementsAre(0, 1, 2));
 }
 
 }  // namespace

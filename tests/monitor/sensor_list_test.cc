@@ -1,4 +1,4 @@
-#include "monitor/SensorList.hpp"
+#include "monitor/list/SensorList.hpp"
 
 #include <gmock/gmock.h>
 

@@ -1,11 +1,12 @@
-#include "monitor/JsonWriter.hpp"
+#include "monitor/json/JsonWriter.hpp"
 
 #include <charconv>
 #include <cmath>
 #include <cstdio>
+#include <utility>
 
-#include "monitor/IsoDate.hpp"
 #include "monitor/Utf8.hpp"
+#include "monitor/json/IsoDate.hpp"
 
 namespace halvermonte {
 
@@ -91,7 +92,8 @@ class JsonWriter {
 
   template <class Float>
   void finite(Float number) {
-    std::isfinite(number) ? figure(number) : raw("null");
+    if (std::isfinite(number)) return figure(number);
+    raw("null");
   }
 
   void array(const Array& array) {
@@ -116,7 +118,8 @@ class JsonWriter {
 
   void date(double secondsSince1970) {
     const std::string iso = isoDate(secondsSince1970);
-    iso.empty() ? raw("null") : text(iso);
+    if (iso.empty()) return raw("null");
+    text(iso);
   }
 
   std::string out_;

@@ -1,4 +1,4 @@
-#include "monitor/IsoDate.hpp"
+#include "monitor/json/IsoDate.hpp"
 
 #include <algorithm>
 #include <chrono>

@@ -1,4 +1,4 @@
-#include "monitor/SensorList.hpp"
+#include "monitor/list/SensorList.hpp"
 
 #include <algorithm>
 #include <array>
@@ -110,15 +110,23 @@ void addSensors(Machine& machine, const EngineState& engine, Rows& rows) {
   }
 }
 
-void addServices(Machine& machine, HIDSensorKind kind, const char* source, Rows& rows) {
-  const auto services = machine.hidServices(kind);
+struct ServiceKind {
+  HIDSensorKind kind;
+  const char* source;
+};
+constexpr ServiceKind kServiceKinds[] = {{HIDSensorKind::temperature, "HID temperature"},
+                                         {HIDSensorKind::current, "HID current"},
+                                         {HIDSensorKind::voltage, "HID voltage"}};
+
+void addServices(Machine& machine, const ServiceKind& kind, Rows& rows) {
+  const auto services = machine.hidServices(kind.kind);
   if (services == nullptr) return;
   for (const HIDService& service : *services) {
     const std::string product = service.product.value_or("Unknown");
     const std::string_view name =
-        kind == HIDSensorKind::temperature ? hidDisplayName(product) : std::string_view();
+        kind.kind == HIDSensorKind::temperature ? hidDisplayName(product) : std::string_view();
     rows.push_back({"-", name.empty() ? "not shown by itself" : std::string(name),
-                    std::string(source) + " \"" + product + "\"",
+                    std::string(kind.source) + " \"" + product + "\"",
                     service.value ? std::to_string(*service.value) : "no event"});
   }
 }
@@ -165,11 +173,9 @@ std::string sensorList(Sampling& sampling) {
   Machine& machine = sampling.machine();
   Rows rows = {{"key", "name", "source", "reading"}};
   addSensors(machine, sampling.engine().state(), rows);
-  addServices(machine, HIDSensorKind::temperature, "HID temperature", rows);
-  addServices(machine, HIDSensorKind::current, "HID current", rows);
-  addServices(machine, HIDSensorKind::voltage, "HID voltage", rows);
+  for (const ServiceKind& kind : kServiceKinds) addServices(machine, kind, rows);
   addDrives(machine, rows);
-  return sampling.title() + "\n\n" + aligned(rows);
+  return sampling.view().title + "\n\n" + aligned(rows);
 }
 
 }  // namespace halvermonte

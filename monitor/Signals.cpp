@@ -1,0 +1,114 @@
+#include "monitor/Signals.hpp"
+
+#include <poll.h>
+#include <time.h>
+
+#include <algorithm>
+#include <atomic>
+#include <csignal>
+
+namespace halvermonte {
+namespace {
+
+// What the handlers write and read.
+volatile std::sig_atomic_t stopAsked, suspendAsked, resized;
+std::atomic<void (*)()> lastAct{nullptr};
+
+void performLastAct() {
+  if (void (*const set)() = lastAct.load()) set();
+}
+
+void onStop(int number) {
+  if (!stopAsked) {
+    stopAsked = 1;
+    return;
+  }
+  performLastAct();
+  std::signal(number, SIG_DFL);
+  raise(number);
+}
+
+void onSuspend(int) { suspendAsked = 1; }
+void onResize(int) { resized = 1; }
+void onAbort(int) { performLastAct(); }
+
+/// Clears the flag and returns whether it was set.
+bool clear(volatile std::sig_atomic_t& flag) {
+  const bool wasSet = flag != 0;
+  flag = 0;
+  return wasSet;
+}
+
+struct Handling {
+  int number;
+  void (*handler)(int);
+};
+constexpr Handling kStops[] = {
+    {SIGINT, onStop}, {SIGTERM, onStop}, {SIGHUP, onStop}, {SIGQUIT, onStop}};
+constexpr Handling kScreenSignals[] = {{SIGTSTP, onSuspend}, {SIGWINCH, onResize}};
+
+// A signal that the caller ignores, as nohup does, stays ignored.
+void setHandler(int number, void (*handler)(int)) {
+  if (std::signal(number, handler) == SIG_IGN) std::signal(number, SIG_IGN);
+}
+
+/// Blocks the signals, so that none arrives between a look at the flags and the wait.
+class BlockedSignals {
+ public:
+  BlockedSignals() {
+    sigset_t blocked;
+    sigemptyset(&blocked);
+    for (const Handling& stop : kStops) sigaddset(&blocked, stop.number);
+    for (const Handling& other : kScreenSignals) sigaddset(&blocked, other.number);
+    sigprocmask(SIG_BLOCK, &blocked, &former_);
+  }
+  ~BlockedSignals() { sigprocmask(SIG_SETMASK, &former_, nullptr); }
+  BlockedSignals(const BlockedSignals&) = delete;
+  BlockedSignals& operator=(const BlockedSignals&) = delete;
+
+  const sigset_t& former() const { return former_; }
+
+ private:
+  sigset_t former_;
+};
+
+timespec durationUntil(std::chrono::steady_clock::time_point time) {
+  namespace chrono = std::chrono;
+  const auto left = std::max(time - chrono::steady_clock::now(), chrono::steady_clock::duration());
+  const auto seconds = chrono::floor<chrono::seconds>(left);
+  return {seconds.count(), chrono::nanoseconds(left - seconds).count()};
+}
+
+}  // namespace
+
+Signals::Signals(Watch watch) {
+  for (const Handling& stop : kStops) setHandler(stop.number, stop.handler);
+  if (watch == Watch::stops) return;
+  for (const Handling& other : kScreenSignals) setHandler(other.number, other.handler);
+}
+
+Signals::~Signals() {
+  for (const Handling& stop : kStops) setHandler(stop.number, SIG_DFL);
+  for (const Handling& other : kScreenSignals) setHandler(other.number, SIG_DFL);
+}
+
+Wake Signals::waitUntil(std::chrono::steady_clock::time_point time, int keyboard) const {
+  const BlockedSignals blocked;
+  for (;;) {
+    if (stopAsked) return Wake::stop;
+    if (clear(suspendAsked)) return Wake::suspend;
+    if (clear(resized)) return Wake::resized;
+    const timespec timeout = durationUntil(time);
+    pollfd input{keyboard, POLLIN, 0};  // poll ignores a negative descriptor
+    const int ready = ppoll(&input, 1, &timeout, &blocked.former());
+    if (ready > 0) return Wake::input;
+    if (ready == 0) return Wake::timeUp;
+  }
+}
+
+void Signals::setLastAct(void (*act)()) {
+  lastAct = act;
+  std::signal(SIGABRT, act != nullptr ? onAbort : SIG_DFL);
+}
+
+}  // namespace halvermonte

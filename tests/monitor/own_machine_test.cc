@@ -1,0 +1,121 @@
+// A machine that the monitor knows nothing about, through every output.
+#include <gmock/gmock.h>
+
+#include <memory>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "monitor/MachineChoice.hpp"
+#include "monitor/list/SensorList.hpp"
+#include "monitor/report/Report.hpp"
+#include "platform/simulated/SimulatedMachine.hpp"
+#include "tests/support/TestMachine.hpp"
+
+namespace halvermonte::test {
+namespace {
+
+using ::testing::AllOf;
+using ::testing::Contains;
+using ::testing::ContainsRegex;
+using ::testing::IsEmpty;
+using ::testing::Not;
+using ::testing::StartsWith;
+
+/// Gets a degree warmer with each tick.
+class Kettle : public TestMachine {
+ public:
+  Kettle() {
+    keys["TC0P"] = sp78(40);
+    keys["FNum"] = ui8(1);
+    keys["F0Ac"] = fpe2(1200);
+    keys["F0ID"] = fanDescriptor("Lid");
+    setTemperatureSensors({sensor("gas gauge battery", 30)});
+    drives = {DriveStatistics{1000, 2000}, DriveStatistics{}};
+  }
+
+  std::string name() override { return "Kettle"; }
+  bool isThisComputer() override { return true; }
+  bool nextTick() override {
+    keys["TC0P"] = sp78(++degrees_);
+    return true;
+  }
+  SensorInventory inventory() override {
+    SensorInventory listed(3);
+    listed[0].key = "TC0P";
+    listed[1].key = "F0Ac";
+    listed[2] = {.driver = "lid",
+                 .device = "i2c-0",
+                 .file = "in0_input",
+                 .label = "Handle",
+                 .quantity = "voltage",
+                 .key = "",
+                 .reason = "no name for its kind",
+                 .state = "read",
+                 .raw = "1208"};
+    return listed;
+  }
+  SensorCounts sensorCounts() override { return {.known = 3, .refused = 2}; }
+  std::string driveSource(size_t index) override { return index == 0 ? "sda" : ""; }
+  std::optional<HostFacts> hostFacts() override {
+    HostFacts facts;
+    facts.uptime = 3660;
+    return facts;
+  }
+
+ private:
+  int degrees_ = 40;
+};
+
+Choice chosen(const Options& options = {}) {
+  return chooseMachine(options, std::make_unique<Kettle>());
+}
+
+std::vector<std::string> reportOf(const PassView& view) {
+  std::vector<std::string> lines;
+  for (const Line& line : reportLines(view, {})) lines.push_back(rendered(line, false));
+  return lines;
+}
+
+TEST(OwnMachine, IsListedWithItsKeysSensorsAndDrives) {
+  const Choice choice = chosen();
+  const std::string list = sensorList(*choice.sampling);
+  EXPECT_THAT(list, StartsWith("This computer: Kettle\n"));
+  for (const char* row :
+       {"\nTC0P  CPU 1 Proximity +SMC sp78 +2800\n", "\nF0Ac  Lid \\(fan\\) +SMC fpe2 +12c0\n",
+        "\n-     voltage: no name for its kind +lid i2c-0/in0_input \"Handle\" +1208\n",
+        "\n-     Gas Gauge Battery +HID temperature \"gas gauge battery\" +30\\.0+\n",
+        "\n-     Disks +block sda +1000 bytes read, 2000 written\n",
+        "\n-     Disks +drive 2 +0 bytes read, 0 written\n"}) {
+    EXPECT_THAT(list, ContainsRegex(row));
+  }
+}
+
+TEST(OwnMachine, IsReported) {
+  const Choice choice = chosen();
+  EXPECT_EQ(choice.hint, "sensors that this user may not read: 2 (see --list)");
+  EXPECT_THAT(
+      reportOf(choice.sampling->pass()),
+      AllOf(Contains("This computer: Kettle"), Contains("test   up 1 h 1 min"),
+            Contains("  Lid   1200 rpm"), Contains(StartsWith("  CPU 1 Proximity     40 °C"))));
+  EXPECT_THAT(reportOf(choice.sampling->pass()),
+              Contains(StartsWith("  CPU 1 Proximity     41 °C")));
+}
+
+TEST(OwnMachine, RecordingGivesTheSamePasses) {
+  Options options;
+  options.recordingPath = "unused";
+  const Choice choice = chosen(options);
+  std::vector<std::vector<Reading>> seen;
+  for (int pass = 0; pass < 3; ++pass) seen.push_back(choice.sampling->pass().readings);
+  const std::string recording = choice.sampling->recorder()->machineFile();
+  EXPECT_EQ(recording.find("\"hostName\""), recording.npos) << "unless the user asks for it";
+  Sampling replay({.machine = SimulatedMachine::fromText(recording, "recording.json")});
+  for (const std::vector<Reading>& readings : seen) {
+    EXPECT_THAT(readings, Not(IsEmpty()));
+    EXPECT_EQ(replay.pass().readings, readings);
+  }
+}
+
+}  // namespace
+}  // namespace halvermonte::test
