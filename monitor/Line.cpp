@@ -1,8 +1,10 @@
 #include "monitor/Line.hpp"
 
 #include <algorithm>
+#include <iterator>
+#include <optional>
 
-#include "monitor/Utf8.hpp"
+#include "platform/UTF8.hpp"
 
 namespace halvermonte {
 
@@ -31,9 +33,12 @@ bool isIn(const CodeRange (&ranges)[count], char32_t code) {
   });
 }
 
-size_t cellsOf(char32_t code) {
+/// The cells of the next character, which it takes off the text.
+size_t takeCells(std::string_view& text) {
+  const char32_t code = takeCodePoint(text).value_or(kReplacementCharacter);
   if (code < std::begin(kCombining)->first) return 1;
-  return isIn(kCombining, code) ? 0 : isIn(kWide, code) ? 2 : 1;
+  if (isIn(kCombining, code)) return 0;
+  return isIn(kWide, code) ? 2 : 1;
 }
 
 bool isControl(char32_t code) { return code < 0x20 || (code >= 0x7F && code < 0xA0); }
@@ -43,7 +48,7 @@ std::string_view beginning(std::string_view text, size_t width) {
   std::string_view rest = text;
   while (!rest.empty()) {
     std::string_view next = rest;
-    const size_t needed = cellsOf(takeCodePoint(next));
+    const size_t needed = takeCells(next);
     if (needed > width) break;
     width -= needed;
     rest = next;
@@ -71,7 +76,7 @@ std::string_view sequenceOf(Ink ink) {
 
 size_t cells(std::string_view text) {
   size_t count = 0;
-  while (!text.empty()) count += cellsOf(takeCodePoint(text));
+  while (!text.empty()) count += takeCells(text);
   return count;
 }
 
@@ -107,11 +112,13 @@ std::string printable(std::string_view text, bool unicode) {
   std::string shown;
   while (!text.empty()) {
     const std::string_view before = text;
-    const char32_t code = takeCodePoint(text);
-    if (isControl(code) || (code >= 0x80 && !unicode)) {
+    const std::optional<char32_t> code = takeCodePoint(text);
+    if (!unicode && code.value_or(kReplacementCharacter) >= 0x80) {
       shown += '?';
-    } else if (code == kReplacementCharacter) {
-      shown += kReplacementUtf8;
+    } else if (!code) {
+      shown += kReplacementUTF8;
+    } else if (isControl(*code)) {
+      shown += '?';
     } else {
       shown += before.substr(0, before.size() - text.size());
     }

@@ -4,6 +4,7 @@
 #include <type_traits>
 
 #include "platform/Conversions.hpp"
+#include "platform/UTF8.hpp"
 
 namespace halvermonte {
 
@@ -26,33 +27,9 @@ Text::Text(std::string_view characters) {
   object_ = Reference(whole, &whole->content);
 }
 
-namespace {
-
-/// The length of the well-formed UTF-8 sequence that the bytes begin with; 0 if there is none.
-size_t sequenceLength(std::string_view bytes) {
-  const auto at = [&](size_t i) { return static_cast<unsigned char>(bytes[i]); };
-  const unsigned char first = at(0);
-  if (first < 0x80) return 1;
-  if (first < 0xC2 || first > 0xF4) return 0;
-  const size_t length = first < 0xE0 ? 2 : first < 0xF0 ? 3 : 4;
-  if (bytes.size() < length) return 0;
-  // The second byte shows overlong forms, surrogates, and what lies beyond U+10FFFF.
-  const unsigned char low = first == 0xE0 ? 0xA0 : first == 0xF0 ? 0x90 : 0x80;
-  const unsigned char high = first == 0xED ? 0x9F : first == 0xF4 ? 0x8F : 0xBF;
-  if (at(1) < low || at(1) > high) return 0;
-  for (size_t i = 2; i < length; ++i) {
-    if ((at(i) & 0xC0) != 0x80) return 0;
-  }
-  return length;
-}
-
-}  // namespace
-
 Text Text::fromUTF8(std::string_view bytes) {
   for (std::string_view rest = bytes; !rest.empty();) {
-    const size_t length = sequenceLength(rest);
-    if (length == 0) return {};
-    rest.remove_prefix(length);
+    if (!takeCodePoint(rest)) return {};
   }
   return Text(bytes);
 }

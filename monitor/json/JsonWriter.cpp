@@ -3,10 +3,11 @@
 #include <charconv>
 #include <cmath>
 #include <cstdio>
+#include <optional>
 #include <utility>
 
-#include "monitor/Utf8.hpp"
 #include "monitor/json/IsoDate.hpp"
+#include "platform/UTF8.hpp"
 
 namespace halvermonte {
 
@@ -54,11 +55,11 @@ class JsonWriter {
  private:
   void takeCharacter(std::string_view& text) {
     const std::string_view before = text;
-    const char32_t code = takeCodePoint(text);
-    if (code == kReplacementCharacter) {
-      out_ += kReplacementUtf8;
-    } else if (code == '"' || code == '\\' || code < 0x20) {
-      escape(static_cast<char>(code));
+    const std::optional<char32_t> code = takeCodePoint(text);
+    if (!code) {
+      out_ += kReplacementUTF8;
+    } else if (*code == '"' || *code == '\\' || *code < 0x20) {
+      escape(static_cast<char>(*code));
     } else {
       out_ += before.substr(0, before.size() - text.size());
     }

@@ -1,4 +1,4 @@
-#include "monitor/Utf8.hpp"
+#include "platform/UTF8.hpp"
 
 #include <gmock/gmock.h>
 
@@ -12,7 +12,7 @@ using ::testing::ElementsAre;
 
 std::vector<char32_t> codePointsOf(std::string_view text) {
   std::vector<char32_t> codes;
-  while (!text.empty()) codes.push_back(takeCodePoint(text));
+  while (!text.empty()) codes.push_back(takeCodePoint(text).value_or(kReplacementCharacter));
   return codes;
 }
 

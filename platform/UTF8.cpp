@@ -1,13 +1,12 @@
-#include "monitor/Utf8.hpp"
+#include "platform/UTF8.hpp"
 
 #include <cstdint>
 
 namespace halvermonte {
-
 namespace {
 
-// The well-formed sequences: the lead bytes, the range of the byte after them, and how many
-// continuation bytes there are in all.
+/// The well-formed sequences: their first bytes, the range of the second one, which excludes
+/// overlong forms and surrogates, and how many bytes follow the first.
 struct Sequence {
   uint8_t firstLead, lastLead, lowest, highest;
   int continuations;
@@ -18,31 +17,33 @@ constexpr Sequence kSequences[] = {
     {0xF1, 0xF3, 0x80, 0xBF, 3}, {0xF4, 0xF4, 0x80, 0x8F, 3},
 };
 
-char32_t continued(const Sequence& sequence, uint8_t lead, std::string_view& text) {
+std::optional<char32_t> takeContinuations(const Sequence& sequence, uint8_t lead,
+                                          std::string_view& text) {
   char32_t code = lead & (0x3FU >> sequence.continuations);
   uint8_t lowest = sequence.lowest, highest = sequence.highest;
   for (int i = 0; i < sequence.continuations; ++i) {
     const auto byte = text.empty() ? uint8_t{0} : static_cast<uint8_t>(text.front());
-    if (byte < lowest || byte > highest) return kReplacementCharacter;
+    if (byte < lowest || byte > highest) return std::nullopt;
     text.remove_prefix(1);
     code = code << 6 | (byte & 0x3FU);
-    lowest = 0x80, highest = 0xBF;
+    lowest = 0x80;
+    highest = 0xBF;
   }
   return code;
 }
 
 }  // namespace
 
-char32_t takeCodePoint(std::string_view& text) {
+std::optional<char32_t> takeCodePoint(std::string_view& text) {
   const auto lead = static_cast<uint8_t>(text.front());
   text.remove_prefix(1);
   if (lead < 0x80) return lead;
   for (const Sequence& sequence : kSequences) {
     if (lead >= sequence.firstLead && lead <= sequence.lastLead) {
-      return continued(sequence, lead, text);
+      return takeContinuations(sequence, lead, text);
     }
   }
-  return kReplacementCharacter;
+  return std::nullopt;
 }
 
 }  // namespace halvermonte
