@@ -1,11 +1,22 @@
 #include "platform/simulated/MachineRecorder.hpp"
 
+#include <optional>
 #include <utility>
 
 #include "platform/Foundation.hpp"
 #include "platform/simulated/RecordingWriter.hpp"
 
 namespace halvermonte {
+namespace {
+
+/// Keeps the answer where the tick has it, and returns it.
+template <class Answer>
+Answer keep(std::optional<Answer>& place, Answer answer) {
+  place = answer;
+  return answer;
+}
+
+}  // namespace
 
 MachineRecorder::MachineRecorder(Machine& machine, HostName hostName)
     : MachineWrapper(machine), hostName_(hostName) {}
@@ -13,17 +24,19 @@ MachineRecorder::MachineRecorder(Machine& machine, HostName hostName)
 bool MachineRecorder::nextTick() {
   complete();
   RecordedTick next;
-  next.drives = tick().drives;  // one that is not asked for, its walk being cut short, is as it was
+  next.drives = tick().drives;  // a walk may end early; the drives after it are as they were
   ticks_.push_back(std::move(next));
   return inner_.nextTick();
 }
 
 void MachineRecorder::complete() {
-  clock();
+  if (!tick().time) tick().time = inner_.clock();
   tick().answersWideCalls = inner_.answersWideCalls();
   for (const auto kind :
        {HIDSensorKind::temperature, HIDSensorKind::current, HIDSensorKind::voltage}) {
-    if (!tick().hid[static_cast<size_t>(kind)]) hidServices(kind);
+    std::optional<std::shared_ptr<const HIDServices>>& services =
+        tick().hid[static_cast<size_t>(kind)];
+    if (!services) services = inner_.hidServices(kind);
   }
 }
 
@@ -38,20 +51,20 @@ std::string MachineRecorder::machineFile() {
                                .ticks = ticks_});
 }
 
-SMCService MachineRecorder::smcService() { return *(tick().service = inner_.smcService()); }
+SMCService MachineRecorder::smcService() { return keep(tick().service, inner_.smcService()); }
 
-uint32_t MachineRecorder::openSMC() { return *(tick().openCode = inner_.openSMC()); }
+uint32_t MachineRecorder::openSMC() { return keep(tick().openCode, inner_.openSMC()); }
 
 SMCKeyInfo MachineRecorder::smcKeyInfo(uint32_t key) {
-  return *(tick().keys[key].info = inner_.smcKeyInfo(key));
+  return keep(tick().keys[key].info, inner_.smcKeyInfo(key));
 }
 
 SMCKeyBytes MachineRecorder::smcKeyBytes(uint32_t key) {
-  return *(tick().keys[key].data = inner_.smcKeyBytes(key));
+  return keep(tick().keys[key].data, inner_.smcKeyBytes(key));
 }
 
 std::shared_ptr<const HIDServices> MachineRecorder::hidServices(HIDSensorKind kind) {
-  return *(tick().hid[static_cast<size_t>(kind)] = inner_.hidServices(kind));
+  return keep(tick().hid[static_cast<size_t>(kind)], inner_.hidServices(kind));
 }
 
 std::optional<size_t> MachineRecorder::driveCount() {
@@ -81,7 +94,9 @@ double MachineRecorder::clock() {
 }
 
 std::optional<std::string> MachineRecorder::outputOfCommand(const std::string& command) {
-  return commands_[command] = inner_.outputOfCommand(command);
+  const std::optional<std::string> output = inner_.outputOfCommand(command);
+  commands_[command] = output;
+  return output;
 }
 
 std::optional<int64_t> MachineRecorder::kernelVariable(const std::string& name) {

@@ -35,8 +35,9 @@ class ForgetfulComputer : public TestMachine {
 class TalkativeComputer : public TestMachine {
  public:
   std::optional<HostFacts> hostFacts() override {
+    uptime += 60;
     HostFacts facts;
-    facts.uptime = uptime += 60;
+    facts.uptime = uptime;
     return facts;
   }
 
