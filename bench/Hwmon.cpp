@@ -13,7 +13,7 @@
 
 #include "bench/Allocations.hpp"
 #include "bench/Machines.hpp"
-#include "engine/HalvermonteSensorsEngine.hpp"
+#include "halvermonte/HalvermonteSensorsEngine.hpp"
 #include "platform/linux/LinuxMachine.hpp"
 
 namespace halvermonte {

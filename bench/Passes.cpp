@@ -6,7 +6,7 @@
 #include "bench/Allocations.hpp"
 #include "bench/Machines.hpp"
 #include "engine/DiskPublishing.hpp"
-#include "engine/HalvermonteSensorsEngine.hpp"
+#include "halvermonte/HalvermonteSensorsEngine.hpp"
 
 namespace halvermonte {
 namespace {

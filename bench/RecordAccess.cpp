@@ -2,7 +2,7 @@
 #include <benchmark/benchmark.h>
 
 #include "bench/Allocations.hpp"
-#include "record/StatisticsData.hpp"
+#include "halvermonte/StatisticsData.hpp"
 
 namespace halvermonte {
 namespace {

@@ -1,14 +1,13 @@
 # The shared library, its headers, and how CMake and pkg-config find them.
 include(CMakePackageConfigHelpers)
 
-set(headers ${CMAKE_INSTALL_INCLUDEDIR}/halvermonte)
 set(package ${CMAKE_INSTALL_LIBDIR}/cmake/halvermonte)
 set(generated ${CMAKE_CURRENT_BINARY_DIR}/install)
 
 install(TARGETS halvermonte EXPORT halvermonte
   LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR}
-  FILE_SET HEADERS DESTINATION ${headers}
-  FILE_SET platform_types DESTINATION ${headers})
+  FILE_SET HEADERS DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}
+  FILE_SET platform_types DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/halvermonte/portable)
 install(EXPORT halvermonte NAMESPACE halvermonte:: FILE halvermonteConfig.cmake
   DESTINATION ${package})
 write_basic_package_version_file(${generated}/halvermonteConfigVersion.cmake

@@ -11,22 +11,24 @@ set(exports ${CMAKE_CURRENT_LIST_DIR}/exports.map)
 target_link_options(halvermonte PRIVATE LINKER:--no-undefined LINKER:--version-script=${exports})
 set_property(TARGET halvermonte PROPERTY LINK_DEPENDS ${exports})
 
-# What hosts include, and the types that HIDSensors.h speaks of.
+# What hosts include, and the types that HIDSensors.h needs.
+set(public ${PROJECT_SOURCE_DIR}/include)
+set(portable ${PROJECT_SOURCE_DIR}/platform/portable/include)
 target_sources(halvermonte PUBLIC
-  FILE_SET HEADERS BASE_DIRS ${PROJECT_SOURCE_DIR} FILES
-    ${PROJECT_SOURCE_DIR}/engine/DiskCounters.h
-    ${PROJECT_SOURCE_DIR}/engine/HalvermonteSensorsEngine.hpp
-    ${PROJECT_SOURCE_DIR}/engine/Version.h
-    ${PROJECT_SOURCE_DIR}/hid/HIDSensors.h
-    ${PROJECT_SOURCE_DIR}/platform/Export.h
-    ${PROJECT_SOURCE_DIR}/platform/Values.hpp
-    ${PROJECT_SOURCE_DIR}/record/Atomic.hpp
-    ${PROJECT_SOURCE_DIR}/record/StatisticsData.hpp
-    ${PROJECT_SOURCE_DIR}/record/properties.def
-    ${PROJECT_SOURCE_DIR}/smc/SMC.h
-  FILE_SET platform_types TYPE HEADERS
-    BASE_DIRS ${PROJECT_SOURCE_DIR}/platform/portable/include FILES
-    ${PROJECT_SOURCE_DIR}/platform/portable/include/CoreFoundation/CoreFoundation.h)
+  FILE_SET HEADERS BASE_DIRS ${public} FILES
+    ${public}/halvermonte/Atomic.hpp
+    ${public}/halvermonte/DiskCounters.h
+    ${public}/halvermonte/Exceptions.hpp
+    ${public}/halvermonte/Export.h
+    ${public}/halvermonte/HIDSensors.h
+    ${public}/halvermonte/HalvermonteSensorsEngine.hpp
+    ${public}/halvermonte/SMC.h
+    ${public}/halvermonte/StatisticsData.hpp
+    ${public}/halvermonte/Values.hpp
+    ${public}/halvermonte/Version.h
+    ${public}/halvermonte/properties.def
+  FILE_SET platform_types TYPE HEADERS BASE_DIRS ${portable} FILES
+    ${portable}/CoreFoundation/CoreFoundation.h)
 
 add_library(halvermonte_static STATIC EXCLUDE_FROM_ALL)
 target_link_libraries(halvermonte_static PUBLIC halvermonte_core)

@@ -5,7 +5,7 @@
 
 #include <string>
 
-#include "platform/Values.hpp"
+#include "halvermonte/Values.hpp"
 
 namespace halvermonte {
 

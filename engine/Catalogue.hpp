@@ -6,7 +6,7 @@
 #include <string_view>
 #include <vector>
 
-#include "platform/Values.hpp"
+#include "halvermonte/Values.hpp"
 
 namespace halvermonte {
 

@@ -3,8 +3,8 @@
 #include <cstddef>
 #include <vector>
 
+#include "halvermonte/SMC.h"
 #include "platform/Conversions.hpp"
-#include "smc/SMC.h"
 
 namespace halvermonte {
 

@@ -1,4 +1,4 @@
-#include "engine/DiskCounters.h"
+#include "halvermonte/DiskCounters.h"
 
 #include <IOKit/IOKitLib.h>
 

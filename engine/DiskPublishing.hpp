@@ -3,7 +3,7 @@
 
 #include "engine/DiskSampling.hpp"
 #include "engine/EngineState.hpp"
-#include "record/StatisticsData.hpp"
+#include "halvermonte/StatisticsData.hpp"
 
 namespace halvermonte {
 

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "engine/EngineState.hpp"
-#include "platform/Values.hpp"
+#include "halvermonte/Values.hpp"
 
 namespace halvermonte {
 

@@ -4,9 +4,9 @@
 #include <cstdint>
 #include <vector>
 
-#include "engine/DiskCounters.h"
 #include "engine/SensorsHistory.hpp"
-#include "platform/Values.hpp"
+#include "halvermonte/DiskCounters.h"
+#include "halvermonte/Values.hpp"
 
 namespace halvermonte {
 

@@ -3,8 +3,8 @@
 #include <array>
 
 #include "engine/NextStepEncoding.hpp"
+#include "halvermonte/SMC.h"
 #include "platform/Conversions.hpp"
-#include "smc/SMC.h"
 
 namespace halvermonte {
 

@@ -1,7 +1,7 @@
 #include "engine/FixedTemperatures.hpp"
 
+#include "halvermonte/SMC.h"
 #include "platform/Conversions.hpp"
-#include "smc/SMC.h"
 
 namespace halvermonte {
 namespace {

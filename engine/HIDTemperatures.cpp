@@ -5,7 +5,7 @@
 #include <string>
 
 #include "engine/CFConversions.hpp"
-#include "hid/HIDSensors.h"
+#include "halvermonte/HIDSensors.h"
 #include "platform/CFOwned.hpp"
 #include "platform/Conversions.hpp"
 #include "platform/Foundation.hpp"

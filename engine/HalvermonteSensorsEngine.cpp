@@ -1,4 +1,4 @@
-#include "engine/HalvermonteSensorsEngine.hpp"
+#include "halvermonte/HalvermonteSensorsEngine.hpp"
 
 #include <IOKit/IOKitLib.h>
 
@@ -15,11 +15,11 @@
 #include "engine/SensorPublishing.hpp"
 #include "engine/Steadying.hpp"
 #include "engine/TemperatureLists.hpp"
-#include "hid/HIDSensors.h"
+#include "halvermonte/HIDSensors.h"
+#include "halvermonte/SMC.h"
 #include "platform/CFOwned.hpp"
 #include "platform/MainPort.hpp"
 #include "platform/Processor.hpp"
-#include "smc/SMC.h"
 
 namespace halvermonte {
 namespace {

@@ -8,7 +8,7 @@
 #include <sstream>
 #include <string>
 
-#include "engine/HalvermonteSensorsEngine.hpp"
+#include "halvermonte/HalvermonteSensorsEngine.hpp"
 #include "platform/Foundation.hpp"
 #include "platform/HardwareReportCommand.hpp"
 

@@ -1,7 +1,7 @@
 #include "engine/Questions.hpp"
 
 #include "engine/HIDTemperatures.hpp"
-#include "engine/HalvermonteSensorsEngine.hpp"
+#include "halvermonte/HalvermonteSensorsEngine.hpp"
 
 namespace halvermonte {
 

@@ -4,7 +4,7 @@
 #include <utility>
 #include <vector>
 
-#include "platform/Values.hpp"
+#include "halvermonte/Values.hpp"
 
 namespace halvermonte {
 namespace {

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "engine/TemperatureLists.hpp"
-#include "record/StatisticsData.hpp"
+#include "halvermonte/StatisticsData.hpp"
 
 namespace halvermonte {
 

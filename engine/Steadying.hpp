@@ -1,8 +1,8 @@
 // The steadying of CPU temperatures, which the arm64 rules have.
 #pragma once
 
-#include "platform/Values.hpp"
-#include "record/StatisticsData.hpp"
+#include "halvermonte/StatisticsData.hpp"
+#include "halvermonte/Values.hpp"
 
 namespace halvermonte {
 

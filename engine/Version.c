@@ -1,4 +1,4 @@
-#include "engine/Version.h"
+#include "halvermonte/Version.h"
 
 double HalvermonteSensorsEngineVersionNumber = 202112300.0;
 

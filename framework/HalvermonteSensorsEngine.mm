@@ -4,7 +4,7 @@
 #include <optional>
 #include <string>
 
-#include "engine/HalvermonteSensorsEngine.hpp"
+#include "halvermonte/HalvermonteSensorsEngine.hpp"
 #include "engine/Questions.hpp"
 #include "framework/HostRecord.hpp"
 #include "platform/Foundation.hpp"

@@ -15,7 +15,7 @@ function(write_header name source content)
 endfunction()
 
 # The record's properties, one line each, under the headings of their table.
-set(table ${PROJECT_SOURCE_DIR}/record/properties.def)
+set(table ${PROJECT_SOURCE_DIR}/include/halvermonte/properties.def)
 set(type_Text "NSString*")
 set(type_Number "NSNumber*")
 set(type_Array "NSArray*")
@@ -65,8 +65,9 @@ set(template ${PROJECT_SOURCE_DIR}/framework/StatisticsData.h.in)
 file(READ ${template} content)
 write_header(StatisticsData.h "${table};${template}" "${content}")
 
-foreach(header engine/DiskCounters.h engine/Version.h framework/HalvermonteSensorsEngine.h
-        hid/HIDSensors.h platform/Export.h smc/SMC.h)
+foreach(header framework/HalvermonteSensorsEngine.h include/halvermonte/DiskCounters.h
+        include/halvermonte/Export.h include/halvermonte/HIDSensors.h include/halvermonte/SMC.h
+        include/halvermonte/Version.h)
   file(READ ${PROJECT_SOURCE_DIR}/${header} content)
   string(REGEX REPLACE "#include \"[a-z]+/([A-Za-z]+\\.h)\"" "#include <HalvermonteSensorsEngine/\\1>"
     content "${content}")

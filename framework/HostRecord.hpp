@@ -4,8 +4,8 @@
 
 #import <HalvermonteSensorsEngine/StatisticsData.h>
 
+#include "halvermonte/StatisticsData.hpp"
 #include "platform/apple/Bridging.hpp"
-#include "record/StatisticsData.hpp"
 
 namespace halvermonte {
 
@@ -20,7 +20,7 @@ class HostRecord final : public SensorsRecord {
 #define ENGINE_PROPERTY(name, Name, Type, initial, copy, turn)              \
   Type name() const override { return valueOf([record_ name]).as##Type(); } \
   void set##Name(Type value) override { [record_ set##Name:objectOf(value)]; }
-#include "record/properties.def"
+#include "halvermonte/properties.def"
 
  private:
   ::StatisticsData* record_;

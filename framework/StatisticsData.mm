@@ -58,19 +58,19 @@ void copyBy(Nothing /*rule*/, const Getter& /*get*/, const Setter& /*set*/) {}
 @implementation StatisticsData
 
 #define PROPERTY(name, Name, Type, initial, copy, turn) @synthesize name = name##_;
-#include "record/properties.def"
+#include "halvermonte/properties.def"
 
 - (instancetype)init {
   self = [super init];
   if (self == nil) return nil;
 #define PROPERTY(name, Name, Type, initial, copy, turn) initialise(name##_, initial());
-#include "record/properties.def"
+#include "halvermonte/properties.def"
   return self;
 }
 
 - (void)dealloc {
 #define PROPERTY(name, Name, Type, initial, copy, turn) release(name##_);
-#include "record/properties.def"
+#include "halvermonte/properties.def"
   [super dealloc];
 }
 
@@ -81,7 +81,7 @@ void copyBy(Nothing /*rule*/, const Getter& /*get*/, const Setter& /*set*/) {}
     copyBy(                                                                                \
         copy, [&] { return [source name]; }, [&](auto value) { [self set##Name:value]; }); \
   }
-#include "record/properties.def"
+#include "halvermonte/properties.def"
   }
 }
 

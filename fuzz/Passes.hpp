@@ -8,11 +8,11 @@
 #include <memory>
 
 #include "engine/EngineState.hpp"
-#include "engine/HalvermonteSensorsEngine.hpp"
+#include "halvermonte/HalvermonteSensorsEngine.hpp"
+#include "halvermonte/SMC.h"
+#include "halvermonte/StatisticsData.hpp"
 #include "platform/portable/LiveCounters.hpp"
 #include "platform/portable/Machine.hpp"
-#include "record/StatisticsData.hpp"
-#include "smc/SMC.h"
 
 namespace halvermonte {
 

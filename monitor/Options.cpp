@@ -5,7 +5,7 @@
 #include <cstdio>
 #include <cstdlib>
 
-#include "engine/Version.h"
+#include "halvermonte/Version.h"
 
 namespace halvermonte {
 

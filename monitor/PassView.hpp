@@ -8,8 +8,8 @@
 #include <string>
 #include <vector>
 
+#include "halvermonte/StatisticsData.hpp"
 #include "monitor/Readings.hpp"
-#include "record/StatisticsData.hpp"
 
 namespace halvermonte {
 

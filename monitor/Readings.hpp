@@ -6,7 +6,7 @@
 #include <string_view>
 #include <vector>
 
-#include "record/StatisticsData.hpp"
+#include "halvermonte/StatisticsData.hpp"
 
 namespace halvermonte {
 

@@ -8,14 +8,14 @@
 #include <optional>
 #include <string>
 
-#include "engine/HalvermonteSensorsEngine.hpp"
+#include "halvermonte/HalvermonteSensorsEngine.hpp"
+#include "halvermonte/StatisticsData.hpp"
 #include "monitor/Options.hpp"
 #include "monitor/PassView.hpp"
 #include "monitor/Signals.hpp"
 #include "monitor/StandardStreams.hpp"
 #include "platform/portable/Machine.hpp"
 #include "platform/simulated/MachineRecorder.hpp"
-#include "record/StatisticsData.hpp"
 
 namespace halvermonte {
 

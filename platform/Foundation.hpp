@@ -3,35 +3,15 @@
 // them.
 #pragma once
 
-#include <exception>
 #include <functional>
 #include <optional>
 #include <string>
 #include <string_view>
 
-#include "platform/Values.hpp"
+#include "halvermonte/Exceptions.hpp"
+#include "halvermonte/Values.hpp"
 
 namespace halvermonte {
-
-/// What the platform raises on a programming error. It carries its reason.
-class HALVERMONTE_EXPORT PlatformException : public std::exception {
- public:
-  explicit PlatformException(std::string reason) : reason_(std::move(reason)) {}
-  ~PlatformException() override;
-
-  const std::string& reason() const noexcept { return reason_; }
-  const char* what() const noexcept override { return reason_.c_str(); }
-
- private:
-  std::string reason_;
-};
-
-/// An index beyond the end of a list.
-class HALVERMONTE_EXPORT RangeException : public PlatformException {
- public:
-  using PlatformException::PlatformException;
-  ~RangeException() override;
-};
 
 namespace foundation {
 

@@ -8,7 +8,7 @@
 #include <IOKit/hidsystem/IOHIDServiceClient.h>
 #include <stdint.h>
 
-#include "platform/Export.h"
+#include "halvermonte/Export.h"
 
 HALVERMONTE_C_BEGIN
 

@@ -1,4 +1,4 @@
-#include "platform/Values.hpp"
+#include "halvermonte/Values.hpp"
 
 #include <algorithm>
 #include <type_traits>

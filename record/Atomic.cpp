@@ -1,4 +1,4 @@
-#include "record/Atomic.hpp"
+#include "halvermonte/Atomic.hpp"
 
 #include <array>
 #include <functional>

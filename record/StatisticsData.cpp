@@ -1,4 +1,4 @@
-#include "record/StatisticsData.hpp"
+#include "halvermonte/StatisticsData.hpp"
 
 #include "platform/Foundation.hpp"
 
@@ -56,14 +56,14 @@ StatisticsData::~StatisticsData() = default;
 
 StatisticsData::StatisticsData() {
 #define PROPERTY(name, Name, Type, initial, copy, turn) put(name##_, initial());
-#include "record/properties.def"
+#include "halvermonte/properties.def"
 }
 
 void StatisticsData::populateStatisticsDataFrom(const StatisticsData& source) {
   for (int current = 1; current <= 5; ++current) {
 #define PROPERTY(name, Name, Type, initial, copy, turn) \
   if (current == (turn)) put(name##_, copy(source.name(), #name));
-#include "record/properties.def"
+#include "halvermonte/properties.def"
   }
 }
 

@@ -4,7 +4,7 @@
 #include <cstddef>
 #include <cstdint>
 
-#include "smc/SMC.h"
+#include "halvermonte/SMC.h"
 
 namespace halvermonte {
 

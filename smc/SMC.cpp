@@ -1,5 +1,5 @@
 // The connection to the controller, and the two-step key read.
-#include "smc/SMC.h"
+#include "halvermonte/SMC.h"
 
 #include <IOKit/IOKitLib.h>
 

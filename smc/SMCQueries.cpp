@@ -8,10 +8,10 @@
 #include <string_view>
 #include <type_traits>
 
+#include "halvermonte/SMC.h"
 #include "platform/FourCharacterCode.hpp"
 #include "platform/Processor.hpp"
 #include "smc/ParameterRecord.hpp"
-#include "smc/SMC.h"
 
 using halvermonte::fourCharacterCode;
 using halvermonte::kProcessor;

@@ -141,7 +141,7 @@ std::string jsonLine(uint64_t tick, const StatisticsData& record) {
   json.raw(std::exchange(separator, ","));              \
   json.raw("\"" #name "\":");                           \
   json.value(record.name());
-#include "record/properties.def"
+#include "halvermonte/properties.def"
   json.raw("}}\n");
   return json.take();
 }

@@ -5,7 +5,7 @@
 #include <string>
 #include <string_view>
 
-#include "record/StatisticsData.hpp"
+#include "halvermonte/StatisticsData.hpp"
 
 namespace halvermonte {
 

@@ -13,10 +13,10 @@
 #include "engine/Fans.hpp"
 #include "engine/FixedTemperatures.hpp"
 #include "engine/HIDTemperatures.hpp"
-#include "engine/HalvermonteSensorsEngine.hpp"
+#include "halvermonte/HalvermonteSensorsEngine.hpp"
+#include "halvermonte/SMC.h"
 #include "monitor/Line.hpp"
 #include "platform/portable/Machine.hpp"
-#include "smc/SMC.h"
 
 namespace halvermonte {
 namespace {

@@ -7,7 +7,7 @@
 #include <string>
 #include <string_view>
 
-#include "platform/Values.hpp"
+#include "halvermonte/Values.hpp"
 
 namespace halvermonte {
 

@@ -7,9 +7,6 @@
 
 namespace halvermonte {
 
-PlatformException::~PlatformException() = default;
-RangeException::~RangeException() = default;
-
 namespace {
 
 bool start(NSTask* task) {

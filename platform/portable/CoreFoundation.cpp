@@ -6,9 +6,9 @@
 #include <map>
 #include <mutex>
 
+#include "halvermonte/Values.hpp"
 #include "platform/ASCII.hpp"
 #include "platform/Conversions.hpp"
-#include "platform/Values.hpp"
 #include "platform/portable/Objects.hpp"
 
 using halvermonte::truncated;

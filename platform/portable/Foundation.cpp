@@ -14,9 +14,6 @@
 
 namespace halvermonte {
 
-PlatformException::~PlatformException() = default;
-RangeException::~RangeException() = default;
-
 namespace foundation {
 
 Text localizedHostName() {

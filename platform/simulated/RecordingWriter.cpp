@@ -7,9 +7,9 @@
 #include <string_view>
 #include <variant>
 
+#include "halvermonte/Values.hpp"
 #include "platform/ASCII.hpp"
 #include "platform/FourCharacterCode.hpp"
-#include "platform/Values.hpp"
 #include "platform/portable/Machine.hpp"
 #include "platform/simulated/HIDKindNames.hpp"
 #include "platform/simulated/HexText.hpp"

@@ -1,9 +1,9 @@
 // A host as small as one gets: an engine, a record, two passes. It runs on any computer, so it
 // checks what holds on all of them.
-#include <engine/HalvermonteSensorsEngine.hpp>
+#include <halvermonte/HalvermonteSensorsEngine.hpp>
+#include <halvermonte/StatisticsData.hpp>
 #include <iostream>
 #include <memory>
-#include <record/StatisticsData.hpp>
 
 int main() {
   halvermonte::HalvermonteSensorsEngine engine;

@@ -2,7 +2,7 @@
 #include <IOKit/IOKitLib.h>
 #include <gtest/gtest.h>
 
-#include "engine/DiskCounters.h"
+#include "halvermonte/DiskCounters.h"
 #include "platform/Foundation.hpp"
 #include "platform/portable/LiveCounters.hpp"
 #include "tests/support/TestMachine.hpp"

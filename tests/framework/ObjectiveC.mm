@@ -77,7 +77,7 @@ using Int = int;
     [self note:@"set" #Name];                           \
     [super set##Name:value];                            \
   }
-#include "record/properties.def"
+#include "halvermonte/properties.def"
 
 @end
 

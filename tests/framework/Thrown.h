@@ -2,7 +2,7 @@
  */
 #import <Foundation/Foundation.h>
 
-#include "platform/Export.h"
+#include "halvermonte/Export.h"
 
 HALVERMONTE_C_BEGIN
 

@@ -1,4 +1,4 @@
-#include "hid/HIDSensors.h"
+#include "halvermonte/HIDSensors.h"
 
 #include <gtest/gtest.h>
 

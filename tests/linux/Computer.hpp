@@ -6,8 +6,8 @@
 #include <utility>
 #include <vector>
 
+#include "halvermonte/SMC.h"
 #include "platform/linux/LinuxMachine.hpp"
-#include "smc/SMC.h"
 #include "tests/linux/Tree.hpp"
 
 namespace halvermonte::test {

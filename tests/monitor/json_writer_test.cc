@@ -44,7 +44,7 @@ class JsonLine : public ::testing::Test {
 TEST_F(JsonLine, HasAllPropertiesInDeclarationOrder) {
   std::vector<std::string> declared;
 #define PROPERTY(name, Name, Type, initial, copy, turn) declared.push_back(#name);
-#include "record/properties.def"
+#include "halvermonte/properties.def"
   ASSERT_EQ(declared.size(), 103U);
 
   const auto parsed = nlohmann::ordered_json::parse(line());

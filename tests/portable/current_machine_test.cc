@@ -3,7 +3,7 @@
 #include <latch>
 #include <thread>
 
-#include "engine/HalvermonteSensorsEngine.hpp"
+#include "halvermonte/HalvermonteSensorsEngine.hpp"
 #include "platform/Foundation.hpp"
 #include "tests/support/Sampler.hpp"
 #include "tests/support/TestMachine.hpp"

@@ -1,6 +1,6 @@
 #include <gtest/gtest.h>
 
-#include "hid/HIDSensors.h"
+#include "halvermonte/HIDSensors.h"
 #include "platform/CFOwned.hpp"
 #include "platform/IOHIDEventSystem.h"
 #include "platform/portable/LiveCounters.hpp"

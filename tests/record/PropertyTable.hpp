@@ -7,7 +7,7 @@
 #include <ostream>
 #include <vector>
 
-#include "record/StatisticsData.hpp"
+#include "halvermonte/StatisticsData.hpp"
 
 namespace halvermonte::test {
 

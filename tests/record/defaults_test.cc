@@ -65,7 +65,7 @@ class DefaultsTest : public ::testing::Test {
 TEST_F(DefaultsTest, TheRecordHasThesePropertiesInThisOrderAndNoOthers) {
   std::vector<std::string> declared;
 #define PROPERTY(name, Name, Type, initial, copy, turn) declared.push_back(#name);
-#include "record/properties.def"
+#include "halvermonte/properties.def"
   std::vector<std::string> expected;
   for (const Property& property : propertyTable()) expected.emplace_back(property.name);
   EXPECT_EQ(declared, expected);

@@ -2,7 +2,7 @@
 
 #include <limits>
 
-#include "platform/Values.hpp"
+#include "halvermonte/Values.hpp"
 
 namespace halvermonte::test {
 namespace {

@@ -6,7 +6,7 @@
 #include <latch>
 #include <thread>
 
-#include "record/StatisticsData.hpp"
+#include "halvermonte/StatisticsData.hpp"
 
 namespace {
 

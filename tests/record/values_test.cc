@@ -1,4 +1,4 @@
-#include "platform/Values.hpp"
+#include "halvermonte/Values.hpp"
 
 #include <gtest/gtest.h>
 

@@ -8,10 +8,10 @@
 #include <utility>
 #include <vector>
 
-#include "engine/HalvermonteSensorsEngine.hpp"
+#include "halvermonte/HalvermonteSensorsEngine.hpp"
+#include "halvermonte/StatisticsData.hpp"
 #include "platform/simulated/BundledMachines.hpp"
 #include "platform/simulated/SimulatedMachine.hpp"
-#include "record/StatisticsData.hpp"
 
 namespace halvermonte {
 namespace {

@@ -5,9 +5,9 @@
 #include <memory>
 #include <string>
 
-#include "engine/HalvermonteSensorsEngine.hpp"
+#include "halvermonte/HalvermonteSensorsEngine.hpp"
+#include "halvermonte/StatisticsData.hpp"
 #include "platform/simulated/SimulatedMachine.hpp"
-#include "record/StatisticsData.hpp"
 
 namespace halvermonte {
 namespace {

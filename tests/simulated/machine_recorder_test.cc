@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-#include "engine/HalvermonteSensorsEngine.hpp"
+#include "halvermonte/HalvermonteSensorsEngine.hpp"
 #include "platform/simulated/BundledMachines.hpp"
 #include "platform/simulated/MachineRecorder.hpp"
 #include "platform/simulated/SimulatedMachine.hpp"

@@ -3,8 +3,8 @@
 
 #include <gtest/gtest.h>
 
+#include "halvermonte/SMC.h"
 #include "platform/portable/LiveCounters.hpp"
-#include "smc/SMC.h"
 #include "tests/support/TestMachine.hpp"
 
 namespace halvermonte::test {

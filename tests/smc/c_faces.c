@@ -1,8 +1,8 @@
 /* The plain functions as a C host calls them: this file shows that their headers are C. */
-#include "engine/DiskCounters.h"
-#include "engine/Version.h"
-#include "hid/HIDSensors.h"
-#include "smc/SMC.h"
+#include "halvermonte/DiskCounters.h"
+#include "halvermonte/HIDSensors.h"
+#include "halvermonte/SMC.h"
+#include "halvermonte/Version.h"
 
 double temperatureReadInC(const char* key);
 double temperatureReadInC(const char* key) {

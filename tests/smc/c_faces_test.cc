@@ -1,7 +1,7 @@
 #include <IOKit/IOKitLib.h>
 
-#include "engine/DiskCounters.h"
-#include "engine/Version.h"
+#include "halvermonte/DiskCounters.h"
+#include "halvermonte/Version.h"
 #include "tests/smc/Connection.hpp"
 
 extern "C" {

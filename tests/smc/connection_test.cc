@@ -1,7 +1,7 @@
 #include <gtest/gtest.h>
 
+#include "halvermonte/SMC.h"
 #include "platform/portable/LiveCounters.hpp"
-#include "smc/SMC.h"
 #include "tests/support/PlatformCalls.hpp"
 #include "tests/support/TestMachine.hpp"
 

@@ -2,7 +2,7 @@
 
 #include <cstring>
 
-#include "smc/SMC.h"
+#include "halvermonte/SMC.h"
 
 namespace {
 

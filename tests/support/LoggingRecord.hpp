@@ -5,7 +5,7 @@
 #include <utility>
 #include <vector>
 
-#include "record/StatisticsData.hpp"
+#include "halvermonte/StatisticsData.hpp"
 
 namespace halvermonte::test {
 
@@ -20,7 +20,7 @@ class LoggingRecord : public SensorsRecord {
     stored.push_back(#name);                                   \
     properties_.set##Name(std::move(value));                   \
   }
-#include "record/properties.def"
+#include "halvermonte/properties.def"
 
  private:
   StatisticsData properties_;

@@ -58,7 +58,7 @@ std::string described(const Value& value) {
 std::map<std::string, std::string> described(const StatisticsData& record) {
   std::map<std::string, std::string> texts;
 #define PROPERTY(name, Name, Type, initial, copy, turn) texts[#name] = described(record.name());
-#include "record/properties.def"
+#include "halvermonte/properties.def"
   return texts;
 }
 

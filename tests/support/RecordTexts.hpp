@@ -4,7 +4,7 @@
 #include <map>
 #include <string>
 
-#include "record/StatisticsData.hpp"
+#include "halvermonte/StatisticsData.hpp"
 
 namespace halvermonte::test {
 

@@ -7,9 +7,9 @@
 #include <vector>
 
 #include "engine/EngineState.hpp"
-#include "engine/HalvermonteSensorsEngine.hpp"
+#include "halvermonte/HalvermonteSensorsEngine.hpp"
+#include "halvermonte/StatisticsData.hpp"
 #include "platform/portable/Machine.hpp"
-#include "record/StatisticsData.hpp"
 
 namespace halvermonte::test {
 

@@ -1,8 +1,8 @@
 /* A host in C: every C header, and the calls that answer alike on every computer. */
-#include <engine/DiskCounters.h>
-#include <engine/Version.h>
-#include <hid/HIDSensors.h>
-#include <smc/SMC.h>
+#include <halvermonte/DiskCounters.h>
+#include <halvermonte/HIDSensors.h>
+#include <halvermonte/SMC.h>
+#include <halvermonte/Version.h>
 #include <stdio.h>
 #include <string.h>
 

@@ -6,9 +6,9 @@
 #include <memory>
 #include <random>
 
-#include "engine/HalvermonteSensorsEngine.hpp"
+#include "halvermonte/HalvermonteSensorsEngine.hpp"
+#include "halvermonte/StatisticsData.hpp"
 #include "platform/portable/Machine.hpp"
-#include "record/StatisticsData.hpp"
 #include "tests/support/TestMachine.hpp"
 
 namespace halvermonte::test {

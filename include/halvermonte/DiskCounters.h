@@ -6,7 +6,7 @@
 
 #include <stdint.h>
 
-#include "platform/Export.h"
+#include "halvermonte/Export.h"
 
 HALVERMONTE_C_BEGIN
 

@@ -14,7 +14,7 @@
 #include <utility>
 #include <vector>
 
-#include "platform/Export.h"
+#include "halvermonte/Export.h"
 
 namespace halvermonte {
 

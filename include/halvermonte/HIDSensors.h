@@ -9,7 +9,7 @@
 #include <CoreFoundation/CoreFoundation.h>
 #include <stdint.h>
 
-#include "platform/Export.h"
+#include "halvermonte/Export.h"
 
 HALVERMONTE_C_BEGIN
 

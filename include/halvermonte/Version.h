@@ -2,7 +2,7 @@
 #ifndef HALVERMONTE_ENGINE_VERSION_H
 #define HALVERMONTE_ENGINE_VERSION_H
 
-#include "platform/Export.h"
+#include "halvermonte/Export.h"
 
 HALVERMONTE_C_BEGIN
 

@@ -9,9 +9,9 @@
 
 #include <cstdint>
 
-#include "platform/Export.h"
-#include "platform/Values.hpp"
-#include "record/Atomic.hpp"
+#include "halvermonte/Atomic.hpp"
+#include "halvermonte/Export.h"
+#include "halvermonte/Values.hpp"
 
 namespace halvermonte {
 
@@ -27,7 +27,7 @@ class HALVERMONTE_EXPORT SensorsRecord {
 #define ENGINE_PROPERTY(name, Name, Type, initial, copy, turn) \
   virtual Type name() const = 0;                               \
   virtual void set##Name(Type value) = 0;
-#include "record/properties.def"
+#include "halvermonte/properties.def"
 };
 
 class HALVERMONTE_EXPORT StatisticsData final : public SensorsRecord {
@@ -50,11 +50,11 @@ class HALVERMONTE_EXPORT StatisticsData final : public SensorsRecord {
 #define ENGINE_PROPERTY(name, Name, Type, initial, copy, turn) \
   Type name() const override { return name##_.load(); }        \
   void set##Name(Type value) override { name##_.store(std::move(value)); }
-#include "record/properties.def"
+#include "halvermonte/properties.def"
 
  private:
 #define PROPERTY(name, Name, Type, initial, copy, turn) Atomic<Type> name##_;
-#include "record/properties.def"
+#include "halvermonte/properties.def"
 };
 
 }  // namespace halvermonte

@@ -8,9 +8,9 @@
 #include <memory>
 #include <utility>
 
-#include "platform/Export.h"
-#include "platform/Values.hpp"
-#include "record/StatisticsData.hpp"
+#include "halvermonte/Export.h"
+#include "halvermonte/StatisticsData.hpp"
+#include "halvermonte/Values.hpp"
 
 namespace halvermonte {
 

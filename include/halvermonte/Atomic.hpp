@@ -6,7 +6,7 @@
 #include <type_traits>
 #include <utility>
 
-#include "platform/Export.h"
+#include "halvermonte/Export.h"
 
 namespace halvermonte {
 

@@ -10,7 +10,7 @@
 
 #include <stdint.h>
 
-#include "platform/Export.h"
+#include "halvermonte/Export.h"
 
 HALVERMONTE_C_BEGIN
 
