@@ -5,6 +5,7 @@
 #include <cerrno>
 #include <memory>
 #include <string>
+#include <string_view>
 #include <utility>
 #include <vector>
 
@@ -92,6 +93,15 @@ TEST_F(HwmonReadings, FaultyAndDisabledSensorsAreNotReadUntilTheyWorkAgain) {
   EXPECT_EQ(temperature(machine(), "TC1C"), -1);
   EXPECT_EQ(calls.opens("_input"), 0u);
   tree.write(chipFile(0, "temp1_fault"), "0\n").write(chipFile(0, "temp2_enable"), "1\n");
+  EXPECT_EQ(package(), 51);
+  EXPECT_EQ(temperature(machine(), "TC1C"), 41);
+}
+
+TEST_F(HwmonReadings, SensorsAreReadIfTheirFaultAndEnableFilesCannotBeRead) {
+  tree.write(chipFile(0, "temp1_fault"), "1\n").write(chipFile(0, "temp2_enable"), "0\n");
+  calls.readFails = [](std::string_view path) {
+    return path.ends_with("_fault") || path.ends_with("_enable") ? EIO : 0;
+  };
   EXPECT_EQ(package(), 51);
   EXPECT_EQ(temperature(machine(), "TC1C"), 41);
 }
