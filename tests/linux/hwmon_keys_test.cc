@@ -334,6 +334,19 @@ TEST(HwmonKeys, AppleSiliconsControllerIsOnABusOfTheSystemOnAChip) {
   EXPECT_EQ(battery("soc/old-smc@23e400000"), -1);
 }
 
+TEST(HwmonKeys, AmbiguousLabelInTheDeviceTreeGivesNoKey) {
+  Tree tree;
+  addChip(
+      tree, 0, "macsmc_hwmon", "platform/soc/23e400000.smc/macsmc-hwmon",
+      {{"temp1", "31000", "One channel"}, {"temp2", "32000", "Two"}, {"temp3", "33000", "Two"}});
+  addDeviceTreeSensor(tree, "temperature-TB0T", "One channel");
+  addDeviceTreeSensor(tree, "temperature-TB1T", "One channel");
+  addDeviceTreeSensor(tree, "temperature-TB2T", "Two");
+  for (const char* file : {"temp1_input", "temp2_input", "temp3_input"}) {
+    EXPECT_EQ(reasonOf(tree, "macsmc_hwmon", file), "the device tree has no key for it");
+  }
+}
+
 TEST(HwmonKeys, NumbersOfTheChipsDoNotMatter) {
   const auto layOut = [](Tree& tree, int first, int second, int third) {
     addChip(tree, first, "nvme", "pci0000:00/0000:01:00.0/nvme/nvme0",
