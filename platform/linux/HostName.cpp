@@ -19,9 +19,9 @@ bool isEscapable(std::string_view rest, char quote) {
   return special.find(rest.front()) != special.npos;
 }
 
-/// The first word of the text, unquoted as a shell would. 'Single quotes' keep every character. In
-/// "double quotes" \ escapes some characters. Without quotes \ escapes all of them, and the word
-/// ends with the line.
+/// The value at the start of the text, unquoted as a shell would. 'Single quotes' keep every
+/// character. In "double quotes" \ escapes some characters. Without quotes \ escapes all of them,
+/// and the value ends with the line.
 std::string shellWord(std::string_view text) {
   const bool isQuoted = text.starts_with('"') || text.starts_with('\'');
   const char quote = isQuoted ? text.front() : kUnquoted;

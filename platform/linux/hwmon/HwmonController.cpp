@@ -204,7 +204,7 @@ SensorListing HwmonController::makeListing(const FoundSensor& found) {
                         .raw = ""};
   if (const Entry* const entry = find(fourCharacterCode(found.key))) {
     readInto(listing, sensors_[entry->index]);
-  } else if (readPolicyOf(found) != ReadPolicy::onRequest || driveTemperatures_) {
+  } else if (mayRead(found, driveTemperatures_)) {
     Sensor once(calls_, found.path(), makeTraits(found));
     readInto(listing, once);
   }

@@ -33,8 +33,7 @@ std::string_view firstPresentLabel(const KeyRow& row, const Chip& chip) {
 }
 
 std::string firstReason(const FoundSensor& sensor, const AssignmentFacts& facts) {
-  if (readPolicyOf(sensor) == ReadPolicy::onRequest && !facts.driveTemperatures)
-    return "read only on request";
+  if (!mayRead(sensor, facts.driveTemperatures)) return "read only on request";
   return isTemperature(*sensor.channel) ? "the catalogue has no name for it"
                                         : "only temperatures and fans are shown";
 }
@@ -70,11 +69,8 @@ class Assigner {
     std::vector<const Chip*> chips;
     for (const FoundSensor& sensor : sensors_) {
       const bool isKnown = !chips.empty() && chips.back() == sensor.chip;
-      const bool isAsked =
-          readPolicyOf(sensor) != ReadPolicy::onRequest || facts_.driveTemperatures;
-      if (!isKnown && isAsked && matches(row.driver, sensor.chip->driver)) {
-        chips.push_back(sensor.chip);
-      }
+      if (isKnown || !mayRead(sensor, facts_.driveTemperatures)) continue;
+      if (matches(row.driver, sensor.chip->driver)) chips.push_back(sensor.chip);
     }
     return chips;
   }
@@ -157,6 +153,10 @@ ReadPolicy readPolicyOf(const FoundSensor& sensor) {
     if (matches(row.driver, sensor.chip->driver)) return row.policy;
   }
   return ReadPolicy::everyPass;
+}
+
+bool mayRead(const FoundSensor& sensor, bool driveTemperatures) {
+  return driveTemperatures || readPolicyOf(sensor) != ReadPolicy::onRequest;
 }
 
 void assignKeys(std::vector<FoundSensor>& sensors, const AssignmentFacts& facts) {

@@ -32,6 +32,9 @@ bool isOfController(const FoundSensor& sensor);
 /// How to read its driver.
 ReadPolicy readPolicyOf(const FoundSensor& sensor);
 
+/// Whether the sensor may be read. If its policy is onRequest, only the program decides.
+bool mayRead(const FoundSensor& sensor, bool driveTemperatures);
+
 struct AssignmentFacts {
   std::vector<DeviceTreeSensor> deviceTree;
   size_t packages = 0;  ///< processor packages; 0 if unknown
