@@ -43,7 +43,15 @@ class Kettle : public TestMachine {
   SensorInventory inventory() override {
     SensorInventory listed(3);
     listed[0].key = "TC0P";
-    listed[1].key = "F0Ac";
+    listed[1] = {.driver = "lid",
+                 .device = "i2c-0",
+                 .file = "fan1_input",
+                 .label = "",
+                 .quantity = "fan",
+                 .key = "F0Ac",
+                 .reason = "",
+                 .state = "opened each time",
+                 .raw = "1200"};
     listed[2] = {.driver = "lid",
                  .device = "i2c-0",
                  .file = "in0_input",
@@ -82,7 +90,8 @@ TEST(OwnMachine, IsListedWithItsKeysSensorsAndDrives) {
   const std::string list = sensorList(*choice.sampling);
   EXPECT_THAT(list, StartsWith("This computer: Kettle\n"));
   for (const char* row :
-       {"\nTC0P  CPU 1 Proximity +SMC sp78 +2800\n", "\nF0Ac  Lid \\(fan\\) +SMC fpe2 +12c0\n",
+       {"\nTC0P  CPU 1 Proximity +SMC sp78 +2800\n",
+        "\nF0Ac  Lid \\(fan\\) +lid i2c-0/fan1_input +1200, opened each time\n",
         "\n-     voltage: no name for its kind +lid i2c-0/in0_input \"Handle\" +1208\n",
         "\n-     Gas Gauge Battery +HID temperature \"gas gauge battery\" +30\\.0+\n",
         "\n-     Disks +block sda +1000 bytes read, 2000 written\n",
@@ -102,10 +111,24 @@ TEST(OwnMachine, IsReported) {
               Contains(StartsWith("  CPU 1 Proximity     41 °C")));
 }
 
-TEST(OwnMachine, RecordingGivesTheSamePasses) {
+Choice recorded() {
   Options options;
   options.recordingPath = "unused";
-  const Choice choice = chosen(options);
+  return chosen(options);
+}
+
+TEST(OwnMachine, IsTheSameWhileItIsRecorded) {
+  const Choice plain = chosen();
+  const std::string list = sensorList(*plain.sampling);
+  const std::vector<std::string> report = reportOf(plain.sampling->pass());
+  const Choice choice = recorded();
+  EXPECT_EQ(choice.hint, plain.hint);
+  EXPECT_EQ(sensorList(*choice.sampling), list);
+  EXPECT_EQ(reportOf(choice.sampling->pass()), report);
+}
+
+TEST(OwnMachine, RecordingGivesTheSamePasses) {
+  const Choice choice = recorded();
   std::vector<std::vector<Reading>> seen;
   for (int pass = 0; pass < 3; ++pass) seen.push_back(choice.sampling->pass().readings);
   const std::string recording = choice.sampling->recorder()->machineFile();
