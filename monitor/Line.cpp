@@ -14,7 +14,7 @@ struct CodeRange {
   char32_t first, last;
 };
 
-// Blocks whose characters take no cell of their own, and those that take two.
+// The blocks of characters that take no cell of their own, and of those that take two.
 constexpr CodeRange kCombining[] = {
     {0x0300, 0x036F}, {0x0483, 0x0489}, {0x0591, 0x05BD}, {0x0610, 0x061A}, {0x064B, 0x065F},
     {0x1AB0, 0x1AFF}, {0x1DC0, 0x1DFF}, {0x200B, 0x200F}, {0x202A, 0x202E}, {0x2060, 0x2064},

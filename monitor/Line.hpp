@@ -9,7 +9,7 @@
 
 namespace halvermonte {
 
-/// How a piece stands out where colours are used. No meaning is in the ink alone.
+/// How a piece stands out when colours are used. The text has its meaning without them, too.
 enum class Ink : uint8_t { plain, strong, faint, warm, hot };
 
 struct Span {
@@ -18,23 +18,23 @@ struct Span {
 };
 using Line = std::vector<Span>;
 
-/// The cells that a text takes: 2 for a wide character, 0 for a combining one.
+/// How many cells a text takes: 2 for a wide character, 0 for a combining one.
 size_t cells(std::string_view text);
 size_t cells(const Line& line);
 
-/// The text in exactly that many cells: filled with blanks at its end, or cut there.
+/// The text in exactly that many cells, padded with blanks or cut at its end.
 std::string leftAligned(std::string_view text, size_t width);
-/// The text with blanks before it, never cut.
+/// The text with blanks before it; a text that is too long is not cut.
 std::string rightAligned(std::string_view text, size_t width);
 
-/// The line, cut where it takes more cells.
+/// The line, cut if it takes more cells.
 Line cut(const Line& line, size_t width);
 
-/// The text fit to be shown: control characters and bytes that are no UTF-8 as "?" or U+FFFD;
-/// without `unicode`, "?" for every character beyond ASCII.
+/// The text as a terminal may show it: "?" for a control character and U+FFFD for bytes that are
+/// not UTF-8. Without `unicode`, "?" for every character beyond ASCII.
 std::string printable(std::string_view text, bool unicode);
 
-/// The line as bytes, without a line feed and without blanks at its end.
+/// The line as bytes, without blanks at its end and without a line feed.
 std::string rendered(const Line& line, bool colour);
 
 }  // namespace halvermonte

@@ -1,4 +1,4 @@
-// Which computer the monitor looks at.
+// Chooses the machine that the monitor shows.
 #pragma once
 
 #include <memory>
@@ -15,20 +15,20 @@ struct Choice {
   std::string hint;  ///< what a real computer does not show, and why; "" if there is nothing to say
 };
 
-/// The machine that the options name. If they name none, this computer if it offers anything to
-/// read, else the bundled M1. Throws a Failure: status 1 if no machine has that name, 2 if the file
-/// is not a machine file.
+/// Chooses the machine that the options name. If they name none, chooses this computer, or the
+/// bundled M1 if this computer offers nothing to read. Throws a Failure if no machine has that name
+/// (ExitStatus::failure) or if the file is not a machine file (ExitStatus::wrongUse).
 Choice chooseMachine(const Options& options);
 
 /// The same, with `thisComputer` standing for this computer.
 Choice chooseMachine(const Options& options, std::unique_ptr<Machine> thisComputer);
 
-/// What there is to read: what the first pass shows, and drives.
+/// What there is to read: sensors that the first pass shows, or at least drives.
 enum class Offer { nothing, drivesAlone, sensors };
 /// Makes the first pass.
 Offer offerOf(Sampling& sampling);
 
-/// The bundled machines, a line each.
+/// Lists the bundled machines, a line each.
 std::string machineList();
 
 }  // namespace halvermonte

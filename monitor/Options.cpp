@@ -17,20 +17,21 @@ Shows temperatures, fans and disk traffic, of this computer or a simulated one.
 
   -m, --machine WHICH     "host" (this computer), a bundled machine's NAME, a
                           machine FILE, or "list"; default: this computer, or
-                          the bundled M1 where this offers nothing to read
-  -f, --format FORMAT     text, or json: the whole record, one line a pass
+                          the bundled M1 if this one offers nothing to read
+  -f, --format FORMAT     text, or json: the whole record, one line per pass
       --json              the same as --format json
-  -n, --ticks N           so many reports or lines; default 1
-  -i, --interval SECONDS  between passes; default 1, the least for disk rates
-      --watch             until Ctrl-C; redrawn in place at a terminal
-      --fahrenheit        degrees Fahrenheit in text
-      --pid PID           adds a process's CPU use to text
-      --list              every sensor: its key, name, source and reading
-      --record FILE       writes N passes as a machine file, the host's name
-                          in it only with --with-host-name
-      --drive-temperatures  asks drives too, which may keep them spinning
-      --sys DIR, --proc DIR  in place of /sys and /proc
-  -h, --help; --version   this text; the versions of monitor and engine
+  -n, --ticks N           number of reports or lines; default 1
+  -i, --interval SECONDS  time between passes; default 1, and disks have no
+                          rates below that
+      --watch             run until Ctrl-C; at a terminal, redraw in place
+      --fahrenheit        show degrees Fahrenheit in text
+      --pid PID           show a process's CPU use in text
+      --list              list every sensor: key, name, source and reading
+      --record FILE       write N passes to a machine file, with the host's
+                          name only if --with-host-name is given
+      --drive-temperatures  read drives too, which may keep them spinning
+      --sys DIR, --proc DIR  folders to read in place of /sys and /proc
+  -h, --help; --version   show this text; show the versions
 
 examples:
   halvermonte-monitor --watch
@@ -97,12 +98,14 @@ class CommandLine {
   // Throws a CLI::ParseError.
   Options parse(int argc, const char* const* argv) {
     app_.parse(argc, argv);
-    if (json_ && format_ == Format::text) refuse("--json", "excludes --format text");
+    if (json_ && format_ == Format::text) refuse("--json", "cannot be combined with --format text");
     if (options_.sys || options_.proc) expectThisComputer();
-    if (options_.list && options_.recordingPath) refuse("--list", "excludes --record");
-    if (options_.recordingPath && options_.watch) refuse("--record", "excludes --watch");
+    if (options_.list && options_.recordingPath)
+      refuse("--list", "cannot be combined with --record");
+    if (options_.recordingPath && options_.watch)
+      refuse("--record", "cannot be combined with --watch");
     if (options_.withHostName && !options_.recordingPath) {
-      refuse("--with-host-name", "belongs to --record alone");
+      refuse("--with-host-name", "needs --record");
     }
     options_.format = json_ ? Format::json : format_.value_or(Format::text);
     options_.ticks = ticks_.value_or(options_.watch ? Options::kEndless : 1);
@@ -117,14 +120,14 @@ class CommandLine {
   void expectThisComputer() {
     if (!options_.machine) options_.machine = "host";
     if (options_.machine != "host")
-      refuse(options_.sys ? "--sys" : "--proc", "belongs to --machine host alone");
+      refuse(options_.sys ? "--sys" : "--proc", "needs --machine host");
   }
 
   void flag(const char* name, bool& target) {
     app_.add_flag(name, target)->disable_flag_override();
   }
 
-  // Where an option is given twice, the last one counts.
+  // If an option is given twice, the last one counts.
   template <class Target, class Conversion>
   void option(const char* names, Target& target, Conversion conversion, const char* expected) {
     const std::string name = std::string(names).substr(std::string_view(names).find("--"));

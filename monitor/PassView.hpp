@@ -1,4 +1,4 @@
-// What there is to show of one pass: the value that every output draws from.
+// One pass as a value that every output draws from.
 #pragma once
 
 #include <chrono>
@@ -19,7 +19,7 @@ struct DiskTraffic {
   std::string rateText;        ///< "1.5 MB/s"
   uint64_t total = 0;          ///< bytes
   std::string totalText;       ///< "12 GB"
-  std::vector<float> history;  ///< 75 rates, oldest first; -1: none yet
+  std::vector<float> history;  ///< 75 rates, oldest first; -1 if there is none yet
 };
 
 struct DisksView {
@@ -31,17 +31,17 @@ struct DisksView {
 
 struct ProcessLoad {
   int32_t identifier = 0;
-  float percentOfOneCore = 0;  ///< negative: not known
+  float percentOfOneCore = 0;  ///< negative if it is not known
 };
 
 struct PassView {
-  // Of all passes.
+  // The same in every pass.
   std::string title;  ///< the machine, and why this one if nobody asked for it
   bool isSimulated = false;
   std::string processor;  ///< "" if it is not known
   int32_t cores = 1;      ///< physical; 1 also stands for an unknown number
 
-  // Of this pass.
+  // New in each pass.
   uint64_t number = 0;  ///< 0 for the first, which has no rates yet
   std::string hostName;
   int32_t logicalCores = 1;
@@ -50,16 +50,16 @@ struct PassView {
   std::string memoryTotal;  ///< "" if it is not known
   std::vector<Reading> readings;
   DisksView disks;
-  std::optional<ProcessLoad> process;  ///< absent: nobody asked for one
+  std::optional<ProcessLoad> process;  ///< absent unless somebody asks for one
   std::chrono::steady_clock::duration cost{};
-  std::optional<std::string> exception;  ///< why the pass ended early; the rest is as before it
+  std::optional<std::string> exception;  ///< why the pass ended early
   std::vector<std::string> complaints;   ///< what the engine printed, without repetitions
 
   /// The whole record. The next pass changes it.
   std::shared_ptr<const StatisticsData> record;
 };
 
-/// Fills what a record says of the pass.
+/// Fills in what the record says about the pass.
 void readRecord(const std::shared_ptr<const StatisticsData>& record, PassView& view);
 
 }  // namespace halvermonte

@@ -22,13 +22,13 @@ namespace halvermonte {
 /// A machine to sample, and what to call it.
 struct ChosenMachine {
   std::unique_ptr<Machine> machine;
-  std::unique_ptr<MachineRecorder> recorder = nullptr;  ///< of the machine; null: not recorded
+  std::unique_ptr<MachineRecorder> recorder = nullptr;  ///< null unless it is recorded
   std::string title = "";    ///< its name, and why this machine if nobody asked for it
   bool isSimulated = false;  ///< from a machine file
 };
 
-/// The time between two passes. It runs from the end of one to the beginning of the next, since
-/// less than a whole second is no time for the engine's rates.
+/// The time from the end of one pass to the beginning of the next: the engine has no rates for
+/// passes that are less than a second apart.
 std::chrono::steady_clock::duration intervalOf(const Options& options);
 
 /// The wait between two passes.
@@ -67,7 +67,7 @@ class Sampling {
   Machine& machine() { return machine_; }
   /// Null unless the machine is recorded.
   MachineRecorder* recorder() { return chosen_.recorder.get(); }
-  /// The last pass's.
+  /// The last pass.
   const PassView& view() const { return view_; }
   const HalvermonteSensorsEngine& engine() const { return engine_; }
 

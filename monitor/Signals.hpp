@@ -13,7 +13,7 @@ enum class Wake : uint8_t { timeUp, stop, suspend, resized, input };
 /// hangs. One object at a time.
 class Signals {
  public:
-  /// What to watch: with a screen, also Ctrl-Z and changes of the window.
+  /// With a screen, Ctrl-Z and a new size of the window end a wait, too.
   enum class Watch : uint8_t { stops, stopsAndScreen };
 
   explicit Signals(Watch watch);
@@ -21,12 +21,12 @@ class Signals {
   Signals(const Signals&) = delete;
   Signals& operator=(const Signals&) = delete;
 
-  /// Waits until the point in time, or until something happens first. A keyboard with input to read
-  /// is Wake::input; -1: no keyboard.
+  /// Waits until the point in time, unless something happens first. `keyboard` is a descriptor to
+  /// watch for input, or -1.
   Wake waitUntil(std::chrono::steady_clock::time_point time, int keyboard = -1) const;
 
-  /// Sets what is called when the process is about to die of a second stop or of SIGABRT; null:
-  /// nothing. It runs in a signal handler.
+  /// Sets a function to call when a second stop or SIGABRT is about to end the process; null: none.
+  /// It runs in a signal handler.
   static void setLastAct(void (*act)());
 };
 

@@ -16,7 +16,7 @@ namespace halvermonte {
 
 namespace {
 
-// A number that is free would be given to the next file opened, and complaints would land in it.
+// The next file to be opened would get the number of a closed stream, and complaints with it.
 void closeOffMissingStreams() {
   for (int stream = STDIN_FILENO; stream <= STDERR_FILENO; ++stream) {
     if (fcntl(stream, F_GETFD) < 0) open("/dev/null", O_RDWR);  // takes the lowest free number
@@ -53,7 +53,7 @@ bool Output::isTerminal() const { return isatty(descriptor_) == 1; }
 
 HeldMessages::HeldMessages(Streams streams) : streams_(static_cast<int>(streams)) {
   int pipeEnds[2];
-  // Non-blocking at both ends: a pass that prints more than a pipe holds loses lines, and never
+  // Non-blocking at both ends: if a pass prints more than a pipe holds, lines are lost, but nothing
   // hangs.
   if (pipe2(pipeEnds, O_CLOEXEC | O_NONBLOCK) != 0) {
     throw Failure(std::string("pipe: ") + std::strerror(errno));

@@ -1,4 +1,4 @@
-// Standard output belongs to the monitor's reports alone: these classes keep it so.
+// Standard output is for what the monitor is asked to print, and for nothing else.
 #pragma once
 
 #include <array>
@@ -9,11 +9,11 @@
 
 namespace halvermonte {
 
-/// The reader of standard output is gone, which is no failure.
+/// Thrown when nobody reads standard output any more, which is not a failure.
 struct ReaderGone {};
 
-/// The program's standard output, taken over: what anyone else prints there from now on goes to
-/// standard error. One object in a process.
+/// Takes over the program's standard output: what anyone else prints there goes to standard error
+/// from then on. One object in a process.
 class Output {
  public:
   Output();
@@ -21,7 +21,7 @@ class Output {
   Output(const Output&) = delete;
   Output& operator=(const Output&) = delete;
 
-  /// Writes all of it at once. Throws ReaderGone, or a Failure that tells the system's reason.
+  /// Writes the whole text. Throws ReaderGone, or a Failure with the system's reason.
   void write(std::string_view text) const;
   bool isTerminal() const;
   int descriptor() const { return descriptor_; }
@@ -30,9 +30,9 @@ class Output {
   int descriptor_;
 };
 
-/// Holds back what the process prints on the two standard streams, of which Output has left nothing
-/// but complaints: so that a screen stays whole, and that a complaint of each pass is told once. At
-/// the end the streams are as they were.
+/// Holds back what the process prints on the standard streams. With an Output these are complaints
+/// only; held back, they cannot spoil a screen, and one that every pass repeats is shown once. The
+/// streams are as before when the object ends.
 class HeldMessages {
  public:
   enum class Streams { output = 1, outputAndError = 2 };
@@ -42,8 +42,8 @@ class HeldMessages {
   HeldMessages(const HeldMessages&) = delete;
   HeldMessages& operator=(const HeldMessages&) = delete;
 
-  /// The lines that were printed since the last call, each once, and without those that the last
-  /// call found as well.
+  /// Returns the lines printed since the last call, each once. Leaves out those that were there at
+  /// the last call, too.
   std::vector<std::string> takeNew();
 
  private:

@@ -5,8 +5,8 @@
 
 namespace halvermonte {
 
-/// The point in time in UTC to the nearest millisecond, such as "2026-01-02T03:04:05.678Z". A year
-/// has four digits: what lies before 0000 or after 9999 gives that end. "" where it is no number.
+/// The point in time in UTC to the nearest millisecond, such as "2026-01-02T03:04:05.678Z"; "" for
+/// NaN. A year has four digits: earlier and later times are cut to the first or last such moment.
 std::string isoDate(double secondsSince1970);
 
 }  // namespace halvermonte

@@ -82,7 +82,7 @@ Row rowOfKey(const std::string& key, const std::string& name, const Controller& 
           hasReading ? hex(value.bytes, value.dataSize) : "no reading"};
 }
 
-/// The file's text, and what there is to say about it.
+/// The file's text, and a remark if it was not simply read.
 std::string readingOf(const SensorListing& sensor) {
   if (sensor.raw.empty()) return sensor.state;
   return sensor.state == "read" ? sensor.raw : sensor.raw + ", " + sensor.state;

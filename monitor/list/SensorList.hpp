@@ -1,4 +1,4 @@
-// What a machine answers, key by key and service by service, and what becomes of it.
+// Everything that a machine answers, shown or not.
 #pragma once
 
 #include <string>
@@ -7,8 +7,8 @@
 
 namespace halvermonte {
 
-/// A line for each key and sensor that the machine answers at this moment: the key, its display
-/// name or why it has none, where it comes from, and what it reads in the source's own terms.
+/// A line for each sensor and drive: its key, its name or why it is not shown, its source, and its
+/// reading in the source's own terms.
 std::string sensorList(Sampling& sampling);
 
 }  // namespace halvermonte

@@ -7,8 +7,8 @@
 
 namespace halvermonte {
 
-/// Makes the passes and writes what the machine answered in them. Each pass is shown if there is
-/// something to show it; otherwise a last line says what was recorded.
+/// Makes the passes and writes what the machine answered in them, also if the run is interrupted.
+/// Calls `show` for each pass; without it, prints a line about the recording at the end.
 /// REQUIRES: options.recordingPath, and a sampling that has a recorder.
 void recordMachine(Sampling& sampling, const Options& options, const Output& output,
                    const ShowPass& show);

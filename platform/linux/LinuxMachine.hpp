@@ -18,8 +18,8 @@ class HostFactsReader;
 class HwmonController;
 }  // namespace linuxos
 
-/// Where the kernel's files are. With other folders than these the machine is a tree: the files of
-/// some computer, as they were.
+/// The folders of the kernel's files. With other folders than these the machine is a tree: the
+/// files of some computer, as they were.
 struct LinuxRoots {
   std::string sys = "/sys";
   std::string proc = "/proc";
@@ -42,9 +42,9 @@ class LinuxMachine : public Machine {
                         linuxos::SystemCalls& calls = linuxos::SystemCalls::real());
   ~LinuxMachine() override;
 
-  /// The model by its maker's name, never the host's name; of a tree, where it lies.
+  /// The model by its maker's name, never the host's name; a tree is named by its path.
   std::string name() override;
-  /// True for the default roots alone.
+  /// True only for the default roots.
   bool isThisComputer() override;
 
   /// Always present: a computer without sensors has a controller without keys.

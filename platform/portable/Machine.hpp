@@ -26,8 +26,8 @@ inline constexpr uint32_t kCodeInvalidDestination = 0x10000003;
 inline constexpr uint8_t kSMCKeyNotFound = 0x84;
 inline constexpr uint8_t kSMCKeySizeMismatch = 0x87;
 
-/// Whether "AppleSMC" can be matched: `code` is that of the matching call; where it is 0, `present`
-/// tells whether a service was found.
+/// Whether "AppleSMC" can be matched: the code of the matching call and, if that is 0, whether it
+/// found a service.
 struct SMCService {
   uint32_t code = kCodeSuccess;
   bool present = false;
@@ -92,17 +92,17 @@ class Machine {
   virtual SMCKeyInfo smcKeyInfo(uint32_t /*key*/) { return {.result = kSMCKeyNotFound}; }
   virtual SMCKeyBytes smcKeyBytes(uint32_t /*key*/) { return {.result = kSMCKeyNotFound}; }
 
-  /// The services of a kind in service order; null: the event system returns no list. The list
+  /// The services of a kind in service order; null if the event system returns no list. The list
   /// stays as it is for as long as the caller holds it.
   virtual std::shared_ptr<const HIDServices> hidServices(HIDSensorKind /*kind*/) {
     return std::make_shared<HIDServices>();
   }
 
-  /// How many block-storage drivers match; absent: the matching call fails.
+  /// How many block-storage drivers match; absent if the matching call fails.
   virtual std::optional<size_t> driveCount() { return 0; }
   /// Called before a walk takes its first driver. May raise a PlatformException.
   virtual void beginDriveWalk() {}
-  /// The driver at that place of the list that driveCount() counted. May raise a PlatformException.
+  /// The driver at an index below driveCount(). May raise a PlatformException.
   virtual Drive drive(size_t /*index*/) { return UnreadableDrive{}; }
 
   /// Seconds since 1970-01-01T00:00:00Z.
@@ -110,11 +110,11 @@ class Machine {
   /// Moves a machine that changes in ticks, such as a simulated one, to its next tick. Returns
   /// whether it did; a computer changes by itself and returns false.
   virtual bool nextTick() { return false; }
-  /// Absent: the platform reports none.
+  /// Absent if the platform reports no name.
   virtual std::optional<std::string> localizedHostName() { return std::nullopt; }
-  /// What the command prints under /bin/sh; absent: it could not be started.
+  /// What the command prints under /bin/sh; absent if it could not be started.
   virtual std::optional<std::string> outputOfCommand(const std::string& /*command*/) { return ""; }
-  /// A kernel variable; absent: there is none of that name.
+  /// A kernel variable; absent if there is none with that name.
   virtual std::optional<int64_t> kernelVariable(const std::string& /*name*/) {
     return std::nullopt;
   }
@@ -122,10 +122,10 @@ class Machine {
   /// Every sensor that the machine can list, shown or not. May read them.
   virtual SensorInventory inventory() { return {}; }
   virtual SensorCounts sensorCounts() { return {}; }
-  /// What a person calls the source of a drive's counters; "": the machine cannot say.
+  /// What a person calls the source of a drive's counters; "" if the machine cannot say.
   virtual std::string driveSource(size_t /*index*/) { return ""; }
 
-  /// What it says about itself as a host; absent: nothing.
+  /// What the machine says about itself as a host; absent if it says nothing.
   virtual std::optional<HostFacts> hostFacts() { return std::nullopt; }
 
   /// The machine that answers the calling thread: the innermost ScopedMachine's, else the

@@ -25,7 +25,7 @@ struct RecordedTick {
   std::optional<uint32_t> openCode;
   bool answersWideCalls = true;
   std::map<uint32_t, Key> keys;
-  /// By HIDSensorKind; null: there is no list.
+  /// By HIDSensorKind; null if there is no list.
   std::array<std::optional<std::shared_ptr<const HIDServices>>, 3> hid;
   std::vector<Drive> drives;
   std::optional<std::string> drivesRaise;

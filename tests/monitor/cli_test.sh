@@ -20,8 +20,8 @@ fail() {
   failures=$((failures + 1))
 }
 
-# expect STATUS ARGUMENT...: runs the monitor with its output in the files out and err, and where the
-# variable locale is set under that one.
+# expect STATUS ARGUMENT...: runs the monitor with its output in the files out and err, and under the
+# locale of the variable locale if that is set.
 expect() {
   local status=$1
   shift
@@ -30,7 +30,7 @@ expect() {
   [ $got = "$status" ] || fail "[$*] exit status $got, expected $status; err: $(cat err)"
 }
 lines() { wc -l <"$1"; }
-# has FILE LINES [PATTERN]: so many lines, the pattern in one of them.
+# has FILE LINES [PATTERN]: fails unless the file has that number of lines and one has the pattern.
 has() {
   [ "$(lines "$1")" = "$2" ] || fail "$1 has $(lines "$1") lines, expected $2: $(head -c 300 "$1")"
   [ $# -lt 3 ] || grep -q -- "$3" "$1" || fail "$1 lacks '$3': $(head -c 300 "$1")"
@@ -73,7 +73,7 @@ for arguments in '--bogus' 'extra' '--ticks 0' '--ticks -1' '--ticks x' '--inter
   has err 1 '^halvermonte-monitor: .*(see --help)$'
 done
 
-# Machines that are none
+# Machines that do not exist or cannot be read
 expect 1 --machine no-such-machine
 has out 0
 has err 1 '^halvermonte-monitor: .*no-such-machine'
@@ -99,7 +99,7 @@ expect 0 --machine machine.json --interval 0 --ticks 3
 has err 1 '^Error: IOServiceOpen() = e00002bc$'
 locale=C expect 0 --machine machine.json --interval 0
 LC_ALL=C grep -q '[^ -~]' out && fail "more than ASCII in the C locale"
-grep -q $'\033' out && fail "colours where there is no terminal"
+grep -q $'\033' out && fail "colours without a terminal"
 mkdir empty
 expect 0 --sys empty --proc empty --interval 0
 grep -q simulated out && fail "a folder was taken for a simulated machine"
@@ -156,9 +156,9 @@ cmp -s out plain || fail "the recording gives other lines"
 expect 0 --machine machine.json --ticks 2 --interval 0 --record recording.json
 has out 1 '^recording.json: 2 ticks of Sample, simulated$'
 expect 0 --machine host --interval 0 --record host.json
-jq -e 'has("hostName") | not' host.json >jq.out || fail "a recording of this computer tells its name"
+jq -e 'has("hostName") | not' host.json >jq.out || fail "a recording of this computer has its name"
 expect 0 --machine host --interval 0 --record host.json --with-host-name
-jq -e 'has("hostName")' host.json >jq.out || fail "--with-host-name tells no name"
+jq -e 'has("hostName")' host.json >jq.out || fail "--with-host-name records no name"
 expect 1 --machine M1 --interval 0 --record no/such/folder.json
 has err 1 '^halvermonte-monitor: no/such/folder.json: No such file or directory$'
 expect 1 --machine M1 --interval 0 --record /dev/full
@@ -202,7 +202,7 @@ for arguments in '--help' '--version' '--machine list' '--machine M1 --json' '--
   has err 1 'No space left on device'
 done
 timeout 60 "$monitor" --version >&- 2>err
-[ $? = 1 ] || fail "a closed standard output is no success"
+[ $? = 1 ] || fail "a closed standard output is a success"
 timeout 60 "$monitor" --machine machine.json --json --ticks 3 --interval 0 2>&- >out
 cmp -s out <(head -3 plain) || fail "a closed standard error lets messages into the output"
 
@@ -264,8 +264,8 @@ grep -q 'M1, simulated' typescript || fail "no title at the terminal"
 grep -qF "$(printf '\033[1m')" typescript || fail "no colours at the terminal"
 NO_COLOR=1 at_terminal "$quoted -m M1 --watch -n 1 -i 0"
 grep -qF "$(printf '\033[1m')" typescript && fail "colours in spite of NO_COLOR"
-# The last line shows the newest complaint until there is another; the others are told where standard
-# error goes
+# The last line shows the newest complaint until there is another; all go to standard error if that
+# is not the terminal
 cat >complaints.json <<'END'
 {"name": "Complaints", "ticks": [
   {"drivesRaise": "no drives now", "smc": {"service": "refused"}},
@@ -282,7 +282,7 @@ grep -aq 'no drives now' typescript && fail "an older complaint of a pass was sh
 at_terminal "$complaining 2>err"
 has err 3 ' no drives now$'
 has err 3 '^Error: no SMC found$'
-grep -aq 'q ends   Error: no SMC found' typescript || fail "a complaint that is told is not shown"
+grep -aq 'q ends   Error: no SMC found' typescript || fail "a complaint on standard error is not on the screen"
 # Another size is followed at once, by one more screen; keys but q do nothing
 frames() { grep -ao $'\033\[H' typescript | wc -l; }
 await_frames() {

@@ -109,7 +109,7 @@ TEST_F(JsonLine, TextsAreEscapedAndOtherwiseAsTheyAre) {
   EXPECT_EQ(written("\u00e9\U0001F600"), "\"\u00e9\U0001F600\"");
 }
 
-TEST_F(JsonLine, BytesThatAreNoUtf8AreReplaced) {
+TEST_F(JsonLine, BytesThatAreNotUtf8AreReplaced) {
   EXPECT_EQ(written("a\xFFz\xE2\x82"), "\"a\uFFFDz\uFFFD\"");
 }
 
@@ -142,7 +142,7 @@ TEST(IsoDate, YearsKeepFourDigits) {
   EXPECT_EQ(isoDate(kNaN), "");
 }
 
-TEST(JsonExceptionLine, TellsTheReasonEscaped) {
+TEST(JsonExceptionLine, HasTheReasonEscaped) {
   EXPECT_EQ(jsonLine(7, "index \"3\"\n\x80"),
             "{\"tick\":7,\"exception\":\"index \\\"3\\\"\\n\uFFFD\"}\n");
 }

@@ -37,7 +37,7 @@ TEST(Printable, ControlCharactersNeverReachTheTerminal) {
 
 TEST(Printable, IsAsciiWithoutUnicode) { EXPECT_EQ(printable("Café 日\xFF", false), "Caf? ??"); }
 
-TEST(Rendered, ColoursOnlyWhereAskedAndEndsWithoutBlanks) {
+TEST(Rendered, ColoursOnlyIfAskedAndEndsWithoutBlanks) {
   const Line line = {{"hot", Ink::hot}, {"  "}};
   EXPECT_EQ(rendered(line, true), "\033[31mhot\033[0m");
   EXPECT_EQ(rendered(line, false), "hot");

@@ -48,7 +48,7 @@ std::pair<std::string, ExitStatus> refusalOf(const std::string& asked) {
   return {"", ExitStatus::success};
 }
 
-TEST(MachineChoice, ThisComputerIsTakenWhereItOffersAnything) {
+TEST(MachineChoice, ThisComputerIsTakenIfItOffersAnything) {
   const Choice chosen = chosenOn<ComputerWithADrive>(std::nullopt);
   EXPECT_FALSE(chosen.sampling->view().isSimulated);
   EXPECT_EQ(chosen.sampling->view().title, "This computer: Box");
@@ -60,7 +60,7 @@ TEST(MachineChoice, SimulatedM1StandsInAndTheTitleSaysWhy) {
   EXPECT_EQ(chosen.sampling->view().title, "M1, simulated: this computer offers nothing to read");
 }
 
-TEST(MachineChoice, HostIsThisComputerEvenWhereItHasNothing) {
+TEST(MachineChoice, HostIsThisComputerEvenIfItHasNothing) {
   const Choice chosen = chosenOn<EmptyComputer>("host");
   EXPECT_FALSE(chosen.sampling->view().isSimulated);
   EXPECT_EQ(chosen.sampling->view().title, "This computer: Box");

@@ -72,14 +72,14 @@ TEST_F(ReportLines, BeginsWithTheMachineAndWhatIsKnownOfIt) {
 
 TEST_F(ReportLines, NothingIsSaidOfWhatIsNotKnown) { EXPECT_EQ(report()[1], "desk"); }
 
-TEST_F(ReportLines, ThreadsAreToldApartFromCores) {
+TEST_F(ReportLines, ThreadsAreShownBesideCores) {
   view.processor = "Xeon";
   view.cores = 1;
   view.logicalCores = 2;
   EXPECT_EQ(report()[1], "desk   Xeon, 1 core, 2 threads");
 }
 
-TEST_F(ReportLines, FactsGoOnInTheNextLineWhereTheyDoNotFit) {
+TEST_F(ReportLines, FactsGoOnInTheNextLineIfTheyDoNotFit) {
   view.processor = "A processor with quite a name";
   style.columns = 30;
   EXPECT_EQ(report()[1], "desk");
@@ -155,7 +155,7 @@ TEST_F(ReportLines, IsAsciiWithoutUnicode) {
   EXPECT_EQ(section("Temperatures")[0], "* Caf?    47 C  =====------");
 }
 
-TEST_F(ReportLines, TemperaturesFlowIntoColumnsWhereRowsAreFew) {
+TEST_F(ReportLines, TemperaturesFlowIntoColumnsIfRowsAreFew) {
   addTemperatures(6);
   style.columns = 60;
   style.rows = 11;
@@ -194,7 +194,7 @@ TEST_F(ReportLines, ColoursOnlyHotReadings) {
                                           HasSubstr("\033[31m   95 °C")}));
 }
 
-TEST_F(ReportLines, EarlyEndOfAPassIsTold) {
+TEST_F(ReportLines, EarlyEndOfAPassIsShown) {
   view.exception = "index 3 beyond bounds";
   EXPECT_EQ(report()[2], "this pass ended early: index 3 beyond bounds");
 }

@@ -20,7 +20,7 @@ std::string listOf(const std::string& tick) {
   return sensorList(sampling);
 }
 
-/// The one line that has the text; "" where there is none.
+/// The one line that has the text; "" if there is none.
 std::string lineWith(const std::string& list, const std::string& text) {
   std::istringstream lines(list);
   std::string found;
@@ -98,7 +98,7 @@ TEST(SensorList, HasNoKeysWhenTheControllerCannotBeOpened) {
   EXPECT_EQ(lineWith(list, "TC0P"), "");
 }
 
-TEST(SensorList, DrivesAreNumberedAndTellWhatCannotBeRead) {
+TEST(SensorList, DrivesAreNumberedAndThoseThatCannotBeReadSaySo) {
   const std::string list = listOf(
       R"-({"drives": [{"Bytes (Read)": 10, "Bytes (Write)": 20}, {}, null, "unreadable"]})-");
   const auto line = [&](const char* drive) { return lineWith(list, drive); };
