@@ -4,9 +4,9 @@
 #include <optional>
 #include <string>
 
-#include "halvermonte/HalvermonteSensorsEngine.hpp"
 #include "engine/Questions.hpp"
 #include "framework/HostRecord.hpp"
+#include "halvermonte/HalvermonteSensorsEngine.hpp"
 #include "platform/Foundation.hpp"
 #include "platform/apple/Bridging.hpp"
 
