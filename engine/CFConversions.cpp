@@ -1,4 +1,8 @@
 #include "engine/CFConversions.hpp"
+#include <cstddef>
+#include <cstdint>
+#include <utility>
+#include <vector>
 
 namespace halvermonte {
 namespace {

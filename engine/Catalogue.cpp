@@ -1,4 +1,6 @@
 #include "engine/Catalogue.hpp"
+#include <cstddef>
+#include <utility>
 
 #include <algorithm>
 #include <span>

@@ -1,4 +1,5 @@
 #include "engine/CatalogueTemperatures.hpp"
+#include "halvermonte/Values.hpp"
 
 #include <cstddef>
 #include <vector>

@@ -1,4 +1,6 @@
 #include "halvermonte/DiskCounters.h"
+#include <CoreFoundation/CoreFoundation.h>
+#include <cstdint>
 
 #include <IOKit/IOKitLib.h>
 

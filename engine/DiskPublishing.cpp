@@ -1,4 +1,5 @@
 #include "engine/DiskPublishing.hpp"
+#include "halvermonte/Values.hpp"
 
 #include <algorithm>
 #include <cstdint>

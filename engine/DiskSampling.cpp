@@ -1,4 +1,7 @@
 #include "engine/DiskSampling.hpp"
+#include <cstddef>
+#include <cstdint>
+#include "halvermonte/DiskCounters.h"
 
 #include <vector>
 

@@ -1,4 +1,7 @@
 #include "engine/HIDTemperatures.hpp"
+#include <CoreFoundation/CoreFoundation.h>
+#include <cstddef>
+#include "halvermonte/Exceptions.hpp"
 
 #include <array>
 #include <cmath>

@@ -1,4 +1,5 @@
 #include "halvermonte/HalvermonteSensorsEngine.hpp"
+#include <CoreFoundation/CoreFoundation.h>
 
 #include <IOKit/IOKitLib.h>
 

@@ -1,6 +1,11 @@
 // The engine's queries about its host.
 #include <sys/sysctl.h>
 #include <sys/types.h>
+#include <cstddef>
+#include <cstdint>
+#include <string_view>
+#include <vector>
+#include "halvermonte/Values.hpp"
 
 #include <algorithm>
 #include <limits>

@@ -1,4 +1,6 @@
 #include "engine/Steadying.hpp"
+#include <cstddef>
+#include <utility>
 
 #include <algorithm>
 #include <cstdint>

@@ -1,4 +1,7 @@
 #include "halvermonte/HIDSensors.h"
+#include <IOKit/hidsystem/IOHIDEventSystemClient.h>
+#include <IOKit/hidsystem/IOHIDServiceClient.h>
+#include <cstdint>
 
 #include "platform/CFOwned.hpp"
 #include "platform/IOHIDEventSystem.h"
