@@ -4,6 +4,7 @@
 #include <string>
 
 #include "platform/Foundation.hpp"
+#include "platform/Values.hpp"
 
 namespace halvermonte {
 namespace {

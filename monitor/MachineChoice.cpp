@@ -5,11 +5,14 @@
 #include <algorithm>
 #include <cerrno>
 #include <cstring>
+#include <string_view>
 #include <utility>
 
 #include "monitor/Failure.hpp"
 #include "monitor/Line.hpp"
+#include "monitor/PassView.hpp"
 #include "platform/linux/LinuxMachine.hpp"
+#include "platform/portable/Inventory.hpp"
 #include "platform/simulated/BundledMachines.hpp"
 #include "platform/simulated/MachineFileError.hpp"
 #include "platform/simulated/MachineRecorder.hpp"

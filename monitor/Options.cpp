@@ -4,6 +4,7 @@
 #include <charconv>
 #include <cstdio>
 #include <cstdlib>
+#include <system_error>
 
 #include "halvermonte/Version.h"
 

@@ -1,5 +1,9 @@
 #include "monitor/PassView.hpp"
 
+#include <cstddef>
+
+#include "platform/Values.hpp"
+
 namespace halvermonte {
 namespace {
 

@@ -2,7 +2,11 @@
 
 #include <algorithm>
 #include <charconv>
+#include <cstddef>
 #include <optional>
+#include <system_error>
+
+#include "platform/Values.hpp"
 
 namespace halvermonte {
 namespace {

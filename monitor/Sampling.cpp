@@ -6,6 +6,8 @@
 
 #include "monitor/HostFields.hpp"
 #include "platform/Foundation.hpp"
+#include "platform/Values.hpp"
+#include "platform/portable/HostFacts.hpp"
 
 namespace halvermonte {
 

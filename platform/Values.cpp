@@ -1,6 +1,7 @@
 #include "halvermonte/Values.hpp"
 
 #include <algorithm>
+#include <cstddef>
 #include <type_traits>
 
 #include "platform/Conversions.hpp"

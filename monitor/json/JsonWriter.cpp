@@ -8,6 +8,7 @@
 
 #include "monitor/json/IsoDate.hpp"
 #include "platform/UTF8.hpp"
+#include "platform/Values.hpp"
 
 namespace halvermonte {
 

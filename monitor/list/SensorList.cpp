@@ -16,6 +16,8 @@
 #include "halvermonte/HalvermonteSensorsEngine.hpp"
 #include "halvermonte/SMC.h"
 #include "monitor/Line.hpp"
+#include "platform/Values.hpp"
+#include "platform/portable/Inventory.hpp"
 #include "platform/portable/Machine.hpp"
 
 namespace halvermonte {

@@ -4,6 +4,8 @@
 #include <cstdint>
 #include <cstring>
 #include <fstream>
+#include <ios>
+#include <ostream>
 #include <string>
 
 #include "monitor/Failure.hpp"

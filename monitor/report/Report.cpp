@@ -8,6 +8,7 @@
 #include <string_view>
 #include <utility>
 
+#include "monitor/Readings.hpp"
 #include "monitor/report/Columns.hpp"
 #include "monitor/report/ReadingTexts.hpp"
 #include "platform/Counted.hpp"

@@ -1,6 +1,7 @@
 #include "platform/linux/HostFacts.hpp"
 
 #include <array>
+#include <cstddef>
 #include <cstdint>
 #include <string_view>
 #include <utility>

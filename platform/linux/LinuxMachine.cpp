@@ -1,5 +1,6 @@
 #include "platform/linux/LinuxMachine.hpp"
 
+#include <cstdint>
 #include <ctime>
 #include <utility>
 
@@ -12,6 +13,8 @@
 #include "platform/linux/ProcessorCores.hpp"
 #include "platform/linux/ProcessorName.hpp"
 #include "platform/linux/hwmon/HwmonController.hpp"
+#include "platform/portable/HostFacts.hpp"
+#include "platform/portable/Inventory.hpp"
 
 namespace halvermonte {
 

@@ -1,12 +1,16 @@
 // The machine that is a Linux computer, asked through the kernel's own files.
 #pragma once
 
+#include <cstddef>
+#include <cstdint>
 #include <memory>
 #include <mutex>
 #include <optional>
 #include <string>
 
 #include "platform/linux/SystemCalls.hpp"
+#include "platform/portable/HostFacts.hpp"
+#include "platform/portable/Inventory.hpp"
 #include "platform/portable/Machine.hpp"
 
 namespace halvermonte {

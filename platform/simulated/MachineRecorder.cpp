@@ -1,5 +1,6 @@
 #include "platform/simulated/MachineRecorder.hpp"
 
+#include <cstddef>
 #include <optional>
 #include <utility>
 

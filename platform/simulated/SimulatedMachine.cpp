@@ -1,10 +1,17 @@
 #include "platform/simulated/SimulatedMachine.hpp"
 
 #include <algorithm>
+#include <cstddef>
+#include <map>
 #include <utility>
+#include <variant>
 
 #include "platform/Foundation.hpp"
 #include "platform/FourCharacterCode.hpp"
+#include "platform/portable/Inventory.hpp"
+#include "platform/simulated/HIDKindNames.hpp"
+#include "platform/simulated/SMCAnswer.hpp"
+#include "platform/simulated/Wave.hpp"
 
 namespace halvermonte {
 namespace {

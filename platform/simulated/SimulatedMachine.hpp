@@ -2,6 +2,7 @@
 #pragma once
 
 #include <array>
+#include <cstddef>
 #include <cstdint>
 #include <memory>
 #include <optional>
@@ -10,8 +11,11 @@
 #include <unordered_map>
 #include <vector>
 
+#include "platform/portable/Inventory.hpp"
 #include "platform/portable/Machine.hpp"
+#include "platform/simulated/HIDKindNames.hpp"
 #include "platform/simulated/MachineFile.hpp"
+#include "platform/simulated/SMCAnswer.hpp"
 
 namespace halvermonte {
 
