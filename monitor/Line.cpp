@@ -113,12 +113,11 @@ std::string printable(std::string_view text, bool unicode) {
   while (!text.empty()) {
     const std::string_view before = text;
     const std::optional<char32_t> code = takeCodePoint(text);
-    if (!unicode && code.value_or(kReplacementCharacter) >= 0x80) {
+    const char32_t wanted = code.value_or(kReplacementCharacter);
+    if (isControl(wanted) || (wanted >= 0x80 && !unicode)) {
       shown += '?';
     } else if (!code) {
       shown += kReplacementUTF8;
-    } else if (isControl(*code)) {
-      shown += '?';
     } else {
       shown += before.substr(0, before.size() - text.size());
     }

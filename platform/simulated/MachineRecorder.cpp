@@ -95,7 +95,7 @@ double MachineRecorder::clock() {
 }
 
 std::optional<std::string> MachineRecorder::outputOfCommand(const std::string& command) {
-  const std::optional<std::string> output = inner_.outputOfCommand(command);
+  std::optional<std::string> output = inner_.outputOfCommand(command);
   commands_[command] = output;
   return output;
 }
