@@ -1,6 +1,7 @@
 // What an engine carries from pass to pass.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <vector>
 

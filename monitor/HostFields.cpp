@@ -3,8 +3,8 @@
 #include <cstdint>
 #include <string>
 
+#include "halvermonte/Values.hpp"
 #include "platform/Foundation.hpp"
-#include "platform/Values.hpp"
 
 namespace halvermonte {
 namespace {

@@ -2,7 +2,7 @@
 
 #include <cstddef>
 
-#include "platform/Values.hpp"
+#include "halvermonte/Values.hpp"
 
 namespace halvermonte {
 namespace {

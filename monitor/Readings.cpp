@@ -6,7 +6,7 @@
 #include <optional>
 #include <system_error>
 
-#include "platform/Values.hpp"
+#include "halvermonte/Values.hpp"
 
 namespace halvermonte {
 namespace {

@@ -4,9 +4,9 @@
 #include <thread>
 #include <utility>
 
+#include "halvermonte/Values.hpp"
 #include "monitor/HostFields.hpp"
 #include "platform/Foundation.hpp"
-#include "platform/Values.hpp"
 #include "platform/portable/HostFacts.hpp"
 
 namespace halvermonte {

@@ -1,4 +1,7 @@
 #include "halvermonte/StatisticsData.hpp"
+#include <string>
+#include <vector>
+#include "halvermonte/Exceptions.hpp"
 
 #include "platform/Foundation.hpp"
 

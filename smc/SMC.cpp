@@ -1,5 +1,6 @@
 // The connection to the controller, and the two-step key read.
 #include "halvermonte/SMC.h"
+#include <cstdint>
 
 #include <IOKit/IOKitLib.h>
 

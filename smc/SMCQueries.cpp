@@ -1,5 +1,6 @@
 // Temperatures and fans: the controller's bytes as numbers and names.
 #include <IOKit/IOKitLib.h>
+#include <cstdint>
 
 #include <algorithm>
 #include <array>

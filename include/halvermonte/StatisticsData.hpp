@@ -8,6 +8,7 @@
 #pragma once
 
 #include <cstdint>
+#include <utility>
 
 #include "halvermonte/Atomic.hpp"
 #include "halvermonte/Export.h"

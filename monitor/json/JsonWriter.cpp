@@ -6,9 +6,9 @@
 #include <optional>
 #include <utility>
 
+#include "halvermonte/Values.hpp"
 #include "monitor/json/IsoDate.hpp"
 #include "platform/UTF8.hpp"
-#include "platform/Values.hpp"
 
 namespace halvermonte {
 

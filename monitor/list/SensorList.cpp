@@ -15,8 +15,8 @@
 #include "engine/HIDTemperatures.hpp"
 #include "halvermonte/HalvermonteSensorsEngine.hpp"
 #include "halvermonte/SMC.h"
+#include "halvermonte/Values.hpp"
 #include "monitor/Line.hpp"
-#include "platform/Values.hpp"
 #include "platform/portable/Inventory.hpp"
 #include "platform/portable/Machine.hpp"
 

@@ -1,4 +1,5 @@
 #include "platform/linux/Commands.hpp"
+#include <cstdlib>
 
 #include <fcntl.h>
 #include <poll.h>

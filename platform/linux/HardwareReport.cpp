@@ -1,4 +1,5 @@
 #include "platform/linux/HardwareReport.hpp"
+#include <vector>
 
 #include <string_view>
 

@@ -1,4 +1,5 @@
 #include "platform/linux/SystemCalls.hpp"
+#include <cstdio>
 
 #include <dirent.h>
 #include <fcntl.h>

@@ -1,4 +1,6 @@
+#include <memory>
 #include "platform/linux/LinuxMachine.hpp"
+#include "platform/portable/Machine.hpp"
 
 namespace halvermonte {
 

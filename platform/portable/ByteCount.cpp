@@ -1,6 +1,7 @@
 // Byte counts for display. Both styles count in thousands here.
 #include <cstdint>
 #include <iterator>
+#include <string>
 
 #include "platform/Foundation.hpp"
 

@@ -1,4 +1,6 @@
 #include <CoreFoundation/CoreFoundation.h>
+#include <cstdint>
+#include <variant>
 
 #include <algorithm>
 #include <cstdlib>

@@ -1,4 +1,10 @@
 #include "platform/Foundation.hpp"
+#include <functional>
+#include <optional>
+#include <string>
+#include <string_view>
+#include "halvermonte/Exceptions.hpp"
+#include "halvermonte/Values.hpp"
 
 #include <langinfo.h>
 #include <libintl.h>

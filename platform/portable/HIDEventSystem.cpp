@@ -1,7 +1,13 @@
 // The HID event system, answered by the current machine.
+#include <CoreFoundation/CoreFoundation.h>
+#include <IOKit/hidsystem/IOHIDEventSystemClient.h>
+#include <IOKit/hidsystem/IOHIDServiceClient.h>
 #include <atomic>
+#include <cstddef>
+#include <cstdint>
 #include <memory>
 #include <optional>
+#include <utility>
 
 #include "platform/IOHIDEventSystem.h"
 #include "platform/portable/Machine.hpp"

@@ -1,5 +1,9 @@
 // Property lists, read by libplist.
 #include <plist/plist.h>
+#include <cstdint>
+#include <utility>
+#include <vector>
+#include "halvermonte/Values.hpp"
 
 #include <cstdlib>
 #include <limits>

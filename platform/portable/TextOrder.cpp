@@ -1,6 +1,8 @@
 // The order in which texts are shown to people. It does not depend on the process's locale.
 #include <algorithm>
 #include <compare>
+#include <cstddef>
+#include <string_view>
 
 #include "platform/Foundation.hpp"
 

@@ -1,4 +1,5 @@
 #include "platform/simulated/MachineRecorder.hpp"
+#include "halvermonte/Exceptions.hpp"
 
 #include <cstddef>
 #include <optional>

@@ -1,4 +1,5 @@
 #include "platform/simulated/SimulatedMachine.hpp"
+#include "halvermonte/Exceptions.hpp"
 
 #include <algorithm>
 #include <cstddef>
