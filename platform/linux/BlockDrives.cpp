@@ -175,8 +175,8 @@ bool BlockDrives::isDrive(const std::string& name, const std::string& path) cons
       path.starts_with("virtual/") && !path.starts_with("virtual/nvme-subsystem/");
   if (isVirtual || isOtherDevice(name)) return false;
   const std::string folder = sys_ + "/block/" + name;
-  if (wordingOf(calls_, folder + "/hidden") == "1") return false;
-  if (wordingOf(calls_, folder + "/size") == "0") return false;
+  if (trimmedTextOf(calls_, folder + "/hidden") == "1") return false;
+  if (trimmedTextOf(calls_, folder + "/size") == "0") return false;
   return namesOrNone(calls_, folder + "/slaves").empty();
 }
 

@@ -86,7 +86,7 @@ std::optional<std::string> textOf(SystemCalls& calls, const std::string& path, s
   return tryTwice([&] { return wholeText(calls, path, bound); });
 }
 
-std::string wordingOf(SystemCalls& calls, const std::string& path) {
+std::string trimmedTextOf(SystemCalls& calls, const std::string& path) {
   return std::string(trimmed(textOf(calls, path).value_or("")));
 }
 

@@ -46,7 +46,7 @@ std::optional<std::string> textOf(SystemCalls& calls, const std::string& path,
                                   size_t bound = kAttributeBound);
 
 /// The file's text, trimmed. "" if it cannot be read.
-std::string wordingOf(SystemCalls& calls, const std::string& path);
+std::string trimmedTextOf(SystemCalls& calls, const std::string& path);
 
 /// The names in a folder, sorted, without "." and "..". Absent if it cannot be opened or read.
 std::optional<std::vector<std::string>> namesIn(SystemCalls& calls, const std::string& path);

@@ -21,7 +21,7 @@ std::optional<std::string> unlessEmpty(std::string text) {
 std::optional<std::string> modelIdentifier(SystemCalls& calls, const std::string& sys) {
   const auto compatible = textOf(calls, sys + "/firmware/devicetree/base/compatible");
   if (compatible) return compatible->substr(0, compatible->find('\0'));
-  return unlessEmpty(wordingOf(calls, sys + "/class/dmi/id/product_name"));
+  return unlessEmpty(trimmedTextOf(calls, sys + "/class/dmi/id/product_name"));
 }
 
 /// How many processors a piece of a list names, such as "3" or "0-3"; absent if it is garbled.
@@ -84,7 +84,7 @@ HostFacts HostFactsReader::lastingFacts() const {
   HostFacts facts;
   facts.modelName = unlessEmpty(modelName(calls_, sys_));
   facts.modelIdentifier = modelIdentifier(calls_, sys_);
-  facts.logicalCores = processorsInList(wordingOf(calls_, sys_ + "/devices/system/cpu/online"));
+  facts.logicalCores = processorsInList(trimmedTextOf(calls_, sys_ + "/devices/system/cpu/online"));
   return facts;
 }
 

@@ -64,14 +64,14 @@ std::optional<std::string> prettyHostName(SystemCalls& calls, const std::string&
 }
 
 std::optional<std::string> kernelHostName(SystemCalls& calls, const std::string& proc) {
-  const std::string name = wordingOf(calls, proc + "/sys/kernel/hostname");
+  const std::string name = trimmedTextOf(calls, proc + "/sys/kernel/hostname");
   return name.empty() ? std::nullopt : std::optional(name);
 }
 
 std::string modelName(SystemCalls& calls, const std::string& sys) {
   for (const char* file : {"/firmware/devicetree/base/model", "/class/dmi/id/product_name",
                            "/class/dmi/id/board_name"}) {
-    std::string name = squeezed(wordingOf(calls, sys + file));
+    std::string name = squeezed(trimmedTextOf(calls, sys + file));
     if (std::find(kPlaceholders.begin(), kPlaceholders.end(), name) == kPlaceholders.end()) {
       return name;
     }

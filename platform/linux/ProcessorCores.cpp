@@ -12,10 +12,10 @@ namespace {
 
 /// The list of processors that share a core with the one in that folder. "" if it is offline.
 std::string coreOf(SystemCalls& calls, const std::string& processor) {
-  if (wordingOf(calls, processor + "/online") == "0") return "";
-  const std::string list = wordingOf(calls, processor + "/topology/core_cpus_list");
+  if (trimmedTextOf(calls, processor + "/online") == "0") return "";
+  const std::string list = trimmedTextOf(calls, processor + "/topology/core_cpus_list");
   // Kernels before 5.3 have only the older name.
-  return list.empty() ? wordingOf(calls, processor + "/topology/thread_siblings_list") : list;
+  return list.empty() ? trimmedTextOf(calls, processor + "/topology/thread_siblings_list") : list;
 }
 
 /// Counts the different texts of the processors, without "".
@@ -58,7 +58,7 @@ std::optional<int64_t> physicalCores(SystemCalls& calls, const std::string& sys,
 
 size_t processorPackages(SystemCalls& calls, const std::string& sys) {
   return differentTexts(calls, sys, [&](const std::string& processor) {
-    return wordingOf(calls, processor + "/topology/physical_package_id");
+    return trimmedTextOf(calls, processor + "/topology/physical_package_id");
   });
 }
 

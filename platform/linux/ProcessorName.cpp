@@ -58,7 +58,7 @@ std::string_view appleChip(std::string_view compatible) {
 ProcessorName processorName(SystemCalls& calls, const std::string& sys, const std::string& proc) {
   const std::string tree = sys + "/firmware/devicetree/base";
   const std::string compatible = textOf(calls, tree + "/compatible").value_or("");
-  const std::string model = squeezed(wordingOf(calls, tree + "/model"));
+  const std::string model = squeezed(trimmedTextOf(calls, tree + "/model"));
   if (isApple(compatible)) {
     const std::string_view chip = appleChip(compatible);
     return {true, chip.empty() ? model : std::string(chip)};

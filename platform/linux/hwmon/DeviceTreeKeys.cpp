@@ -88,9 +88,9 @@ std::vector<DeviceTreeSensor> deviceTreeSensors(SystemCalls& calls, const std::s
         return node.starts_with(each.first);
       });
       const std::string place = folder + "/" + node;
-      const std::string key = wordingOf(calls, place + "/apple,key-id");
+      const std::string key = trimmedTextOf(calls, place + "/apple,key-id");
       if (kind == kNodes.end() || key.size() != 4) continue;
-      sensors.push_back({kind->second, firstLine(wordingOf(calls, place + "/label")), key});
+      sensors.push_back({kind->second, firstLine(trimmedTextOf(calls, place + "/label")), key});
     }
   }
   return sensors;

@@ -111,7 +111,7 @@ Sensor::Traits HwmonController::makeTraits(const FoundSensor& found) {
   const ReadPolicy policy = readPolicyOf(found);
   // Each reading keeps a device awake for a while that would fall asleep by itself.
   const bool fallsAsleep = policy == ReadPolicy::maySleep &&
-                           wordingOf(calls_, found.chip->parent + "/power/control") == "auto";
+                           trimmedTextOf(calls_, found.chip->parent + "/power/control") == "auto";
   traits.isRateLimited =
       policy == ReadPolicy::command || policy == ReadPolicy::onRequest || fallsAsleep;
   traits.gates = addGates(found, policy);
