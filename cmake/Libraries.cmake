@@ -8,7 +8,9 @@ set_target_properties(halvermonte PROPERTIES
   SOVERSION ${PROJECT_VERSION_MAJOR})
 
 set(exports ${CMAKE_CURRENT_LIST_DIR}/exports.map)
-target_link_options(halvermonte PRIVATE LINKER:--no-undefined LINKER:--version-script=${exports})
+target_link_options(halvermonte PRIVATE LINKER:--version-script=${exports}
+  # clang leaves the functions of its sanitizers to the program.
+  $<$<CXX_COMPILER_ID:GNU>:LINKER:--no-undefined>)
 set_property(TARGET halvermonte PROPERTY LINK_DEPENDS ${exports})
 
 # What hosts include, and the types that HIDSensors.h needs.
