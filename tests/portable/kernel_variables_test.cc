@@ -5,6 +5,7 @@
 #include <cerrno>
 #include <cstddef>
 #include <cstdint>
+#include <initializer_list>
 
 #include "tests/support/TestMachine.hpp"
 
@@ -36,7 +37,7 @@ TEST_F(KernelVariableTest, FillsABufferOf32Or64Bits) {
 
 TEST_F(KernelVariableTest, LeavesABufferThatItDoesNotFit) {
   machine.kernelVariables["hw.physicalcpu"] = -1;
-  for (const size_t wrong : {0, 1, 2, 3, 5, 7}) {
+  for (const size_t wrong : std::initializer_list<size_t>{0, 1, 2, 3, 5, 7}) {
     uint64_t buffer = 99;
     size_t size = wrong;
     EXPECT_EQ(sysctlbyname("hw.physicalcpu", &buffer, &size, nullptr, 0), -1) << wrong;
