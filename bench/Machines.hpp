@@ -39,7 +39,7 @@ class Ticking : public MachineWrapper {
 /// A call that was put to a machine, to be put to it again.
 using Question = std::function<void(Machine&)>;
 
-/// Keeps what a pass asks, so that the machine's own share of a pass's time can be told apart.
+/// Keeps what a pass asks, so that the machine's own share of a pass's time can be measured.
 class QuestionRecorder : public MachineWrapper {
  public:
   using MachineWrapper::MachineWrapper;

@@ -1,5 +1,5 @@
 // The host's own record as the core sees it: every read and write is a message to the host's
-// object, so a subclass of the host's is asked and told like the class itself.
+// object, so the accessors of a host's subclass are used.
 #pragma once
 
 #import <HalvermonteSensorsEngine/StatisticsData.h>

@@ -13,6 +13,7 @@
 #include <array>
 #include <cerrno>
 #include <chrono>
+#include <clocale>
 #include <cstdio>
 #include <ctime>
 
@@ -30,14 +31,13 @@ Text localizedHostName() {
 Date currentDate() { return Date(Machine::current().clock()); }
 
 std::string bundleText(const char* key) {
-  const char* const translated = gettext(key);
-  if (translated == key) return key;
-  // gettext gives text in the locale's charset unless the host has bound another one. For any but
-  // UTF-8 it is asked again, and the host's own later calls get what they got before.
   const char* const domain = textdomain(nullptr);
   const char* const bound = bind_textdomain_codeset(domain, nullptr);
   const std::string hosts = bound != nullptr ? bound : nl_langinfo(CODESET);
-  if (hosts == "UTF-8") return translated;
+  const std::string_view language = std::setlocale(LC_MESSAGES, nullptr);
+  if (hosts == "UTF-8" || language == "C") return gettext(key);
+  // gettext gives text in the host's charset, and none if a character is not in it. It is asked in
+  // UTF-8, and the host's own later calls get what they got before.
   bind_textdomain_codeset(domain, "UTF-8");
   std::string text = gettext(key);
   bind_textdomain_codeset(domain, hosts.c_str());

@@ -214,7 +214,7 @@ Tg1k: GPU Cluster 9
 Tg1l: GPU Cluster 10
 )";
 
-/// A key that has its name on computers of at least so many cores.
+/// A key that has its name on computers with at least this number of cores.
 struct CoreName {
   Chip chip;
   int32_t leastCores;

@@ -91,7 +91,7 @@ TEST_P(CatalogueNames, GoOnForCoreCountsThatNoComputerHas) {
   }
 }
 
-// A chip's variants fit its own prefix, and prefixes are no more than that.
+// A chip's variants fit its own prefix, and so does any other text that begins with it.
 INSTANTIATE_TEST_SUITE_P(
     EveryProcessor, CatalogueNames,
     testing::Values(Processor{"Apple M1", Chip::m1}, Processor{"Apple M1 Ultra", Chip::m1},

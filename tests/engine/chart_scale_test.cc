@@ -85,7 +85,7 @@ TEST(ChartScale, IsA32BitFloat) {
 }
 
 TEST(ChartScale, ComparesRatesAs32BitFloats) {
-  // 100000001 is no 32-bit float: it counts as 100000000.
+  // 100000001 is not a 32-bit float and becomes 100000000.
   EXPECT_EQ(scaleFor(100'000'001, 0).number, 100'000'000.0F);
 }
 

@@ -76,7 +76,7 @@ const std::vector<Fault> kFaults = {
      {0, 1000, minus(10'200), 12'200, 1000},
      {0, 2000, minus(20'400), 24'400, 2000},
      10'800},
-    // A wrong time is no time while it is measured by, and a long one once it was stamped.
+    // A wrong time gives no rate in its own pass, and a long interval in the next one.
     {kMeasuringClock, Way::backwards, {0, 1000, 0, 1000, 1000}, {0, 2000, 0, 2000, 2000}, 22'000},
     {kMeasuringClock, Way::notANumber, {0, 1000, 0, 1000, 1000}, {0, 2000, 0, 2000, 2000}, 22'000},
     {kStampingClock, Way::backwards, {0, 1000, 1000, 9, 1000}, {0, 2000, 2000, 19, 2000}, 22'000},

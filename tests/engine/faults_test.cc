@@ -1,7 +1,7 @@
 // Every question of a pass fails once, in every way in which it can: the pass ends as documented,
 // leaves nothing open, and the next one is whole.
 //
-// No reading here is higher than 24, so that one that fails (-1 or 0) is no fall that the drop
+// No reading here is higher than 24, so that one that fails (-1 or 0) is not a fall that the drop
 // clamp would damp; and no CPU is so far below another reading that it would be steadied.
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-// CPU temperatures that arm64 builds hold against the pass before and against the coolest GPU.
+// CPU temperatures that arm64 builds hold against the previous pass and against the coolest GPU.
 #include <gtest/gtest.h>
 
 #include "platform/Processor.hpp"
@@ -131,7 +131,7 @@ TEST_F(Steadying, LiftsNothingWithoutAGPU) {
             Entries({{"CPU Efficiency Cores", "10"}, {"Power Management Unit", "90"}}));
 }
 
-// Held at 60 by the pass before, lifted to 50 by the GPU: the lift comes last.
+// Held at 60 by the previous pass, lifted to 50 by the GPU: the lift comes last.
 TEST_F(Steadying, LetsTheGPUWinOverThePreviousPass) {
   EXPECT_EQ(shown({{efficiency(60)}, {efficiency(40), gpu(50)}}).back()[0].second, "50");
   EXPECT_EQ(shown({{efficiency(60)}, {efficiency(46), gpu(50)}}).back()[0].second, "60");

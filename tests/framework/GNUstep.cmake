@@ -13,8 +13,8 @@ add_library(gnustep INTERFACE)
 target_include_directories(gnustep SYSTEM INTERFACE ${GNUSTEP_HEADERS})
 target_compile_definitions(gnustep INTERFACE
   GNUSTEP GNUSTEP_BASE_LIBRARY=1 GNU_RUNTIME=1 _NATIVE_OBJC_EXCEPTIONS)
-# The compiler warns of the parameters of the accessors that it makes itself. Where its Objective-C
-# headers are it knows; other tools that read the commands are told.
+# The compiler warns of unused parameters in the accessors that it makes. Tools that read the commands do
+# not know the folder of its Objective-C headers, so it is named.
 execute_process(COMMAND ${CMAKE_CXX_COMPILER} -print-file-name=include
   OUTPUT_VARIABLE runtime_headers OUTPUT_STRIP_TRAILING_WHITESPACE)
 target_compile_options(gnustep INTERFACE -fexceptions "SHELL:-isystem ${runtime_headers}"

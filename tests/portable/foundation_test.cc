@@ -46,6 +46,8 @@ TEST(FoundationTest, AFormatTakesItsArgumentOnce) {
 TEST(FoundationTest, ABundleTextWithoutATranslationIsItsKey) {
   EXPECT_EQ(foundation::bundleText("0 KB/s"), "0 KB/s");
   EXPECT_EQ(foundation::bundleText("%@/s"), "%@/s");
+  EXPECT_EQ(bind_textdomain_codeset(textdomain(nullptr), nullptr), nullptr)
+      << "a host without translations may still choose its charset";
 }
 
 /// A catalogue of translations in the host's text domain, for as long as the object is there.

@@ -49,7 +49,7 @@ bool staysAsItIs(halvermonte::test::Soak& soak, FILE* report) {
 }  // namespace
 
 int main() {
-  // What the engine itself prints and logs over so many passes would bury the report.
+  // The lines that the engine prints over all these passes would bury the report.
   FILE* const report = fdopen(dup(STDOUT_FILENO), "w");
   if (report == nullptr || std::freopen("/dev/null", "w", stdout) == nullptr ||
       std::freopen("/dev/null", "w", stderr) == nullptr) {
