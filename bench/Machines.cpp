@@ -2,7 +2,7 @@
 
 #include <string>
 
-#include "engine/CatalogueTables.hpp"
+#include "catalogue/Tables.hpp"
 #include "platform/simulated/SimulatedMachine.hpp"
 
 namespace halvermonte {
