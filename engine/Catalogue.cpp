@@ -11,25 +11,38 @@
 namespace halvermonte {
 namespace {
 
-Array arrayOf(std::span<const std::string_view> keys) {
+std::vector<Value> textsOf(std::span<const std::string_view> keys) {
   std::vector<Value> texts;
   texts.reserve(keys.size());
   for (std::string_view key : keys) texts.push_back(Text(key));
-  return Array(std::move(texts));
+  return texts;
 }
 
 }  // namespace
 
-Array temperatureKeys() { return arrayOf(kTemperatureKeys); }
-Array voltageKeys() { return arrayOf(kVoltageKeys); }
-Array currentKeys() { return arrayOf(kCurrentKeys); }
-Array powerKeys() { return arrayOf(kPowerKeys); }
+std::vector<SensorName> addedNames() {
+  std::vector<SensorName> names = platformSensorNames();
+  std::erase_if(names, [](const SensorName& added) { return isBuiltInKey(added.key); });
+  return names;
+}
 
-Dictionary humanReadableNames(std::string_view processorName, int32_t physicalCores) {
+Array temperatureKeys(const std::vector<SensorName>& added) {
+  std::vector<Value> keys = textsOf(kTemperatureKeys);
+  for (const SensorName& name : added) keys.push_back(Text(name.key));
+  return Array(std::move(keys));
+}
+
+Array voltageKeys() { return Array(textsOf(kVoltageKeys)); }
+Array currentKeys() { return Array(textsOf(kCurrentKeys)); }
+Array powerKeys() { return Array(textsOf(kPowerKeys)); }
+
+Dictionary humanReadableNames(std::string_view processorName, int32_t physicalCores,
+                              const std::vector<SensorName>& added) {
   std::vector<Dictionary::Entry> names;
   for (const auto& [key, name] : builtInNames(processorName, physicalCores)) {
     names.push_back({Text(key), Text(name)});
   }
+  for (const auto& [key, name] : added) names.push_back({Text(key), Text(name)});
   return Dictionary(std::move(names));
 }
 

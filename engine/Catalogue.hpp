@@ -1,4 +1,4 @@
-// The engine's vocabulary of SMC keys and display names, and the walk order that a pass takes
+// An engine's vocabulary of SMC keys and display names, and the walk order that a pass takes
 // through it.
 #pragma once
 
@@ -7,18 +7,22 @@
 #include <vector>
 
 #include "halvermonte/Values.hpp"
+#include "platform/SensorNames.hpp"
 
 namespace halvermonte {
 
-/// The four key lists, in order.
-Array temperatureKeys();
+/// The names that the platform adds. One for a built-in key is left out.
+std::vector<SensorName> addedNames();
+
+/// The four key lists, in order. The added keys follow the built-in temperature keys.
+Array temperatureKeys(const std::vector<SensorName>& added = {});
 Array voltageKeys();
 Array currentKeys();
 Array powerKeys();
 
-/// Display names by key. Those of CPU cores and GPU clusters depend on the chip: by the prefix of
-/// the processor's name, and by the number of physical cores.
-Dictionary humanReadableNames(std::string_view processorName, int32_t physicalCores);
+/// Display names by key: the built-in ones of the processor, then the added ones.
+Dictionary humanReadableNames(std::string_view processorName, int32_t physicalCores,
+                              const std::vector<SensorName>& added = {});
 
 /// The temperature keys as a pass visits them, each with its name's rank among all names in the
 /// order shown to people. Made once, so that a pass neither looks names up nor sorts them.

@@ -3,6 +3,8 @@
 
 #include <IOKit/IOKitLib.h>
 
+#include <vector>
+
 #include "engine/CFConversions.hpp"
 #include "engine/Catalogue.hpp"
 #include "engine/CatalogueTemperatures.hpp"
@@ -21,6 +23,7 @@
 #include "platform/CFOwned.hpp"
 #include "platform/MainPort.hpp"
 #include "platform/Processor.hpp"
+#include "platform/SensorNames.hpp"
 
 namespace halvermonte {
 namespace {
@@ -75,11 +78,12 @@ HalvermonteSensorsEngine::HalvermonteSensorsEngine(const Questions& questions)
   const int32_t cores = questions.physicalCores();
   IOServiceGetMatchingServices(engine.masterPort, IOServiceMatching("IOBlockStorageDriver"),
                                &engine.drivelist);
-  engine.smcTempKeys = temperatureKeys();
+  const std::vector<SensorName> added = addedNames();
+  engine.smcTempKeys = temperatureKeys(added);
   engine.smcVoltageKeys = voltageKeys();
   engine.smcCurrentKeys = currentKeys();
   engine.smcPowerKeys = powerKeys();
-  engine.smcKeyHumanReadableNames = humanReadableNames(processorName.view(), cores);
+  engine.smcKeyHumanReadableNames = humanReadableNames(processorName.view(), cores, added);
   temperatureWalk_ =
       std::make_unique<TemperatureWalk>(engine.smcTempKeys, engine.smcKeyHumanReadableNames);
   seedDiskHistories(engine);

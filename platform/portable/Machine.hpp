@@ -12,6 +12,7 @@
 #include <variant>
 #include <vector>
 
+#include "platform/SensorNames.hpp"
 #include "platform/portable/HostFacts.hpp"
 #include "platform/portable/Inventory.hpp"
 
@@ -93,6 +94,10 @@ class Machine {
   virtual SMCKeyInfo smcKeyInfo(uint32_t /*key*/) { return {.result = kSMCKeyNotFound}; }
   virtual SMCKeyBytes smcKeyBytes(uint32_t /*key*/) { return {.result = kSMCKeyNotFound}; }
 
+  /// The names that the machine adds to the built-in ones, as platformSensorNames() has them. Asked
+  /// once for each engine, when it is made.
+  virtual std::vector<SensorName> sensorNames() { return {}; }
+
   /// The services of a kind in service order; null if the event system returns no list. The list
   /// stays as it is for as long as the caller holds it.
   virtual std::shared_ptr<const HIDServices> hidServices(HIDSensorKind /*kind*/) {
@@ -164,6 +169,7 @@ class MachineWrapper : public Machine {
   bool answersWideCalls() override { return inner_.answersWideCalls(); }
   SMCKeyInfo smcKeyInfo(uint32_t key) override { return inner_.smcKeyInfo(key); }
   SMCKeyBytes smcKeyBytes(uint32_t key) override { return inner_.smcKeyBytes(key); }
+  std::vector<SensorName> sensorNames() override { return inner_.sensorNames(); }
   std::shared_ptr<const HIDServices> hidServices(HIDSensorKind kind) override {
     return inner_.hidServices(kind);
   }

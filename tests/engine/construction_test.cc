@@ -90,12 +90,12 @@ TEST(Construction, MeansNothingToTheUnusedStateOfLaterPasses) {
   EXPECT_EQ(sampler.state().o_dsk.bsd_bytes, 0U);
 }
 
-TEST(Construction, AsksForTheProcessorThenTheCoresThenTheDrives) {
+TEST(Construction, AsksForTheProcessorTheCoresTheDrivesAndTheNames) {
   TestMachine machine;
   const ScopedMachine scope(machine);
   const HalvermonteSensorsEngine engine;
   EXPECT_EQ(machine.asked, std::vector<std::string>({"system_profiler SPHardwareDataType -xml",
-                                                     "hw.physicalcpu", "drives"}));
+                                                     "hw.physicalcpu", "drives", "names"}));
 }
 
 TEST(Construction, IsTheOnlyTimeThatItsQuestionsAreAsked) {
@@ -104,7 +104,7 @@ TEST(Construction, IsTheOnlyTimeThatItsQuestionsAreAsked) {
   machine.asked.clear();
   for (int pass = 0; pass < 3; ++pass) sampler.pass();
   for (const char* question :
-       {"system_profiler SPHardwareDataType -xml", "hw.physicalcpu", "drives"}) {
+       {"system_profiler SPHardwareDataType -xml", "hw.physicalcpu", "drives", "names"}) {
     EXPECT_EQ(std::ranges::count(machine.asked, question), 0) << question;
   }
 }

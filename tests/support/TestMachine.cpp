@@ -106,6 +106,11 @@ SMCKeyBytes TestMachine::smcKeyBytes(uint32_t key) {
   return found != keys.end() ? found->second.data : Machine::smcKeyBytes(key);
 }
 
+std::vector<SensorName> TestMachine::sensorNames() {
+  asked.push_back("names");
+  return addedNames;
+}
+
 std::shared_ptr<const HIDServices> TestMachine::hidServices(HIDSensorKind kind) {
   asked.push_back("sensors");
   const auto found = sensors.find(kind);

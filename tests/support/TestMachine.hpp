@@ -52,6 +52,7 @@ class TestMachine : public Machine {
   uint32_t openCode = kCodeSuccess;
   bool wideCalls = true;
   std::map<std::string, KeyAnswer, std::less<>> keys;
+  std::vector<SensorName> addedNames;
   /// Null: the event system has no list of the kind.
   std::map<HIDSensorKind, std::shared_ptr<const HIDServices>> sensors;
   /// Absent: the matching call fails. Drives beyond the first count are not asked for.
@@ -77,6 +78,7 @@ class TestMachine : public Machine {
   bool answersWideCalls() override { return wideCalls; }
   SMCKeyInfo smcKeyInfo(uint32_t key) override;
   SMCKeyBytes smcKeyBytes(uint32_t key) override;
+  std::vector<SensorName> sensorNames() override;
   std::shared_ptr<const HIDServices> hidServices(HIDSensorKind kind) override;
   std::optional<size_t> driveCount() override;
   void beginDriveWalk() override;

@@ -1,0 +1,7 @@
+#include "platform/SensorNames.hpp"
+
+namespace halvermonte {
+
+std::vector<SensorName> platformSensorNames() { return {}; }
+
+}  // namespace halvermonte
