@@ -1,10 +1,13 @@
-// The system calls that read the kernel's files. They are virtual so that a test can count them,
-// make them fail or set the clock. Any thread may call.
+// The system calls that read the kernel's files and wait for them. They are virtual so that a test
+// can count them, make them fail or set the clock. Any thread may call.
 #pragma once
 
 #include <sys/types.h>
 
+#include <condition_variable>
 #include <cstddef>
+#include <functional>
+#include <mutex>
 
 namespace halvermonte::linuxos {
 
@@ -28,8 +31,16 @@ class SystemCalls {
 
   /// Seconds by a clock that nobody can set.
   virtual double steadySeconds();
+  /// Waits until the condition is met or the clock has reached the time. REQUIRES: the lock is
+  /// held; who changes the condition holds its mutex and notifies.
+  virtual void waitUntil(double seconds, std::unique_lock<std::mutex>& lock,
+                         std::condition_variable& changed, const std::function<bool()>& isMet);
 
-  /// The real calls.
+  /// Runs the function on a thread that nobody waits for. The thread gets no signals, as they are
+  /// the host's. Returns false if the system has no more threads.
+  virtual bool startThread(std::function<void()> body);
+
+  /// The real calls. They outlive every thread.
   static SystemCalls& real();
 };
 
