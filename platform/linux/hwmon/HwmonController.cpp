@@ -2,7 +2,7 @@
 
 #include <algorithm>
 #include <cstring>
-#include <map>
+#include <iterator>
 #include <optional>
 #include <utility>
 
@@ -12,6 +12,8 @@
 #include "platform/linux/ProcessorCores.hpp"
 #include "platform/linux/hwmon/DeviceTreeKeys.hpp"
 #include "platform/linux/hwmon/FanAssignment.hpp"
+#include "platform/linux/hwmon/FileSource.hpp"
+#include "platform/linux/hwmon/SourceReader.hpp"
 
 namespace halvermonte::linuxos {
 namespace {
@@ -35,7 +37,8 @@ HwmonController::HwmonController(SystemCalls& calls, std::string sys, bool drive
     : calls_(calls),
       sys_(std::move(sys)),
       driveTemperatures_(driveTemperatures),
-      watch_(calls, sys_ + "/class/hwmon") {}
+      watch_(calls, sys_ + "/class/hwmon"),
+      trial_(calls) {}
 
 void HwmonController::open() {
   pass_ = {pass_.number + 1, calls_.steadySeconds()};
@@ -43,33 +46,28 @@ void HwmonController::open() {
   // The kernel lists a chip a moment before it adds the chip's files.
   if (changed || rescansAgain_) rescan();
   rescansAgain_ = changed && pass_.number > 1;
+  tryOut(keyedSensors_);
 }
 
 void HwmonController::rescan() {
-  const std::map<std::string, Sensor::Memory> memories = memoriesByIdentity();
-  sensors_.clear();
+  formerSensors_ = std::exchange(sensors_, {});
+  keyedSensors_.clear();
   gates_.clear();
   entries_.clear();
+  trial_.renewPatience();
   findSensors();
   for (const FoundSensor& found : found_) {
-    if (found.key.empty()) continue;
-    addSensor(found);
-    const auto memory = memories.find(identityOf(found));
-    const bool isKept = sensors_.back().isRateLimited() && memory != memories.end();
-    if (isKept) sensors_.back().remember(memory->second);
+    if (!found.key.empty()) {
+      addSensor(found);
+    } else if (formerSensors_.contains(found.path())) {
+      findOrAddSensor(found);
+    }
   }
   addFanEntries();
   std::sort(entries_.begin(), entries_.end(),
             [](const Entry& first, const Entry& second) { return first.key < second.key; });
-}
-
-std::map<std::string, Sensor::Memory> HwmonController::memoriesByIdentity() const {
-  std::map<std::string, Sensor::Memory> memories;
-  for (const FoundSensor& found : found_) {
-    const Entry* const entry = find(fourCharacterCode(found.key));
-    if (entry != nullptr) memories[identityOf(found)] = sensors_[entry->index].memory();
-  }
-  return memories;
+  forgetSensorsWithoutKeys();
+  formerSensors_.clear();
 }
 
 void HwmonController::findSensors() {
@@ -84,8 +82,8 @@ void HwmonController::findSensors() {
 void HwmonController::addSensor(const FoundSensor& found) {
   const bool isFan = found.channel->quantity == Quantity::fan;
   entries_.push_back(
-      {fourCharacterCode(found.key), isFan ? Kind::fanSpeed : Kind::value, sensors_.size()});
-  sensors_.emplace_back(calls_, found.path(), makeTraits(found));
+      {fourCharacterCode(found.key), isFan ? Kind::fanSpeed : Kind::value, keyedSensors_.size()});
+  keyedSensors_.push_back(&findOrAddSensor(found));
 }
 
 void HwmonController::addFanEntries() {
@@ -93,6 +91,39 @@ void HwmonController::addFanEntries() {
     entries_.push_back({fourCharacterCode("F" + std::to_string(i) + "ID"), Kind::fanName, i});
   }
   entries_.push_back({fourCharacterCode("FNum"), Kind::fanCount, 0});
+}
+
+Sensor& HwmonController::findOrAddSensor(const FoundSensor& found) {
+  const std::string path = found.path();
+  KnownSensor& known = sensors_[path];
+  if (known.sensor) return *known.sensor;
+  known.identity = identityOf(found);
+  known.sensor = std::make_unique<Sensor>(std::make_shared<SourceReader>(calls_, makeSource(found)),
+                                          makeTraits(found));
+  if (const auto former = findFormer(path, known.identity); former != formerSensors_.end()) {
+    known.sensor->continueFrom(*former->second.sensor, former->first == path);
+    formerSensors_.erase(former);
+  }
+  return *known.sensor;
+}
+
+HwmonController::KnownSensors::iterator HwmonController::findFormer(const std::string& path,
+                                                                    const std::string& identity) {
+  const auto isSame = [&](const auto& former) { return former.second.identity == identity; };
+  const auto atPath = formerSensors_.find(path);
+  if (atPath != formerSensors_.end() && isSame(*atPath)) return atPath;
+  return std::find_if(formerSensors_.begin(), formerSensors_.end(), isSame);
+}
+
+std::unique_ptr<Source> HwmonController::makeSource(const FoundSensor& found) {
+  const std::string channel = found.chip->folder + "/" + found.channel->name;
+  std::vector<Gate> gates;
+  if (found.channel->hasFault) gates.emplace_back(calls_, channel + "_fault", Gate::Kind::fault);
+  // For a fan of amdgpu the file says whether its speed is set by hand.
+  const bool hasEnableGate = found.channel->hasEnable && (found.chip->driver != "amdgpu" ||
+                                                          found.channel->quantity != Quantity::fan);
+  if (hasEnableGate) gates.emplace_back(calls_, channel + "_enable", Gate::Kind::enable);
+  return std::make_unique<FileSource>(calls_, found.path(), std::move(gates));
 }
 
 Sensor::Traits HwmonController::makeTraits(const FoundSensor& found) {
@@ -114,38 +145,39 @@ Sensor::Traits HwmonController::makeTraits(const FoundSensor& found) {
                            trimmedTextOf(calls_, found.chip->parent + "/power/control") == "auto";
   traits.isRateLimited =
       policy == ReadPolicy::command || policy == ReadPolicy::onRequest || fallsAsleep;
-  traits.gates = addGates(found, policy);
+  if (policy == ReadPolicy::maySleep) traits.powerGate = findOrAddPowerGate(found);
   return traits;
 }
 
-std::vector<Gate*> HwmonController::addGates(const FoundSensor& found, ReadPolicy policy) {
-  std::vector<Gate*> gates;
-  if (policy == ReadPolicy::maySleep) {
-    for (const char* file : {"/power/runtime_status", "/power_state"}) {
-      const std::string path = found.chip->parent + file;
-      if (!gates.empty() || !textOf(calls_, path)) continue;
-      gates.push_back(findOrAddGate(path, Gate::Kind::power));
-    }
+PowerGate* HwmonController::findOrAddPowerGate(const FoundSensor& found) {
+  for (const char* file : {"/power/runtime_status", "/power_state"}) {
+    const std::string path = found.chip->parent + file;
+    const auto known = std::find_if(gates_.begin(), gates_.end(),
+                                    [&](const PowerGate& gate) { return gate.path() == path; });
+    if (known != gates_.end()) return &*known;
+    if (textOf(calls_, path)) return &gates_.emplace_back(calls_, path);
   }
-  const std::string channel = found.chip->folder + "/" + found.channel->name;
-  if (found.channel->hasFault)
-    gates.push_back(findOrAddGate(channel + "_fault", Gate::Kind::fault));
-  // For a fan of amdgpu the file says whether its speed is set by hand.
-  const bool hasEnableGate = found.channel->hasEnable && (found.chip->driver != "amdgpu" ||
-                                                          found.channel->quantity != Quantity::fan);
-  if (hasEnableGate) gates.push_back(findOrAddGate(channel + "_enable", Gate::Kind::enable));
-  return gates;
-}
-
-Gate* HwmonController::findOrAddGate(const std::string& path, Gate::Kind kind) {
-  for (Gate& known : gates_) {
-    if (known.path() == path) return &known;
-  }
-  return &gates_.emplace_back(calls_, path, kind);
+  return nullptr;
 }
 
 bool HwmonController::isTurning(const FoundSensor& fan) {
-  return Sensor(calls_, fan.path(), makeTraits(fan)).read(pass_).value_or(0) > 0;
+  Sensor* const sensor = &findOrAddSensor(fan);
+  tryOut({&sensor, 1});
+  return sensor->read(pass_).value_or(0) > 0;
+}
+
+void HwmonController::tryOut(std::span<Sensor* const> sensors) {
+  for (Sensor* const sensor : sensors) sensor->joinTrial(trial_, pass_);
+  trial_.supervise();
+  for (Sensor* const sensor : sensors) sensor->leaveTrial(pass_);
+}
+
+void HwmonController::forgetSensorsWithoutKeys() {
+  for (const FoundSensor& found : found_) {
+    const auto known = sensors_.find(found.path());
+    if (known == sensors_.end() || !found.key.empty()) continue;
+    if (known->second.sensor->isFast()) sensors_.erase(known);
+  }
 }
 
 const HwmonController::Entry* HwmonController::find(uint32_t key) const {
@@ -173,26 +205,39 @@ SMCKeyBytes HwmonController::bytes(uint32_t key) {
   if (entry == nullptr) return {.result = kSMCKeyNotFound};
   if (entry->kind == Kind::fanName) return {.bytes = fanDescriptor(fanNames_[entry->index])};
   if (entry->kind == Kind::fanCount) return {.bytes = {static_cast<uint8_t>(fanNames_.size())}};
-  const std::optional<double> value = sensors_[entry->index].read(pass_);
+  const std::optional<double> value = keyedSensors_[entry->index]->read(pass_);
   if (!value && entry->kind == Kind::value) return {.code = kCodeError};
   return floatBytes(static_cast<float>(value.value_or(-1)));
 }
 
 SensorInventory HwmonController::inventory() {
+  trial_.renewPatience();
   open();
+  std::vector<Sensor*> sensors;
+  for (const FoundSensor& found : found_) {
+    const bool isRead = !found.key.empty() || mayRead(found, driveTemperatures_);
+    sensors.push_back(isRead ? &findOrAddSensor(found) : nullptr);
+  }
+  std::vector<Sensor*> readSensors;
+  std::remove_copy(sensors.begin(), sensors.end(), std::back_inserter(readSensors), nullptr);
+  tryOut(readSensors);
   SensorInventory inventory;
-  for (const FoundSensor& found : found_) inventory.push_back(makeListing(found));
+  for (size_t i = 0; i < found_.size(); ++i) {
+    inventory.push_back(makeListing(found_[i], sensors[i]));
+  }
+  forgetSensorsWithoutKeys();
   return inventory;
 }
 
-size_t HwmonController::sensors() const { return sensors_.size(); }
+size_t HwmonController::sensors() const { return keyedSensors_.size(); }
 
 size_t HwmonController::deniedSensors() const {
-  return static_cast<size_t>(std::count_if(sensors_.begin(), sensors_.end(),
-                                           [](const Sensor& sensor) { return sensor.isDenied(); }));
+  return static_cast<size_t>(
+      std::count_if(keyedSensors_.begin(), keyedSensors_.end(),
+                    [](const Sensor* sensor) { return sensor->isDenied(); }));
 }
 
-SensorListing HwmonController::makeListing(const FoundSensor& found) {
+SensorListing HwmonController::makeListing(const FoundSensor& found, Sensor* sensor) const {
   SensorListing listing{.driver = found.chip->driver,
                         .device = found.chip->device,
                         .file = found.channel->file,
@@ -202,19 +247,11 @@ SensorListing HwmonController::makeListing(const FoundSensor& found) {
                         .reason = found.key.empty() ? found.reason : "",
                         .state = "not read",
                         .raw = ""};
-  if (const Entry* const entry = find(fourCharacterCode(found.key))) {
-    readInto(listing, sensors_[entry->index]);
-  } else if (mayRead(found, driveTemperatures_)) {
-    Sensor once(calls_, found.path(), makeTraits(found));
-    readInto(listing, once);
-  }
+  if (sensor == nullptr) return listing;
+  sensor->read(pass_);
+  listing.state = sensor->state();
+  listing.raw = sensor->raw();
   return listing;
-}
-
-void HwmonController::readInto(SensorListing& listing, Sensor& sensor) const {
-  sensor.read(pass_);
-  listing.state = sensor.state();
-  listing.raw = sensor.raw();
 }
 
 }  // namespace halvermonte::linuxos

@@ -5,27 +5,34 @@
 #include <cstdint>
 #include <deque>
 #include <map>
+#include <memory>
+#include <span>
 #include <string>
 #include <vector>
 
 #include "platform/linux/FolderWatch.hpp"
 #include "platform/linux/SystemCalls.hpp"
 #include "platform/linux/hwmon/Chips.hpp"
+#include "platform/linux/hwmon/Gate.hpp"
 #include "platform/linux/hwmon/KeyAssignment.hpp"
 #include "platform/linux/hwmon/Sensor.hpp"
 #include "platform/linux/hwmon/SensorTable.hpp"
+#include "platform/linux/hwmon/Source.hpp"
+#include "platform/linux/hwmon/Trial.hpp"
 #include "platform/portable/Inventory.hpp"
 #include "platform/portable/Machine.hpp"
 
 namespace halvermonte::linuxos {
 
 /// Temperatures and fan speeds have the type "flt ", fan names the type "{fds". Info comes from
-/// memory. Bytes are read from the kernel at most once a pass. Not thread-safe.
+/// memory. Bytes are read from the kernel at most once a pass. Sensors of unknown speed and slow
+/// ones are read on threads, for which neither a pass nor the destructor waits. Not thread-safe.
 class HwmonController {
  public:
   HwmonController(SystemCalls& calls, std::string sys, bool driveTemperatures);
 
-  /// Begins a pass. Scans the computer's chips again if some were added or removed.
+  /// Begins a pass. Scans the computer's chips again if some were added or removed, and reads
+  /// sensors that were never read.
   void open();
   SMCKeyInfo info(uint32_t key) const;
   /// Without a reading: an error code, except fan speeds, which give -1 because the engine treats a
@@ -48,18 +55,29 @@ class HwmonController {
     size_t index;  ///< of the sensor; of the fan for a name
   };
 
+  struct KnownSensor {
+    std::string identity;  ///< stays the same if the kernel gives the chip another number
+    std::unique_ptr<Sensor> sensor;
+  };
+  using KnownSensors = std::map<std::string, KnownSensor>;  ///< by path
+
   void rescan();
-  std::map<std::string, Sensor::Memory> memoriesByIdentity() const;
   void findSensors();
   void addSensor(const FoundSensor& found);
   void addFanEntries();
+  Sensor& findOrAddSensor(const FoundSensor& found);
+  KnownSensors::iterator findFormer(const std::string& path, const std::string& identity);
+  std::unique_ptr<Source> makeSource(const FoundSensor& found);
   Sensor::Traits makeTraits(const FoundSensor& found);
-  std::vector<Gate*> addGates(const FoundSensor& found, ReadPolicy policy);
-  Gate* findOrAddGate(const std::string& path, Gate::Kind kind);
+  PowerGate* findOrAddPowerGate(const FoundSensor& found);
   bool isTurning(const FoundSensor& fan);
+  /// Reads those of the sensors that were never read, as far as that does not take long.
+  void tryOut(std::span<Sensor* const> sensors);
+  /// Gives back the descriptors of sensors that were only listed. A slow one is kept, as another
+  /// listing would otherwise start another thread for it.
+  void forgetSensorsWithoutKeys();
   const Entry* find(uint32_t key) const;
-  SensorListing makeListing(const FoundSensor& found);
-  void readInto(SensorListing& listing, Sensor& sensor) const;
+  SensorListing makeListing(const FoundSensor& found, Sensor* sensor) const;
 
   SystemCalls& calls_;
   std::string sys_;
@@ -69,8 +87,11 @@ class HwmonController {
   Pass pass_;
   std::vector<Chip> chips_;
   std::vector<FoundSensor> found_;
-  std::deque<Gate> gates_;  ///< a deque, as sensors point to its elements
-  std::vector<Sensor> sensors_;
+  std::deque<PowerGate> gates_;  ///< a deque, as sensors point to its elements
+  KnownSensors sensors_;
+  KnownSensors formerSensors_;  ///< during a scan, those of the scan before
+  Trial trial_;
+  std::vector<Sensor*> keyedSensors_;
   std::vector<std::string> fanNames_;
   std::vector<Entry> entries_;  ///< sorted by key
 };

@@ -1,6 +1,5 @@
 #include "platform/linux/hwmon/Sensor.hpp"
 
-#include <array>
 #include <system_error>
 
 #include "platform/linux/Text.hpp"
@@ -8,45 +7,44 @@
 namespace halvermonte::linuxos {
 namespace {
 
-constexpr double kRetrySeconds = 10;
-constexpr double kSlowSeconds = 0.02;
+/// A slow source's reading is not used any more at this age.
+constexpr double kTooOldSeconds = 30;
+/// A slow source is read so long after the last pass, for hosts with rare passes.
+constexpr double kGoesOnSeconds = 300;
+
+using Speed = SourceReader::Speed;
 
 }  // namespace
 
-bool Gate::checkOpen(const Pass& pass) {
-  if (pass_ != pass.number) {
-    pass_ = pass.number;
-    isOpen_ = readState();
+void Sensor::continueFrom(Sensor& former, bool isSamePlace) {
+  SourceReader::History history = former.reader_->history();
+  // A fast source is opened anew, since another device may have taken the place meanwhile.
+  if (isSamePlace && history.speed != Speed::fast) {
+    std::swap(reader_, former.reader_);
+  } else {
+    reader_->continueFrom(std::move(history));
   }
-  return isOpen_;
+  isTried_ = former.isTried_;
+  hasHadValue_ = former.hasHadValue_;
+  if (!traits_.isRateLimited) return;
+  nextRead_ = former.nextRead_;
+  value_ = former.value_;
+  answer_ = std::move(former.answer_);
+  raw_ = std::move(former.raw_);
 }
 
-bool Gate::readState() {
-  std::array<char, 32> buffer;
-  const std::string_view text = trimmed(file_.read(buffer));
-  switch (kind_) {
-    // A sensor is read if its gate's file cannot be read.
-    case Kind::fault:
-      return integer(text).value_or(0) == 0;
-    case Kind::enable:
-      return integer(text).value_or(1) != 0;
-    case Kind::power:
-      break;
-  }
-  // A device in any other or unknown state may be asleep.
-  return text == "active" || text == "unsupported" || text == "D0";
+void Sensor::joinTrial(Trial& trial, const Pass& pass) {
+  if (isTried_ || reader_->speed() != Speed::unknown || !checkAwake(pass)) return;
+  trial.add(reader_);
 }
 
-std::string_view Gate::reason() const {
-  switch (kind_) {
-    case Kind::fault:
-      return "no reading: the driver reports a fault";
-    case Kind::enable:
-      return "no reading: switched off";
-    case Kind::power:
-      break;
-  }
-  return "asleep: not read";
+void Sensor::leaveTrial(const Pass& pass) {
+  if (isTried_ || reader_->speed() == Speed::unknown) return;
+  isTried_ = true;
+  const bool isRecent = pass.seconds < reader_->history().nextAttempt;
+  if (!isRecent || !checkAwake(pass)) return;
+  pass_ = pass.number;
+  takeLatest(pass);
 }
 
 std::optional<double> Sensor::read(const Pass& pass) {
@@ -58,58 +56,80 @@ std::optional<double> Sensor::read(const Pass& pass) {
 }
 
 void Sensor::update(const Pass& pass) {
-  closedGate_ = findClosedGate(pass);
-  if (closedGate_ != nullptr) {
+  if (!checkAwake(pass)) {
     value_.reset();
     raw_.clear();
     nextRead_ = 0;
     return;
   }
-  if (pass.seconds < nextRead_) return;
-  const bool wasLost = file_.isLost();
-  if (wasLost) file_.reopen();
-  const bool failedSlowly = readTimed();
-  if (traits_.isRateLimited || wasLost || failedSlowly) nextRead_ = pass.seconds + kRetrySeconds;
-}
-
-const Gate* Sensor::findClosedGate(const Pass& pass) const {
-  for (Gate* const gate : traits_.gates) {
-    if (!gate->checkOpen(pass)) return gate;
+  if (!isTried_) return;
+  if (isFast()) {
+    if (pass.seconds < nextRead_) return;
+    reader_->attempt();
   }
-  return nullptr;
+  takeLatest(pass);
 }
 
-bool Sensor::readTimed() {
-  if (file_.error() == 0) {
-    value_ = readFile();
-    return false;
+bool Sensor::checkAwake(const Pass& pass) {
+  isAsleep_ = traits_.powerGate != nullptr && !traits_.powerGate->checkOpen(pass.number);
+  return !isAsleep_;
+}
+
+void Sensor::takeLatest(const Pass& pass) {
+  if (!isFast()) allowBackground(pass);
+  SourceReader::History history = reader_->history();
+  if (history.speed == Speed::fast) {
+    acceptAnswer(std::move(*history.latest), pass);
+  } else {
+    acceptBackground(std::move(history), pass);
   }
-  const double began = calls_->steadySeconds();
-  value_ = readFile();
-  return file_.error() != 0 && calls_->steadySeconds() - began > kSlowSeconds;
 }
 
-std::optional<double> Sensor::readFile() {
-  std::array<char, 64> buffer;
-  raw_ = trimmed(file_.read(buffer));
-  const std::optional<int64_t> number = integer(raw_);
+void Sensor::acceptAnswer(Answer answer, const Pass& pass) {
+  value_ = valueOf(answer);
+  hasHadValue_ = hasHadValue_ || value_;
+  raw_ = answer.text;
+  const bool isRare = traits_.isRateLimited || answer.isLost || !hasHadValue_;
+  nextRead_ = isRare ? pass.seconds + kRetrySeconds : 0;
+  answer_ = std::move(answer);
+}
+
+void Sensor::allowBackground(const Pass& pass) {
+  // Only a pass knows whether the device is awake, so each one allows a single reading of it.
+  const double goesOn = traits_.powerGate == nullptr ? kGoesOnSeconds : 0;
+  reader_->keepReading(pass.seconds, pass.seconds + goesOn);
+}
+
+void Sensor::acceptBackground(SourceReader::History history, const Pass& pass) {
+  const bool isYoung = history.reading && pass.seconds - history.readingTime < kTooOldSeconds;
+  value_ = isYoung ? valueOf(*history.reading) : std::nullopt;
+  raw_ = isYoung ? history.reading->text : "";
+  // The attempt that gave this old reading is not the one under way.
+  const bool isOverdue = !isYoung && history.latest && history.latest->error == 0;
+  answer_ = isOverdue ? std::nullopt : std::move(history.latest);
+}
+
+std::optional<double> Sensor::valueOf(const Answer& answer) const {
+  const std::optional<int64_t> number = integer(answer.text);
   if (!number || *number < traits_.lowest || *number > traits_.highest) return std::nullopt;
   return static_cast<double>(*number) * traits_.unit;
 }
 
-void Sensor::remember(Memory memory) {
-  value_ = memory.value;
-  raw_ = std::move(memory.raw);
-  nextRead_ = memory.nextRead;
+std::string Sensor::state() const {
+  if (isAsleep_) return "asleep: not read";
+  const bool isSlow = reader_->speed() == Speed::slow;
+  if (!value_) {
+    return "no reading: " + reasonForNone() + (isSlow ? ", read in the background" : "");
+  }
+  if (isSlow) return "read in the background";
+  return answer_->isOpenedEachTime ? "opened each time" : "read";
 }
 
-std::string Sensor::state() const {
-  if (closedGate_ != nullptr) return std::string(closedGate_->reason());
-  if (file_.error() != 0) {
-    return "no reading: " + std::generic_category().message(file_.error());
-  }
-  if (!value_) return integer(raw_) ? "no reading: outside its range" : "no reading: not a number";
-  return file_.state() == KeptFile::State::openedPerRead ? "opened each time" : "read";
+std::string Sensor::reasonForNone() const {
+  if (!answer_) return "not answered yet";
+  if (answer_->error != 0) return std::generic_category().message(answer_->error);
+  if (!answer_->refusal.empty()) return std::string(answer_->refusal);
+  return integer(answer_->text) ? "outside its range" : "not a number";
 }
 
 }  // namespace halvermonte::linuxos

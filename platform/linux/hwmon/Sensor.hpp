@@ -3,14 +3,15 @@
 
 #include <cerrno>
 #include <cstdint>
+#include <memory>
 #include <optional>
 #include <string>
-#include <string_view>
 #include <utility>
-#include <vector>
 
-#include "platform/linux/KeptFile.hpp"
-#include "platform/linux/SystemCalls.hpp"
+#include "platform/linux/hwmon/Gate.hpp"
+#include "platform/linux/hwmon/Source.hpp"
+#include "platform/linux/hwmon/SourceReader.hpp"
+#include "platform/linux/hwmon/Trial.hpp"
 
 namespace halvermonte::linuxos {
 
@@ -20,81 +21,65 @@ struct Pass {
   double seconds = 0;  ///< by a clock that nobody can set
 };
 
-/// A file that says whether sensors may be read.
-class Gate {
- public:
-  enum class Kind { fault, enable, power };
-
-  Gate(SystemCalls& calls, std::string path, Kind kind)
-      : file_(calls, std::move(path)), kind_(kind) {}
-
-  const std::string& path() const noexcept { return file_.path(); }
-
-  /// Returns true if the sensors may be read. Reads the file once a pass.
-  bool checkOpen(const Pass& pass);
-  /// Why its sensors are not read if it is closed.
-  std::string_view reason() const;
-
- private:
-  bool readState();
-
-  KeptFile file_;
-  Kind kind_;
-  uint64_t pass_ = 0;
-  bool isOpen_ = false;
-};
-
+/// Used by one thread at a time. Its first reading is made by a trial.
 class Sensor {
  public:
   struct Traits {
-    double unit = 1;  ///< factor for the file's number
+    double unit = 1;  ///< factor for the source's number
     int64_t lowest = 0, highest = 0;
-    bool isRateLimited = false;  ///< read at most once in ten seconds
-    std::vector<Gate*> gates = {};
-  };
-  /// What a sensor keeps if the computer's chips are scanned again.
-  struct Memory {
-    std::optional<double> value;
-    std::string raw;
-    double nextRead = 0;
+    bool isRateLimited = false;      ///< read at most once in ten seconds
+    PowerGate* powerGate = nullptr;  ///< null if the device does not fall asleep
   };
 
-  /// Opens no file before the first read.
-  Sensor(SystemCalls& calls, std::string path, Traits traits)
-      : calls_(&calls), file_(calls, std::move(path)), traits_(std::move(traits)) {}
+  Sensor(std::shared_ptr<SourceReader> reader, Traits traits)
+      : reader_(std::move(reader)), traits_(traits) {}
+  Sensor(const Sensor&) = delete;
+  Sensor& operator=(const Sensor&) = delete;
+  /// Does not wait for a read that is under way.
+  ~Sensor() { reader_->stop(); }
 
-  /// The reading in its unit. Absent if there is none in this pass. The file is read once a pass,
-  /// even if this is called more often. A file that has gone, cannot be opened or is slow to fail
-  /// is tried every ten seconds.
+  /// Goes on as the sensor that was found by an earlier scan of the chips. At the same place, it
+  /// takes over a read that is under way. REQUIRES: it was not read yet.
+  void continueFrom(Sensor& former, bool isSamePlace);
+
+  /// Puts a sensor of unknown speed on trial, unless its device is asleep.
+  void joinTrial(Trial& trial, const Pass& pass);
+  /// Makes the trial's reading that of this pass, if it has ended recently.
+  void leaveTrial(const Pass& pass);
+
+  /// The reading in its unit. Absent if there is none in this pass. A fast source is read once a
+  /// pass, even if this is called more often, and every ten seconds if it is lost or never had a
+  /// reading. Of a slow source it is the last reading while that is young.
   std::optional<double> read(const Pass& pass);
 
-  bool isRateLimited() const noexcept { return traits_.isRateLimited; }
-  Memory memory() const { return {value_, raw_, nextRead_}; }
-  void remember(Memory memory);
-
-  /// Whether the user is not allowed to read the file.
-  bool isDenied() const noexcept { return file_.error() == EACCES; }
+  bool isFast() const { return reader_->speed() == SourceReader::Speed::fast; }
+  /// Whether the user is not allowed to read the source.
+  bool isDenied() const noexcept { return answer_ && answer_->error == EACCES; }
   /// How the last reading went, as a text for people.
   std::string state() const;
-  /// The file's text at the last reading.
+  /// The source's text of the reading. "" if there is none.
   const std::string& raw() const noexcept { return raw_; }
 
  private:
   void update(const Pass& pass);
-  const Gate* findClosedGate(const Pass& pass) const;
-  /// Reads the file, and measures the time if the last reading failed. Returns true if this one
-  /// fails slowly: a driver may take half a second to fail, and delays all other sensors meanwhile.
-  bool readTimed();
-  std::optional<double> readFile();
+  bool checkAwake(const Pass& pass);
+  void takeLatest(const Pass& pass);
+  void acceptAnswer(Answer answer, const Pass& pass);
+  void allowBackground(const Pass& pass);
+  void acceptBackground(SourceReader::History history, const Pass& pass);
+  std::optional<double> valueOf(const Answer& answer) const;
+  std::string reasonForNone() const;
 
-  SystemCalls* calls_;
-  KeptFile file_;
+  std::shared_ptr<SourceReader> reader_;
   Traits traits_;
   uint64_t pass_ = 0;
+  bool isAsleep_ = false;
+  bool isTried_ = false;
+  bool hasHadValue_ = false;
   double nextRead_ = 0;
   std::optional<double> value_;
+  std::optional<Answer> answer_;  ///< to the latest attempt
   std::string raw_;
-  const Gate* closedGate_ = nullptr;
 };
 
 }  // namespace halvermonte::linuxos
