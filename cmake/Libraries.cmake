@@ -9,6 +9,8 @@ set_target_properties(halvermonte PROPERTIES
 
 set(exports ${CMAKE_CURRENT_LIST_DIR}/exports.map)
 target_link_options(halvermonte PRIVATE LINKER:--version-script=${exports}
+  # A thread may still hang in a sensor's driver when the host unloads the library, so it stays loaded.
+  LINKER:-z,nodelete
   # clang leaves the functions of its sanitizers to the program.
   $<$<CXX_COMPILER_ID:GNU>:LINKER:--no-undefined>)
 set_property(TARGET halvermonte PROPERTY LINK_DEPENDS ${exports})
