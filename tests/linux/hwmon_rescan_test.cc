@@ -1,6 +1,9 @@
 // What stays and what is new when chips come or go.
 #include <gmock/gmock.h>
 
+#include <filesystem>
+#include <string>
+
 #include "tests/linux/Computer.hpp"
 #include "tests/linux/WatchedCalls.hpp"
 
@@ -9,6 +12,8 @@ namespace {
 
 const std::string kFirstDrive = "pci0000:00/0000:01:00.0/nvme/nvme0";
 const std::string kSecondDrive = "pci0000:00/0000:02:00.0/nvme/nvme1";
+
+std::string linkOf(int number) { return "sys/class/hwmon/hwmon" + std::to_string(number); }
 
 class HwmonRescan : public ::testing::Test {
  protected:
@@ -20,7 +25,7 @@ class HwmonRescan : public ::testing::Test {
   /// Out of the way, not removed: unlike the kernel's, a disk's file system may give the link that
   /// follows the same inode number.
   void unplug(int number, const std::string& device) {
-    tree.move("sys/class/hwmon/hwmon" + std::to_string(number), "sys/former");
+    tree.move(linkOf(number), "sys/former");
     tree.remove("sys/devices/" + device);
   }
 
@@ -104,6 +109,28 @@ TEST_F(HwmonRescan, SensorThatWasLostIsLookedForAtOnce) {
   EXPECT_EQ(reading("TM0P"), -1);
   makeItLookAgain();
   EXPECT_EQ(reading("TM0P"), 25);
+}
+
+TEST_F(HwmonRescan, LastListedOfTwoThousandChipsIsSeenToGo) {
+  for (int number = 0; number < 2000; ++number) {
+    tree.link(linkOf(number), "sys/devices/platform/chip" + std::to_string(number));
+  }
+  std::string last;
+  for (const auto& entry : std::filesystem::directory_iterator(tree.at("sys/class/hwmon"))) {
+    last = entry.path().filename();
+  }
+  const std::string device = "platform/chip" + last.substr(std::string("hwmon").size());
+  tree.write("sys/devices/" + device + "/name", "coretemp\n");
+  tree.write("sys/devices/" + device + "/temp1_label", "Package id 0\n");
+  tree.write("sys/devices/" + device + "/temp1_input", "51000\n");
+  EXPECT_EQ(reading("TC0D"), 51);
+  tree.remove("sys/class/hwmon/" + last);
+  EXPECT_EQ(reading("TC0D"), -1);
+  EXPECT_EQ(reading("TC0D"), -1) << "chips are looked at once more after a change";
+  calls.restart();
+  EXPECT_EQ(reading("TC0D"), -1);
+  EXPECT_EQ(calls.lists, 1u) << "the room that was needed is kept";
+  EXPECT_EQ(calls.folders, 0u);
 }
 
 }  // namespace
