@@ -3,6 +3,7 @@
 #include <gmock/gmock.h>
 
 #include <cerrno>
+#include <string>
 
 #include "tests/linux/Computer.hpp"
 #include "tests/linux/WatchedCalls.hpp"
@@ -95,6 +96,16 @@ TEST(Inventory, AverageIsReadOnlyWhereThereIsNoInput) {
   EXPECT_EQ(listed(machine, "a_new_chip", "power1_input").raw, "7");
   EXPECT_EQ(listed(machine, "a_new_chip", "temp1_input").raw, "31000");
   EXPECT_EQ(listed(machine, "a_new_chip", "power2_average").raw, "5");
+}
+
+TEST(Inventory, EntryOfAnotherNameThanAChipsIsNotAChip) {
+  Tree tree;
+  addChip(tree, 7, "a_new_chip", "platform/a", {{"temp1", "31000"}});
+  for (const char* name : {"hwmon", "hwmon7a", "hwmon-7", "sensor7", "7"}) {
+    tree.link("sys/class/hwmon/" + std::string(name), "sys/class/hwmon/hwmon7");
+  }
+  LinuxMachine machine(tree.roots());
+  EXPECT_EQ(machine.inventory().size(), 1u);
 }
 
 TEST(Inventory, LimitsAndSettingsAreNoReadings) {

@@ -134,6 +134,7 @@ std::vector<Chip> chipsIn(SystemCalls& calls, const std::string& sys) {
   std::vector<Chip> chips;
   const auto numbers = namesOrNone(calls, sys + "/class/hwmon");
   for (const std::string& number : numbers) {
+    if (!isNumbered(number, "hwmon")) continue;
     if (std::optional<Chip> chip = chipOf(calls, sys, number)) chips.push_back(std::move(*chip));
   }
   std::sort(chips.begin(), chips.end(), standsBefore);
