@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <array>
 #include <cstdint>
-#include <span>
 #include <utility>
 
 #include "platform/linux/DevicePath.hpp"
@@ -56,12 +55,6 @@ bool isNvmePathOf(std::string_view name, std::string_view head) {
          rest.substr(end) == head.substr(space);
 }
 
-std::optional<int64_t> bytes(std::string_view sectors) {
-  constexpr uint64_t kSectorBytes = 512;  // even if the drive has larger blocks
-  const std::optional<uint64_t> count = unsignedInteger(sectors);
-  return count ? std::optional(static_cast<int64_t>(*count * kSectorBytes)) : std::nullopt;
-}
-
 int64_t wrappingSum(int64_t first, int64_t second) {
   return static_cast<int64_t>(static_cast<uint64_t>(first) + static_cast<uint64_t>(second));
 }
@@ -72,77 +65,51 @@ void add(DriveStatistics& sum, const std::optional<DriveStatistics>& part) {
   sum.bytesWritten = wrappingSum(*sum.bytesWritten, *part->bytesWritten);
 }
 
-using Words = std::vector<std::string_view>;
-
-std::optional<DriveStatistics> statisticsOf(const Words& counters) {
-  if (counters.size() < 11) return std::nullopt;
-  const DriveStatistics drive{bytes(counters[2]), bytes(counters[6])};
-  if (!drive.bytesRead || !drive.bytesWritten) return std::nullopt;
-  return drive;
-}
-
-/// A line of /proc/diskstats: two numbers, the device's name, its counters.
-struct TableRow {
-  std::string_view name;
-  Words counters;
-};
-
-std::vector<TableRow> rowsOf(std::string_view table) {
-  constexpr size_t kNameField = 2;
-  std::vector<TableRow> rows;
-  for (const std::string_view line : split(table, '\n')) {
-    const Words fields = words(line);
-    if (fields.size() <= kNameField) continue;
-    rows.push_back({fields[kNameField], Words(fields.begin() + kNameField + 1, fields.end())});
-  }
-  return rows;
-}
-
 bool isIdle(const DriveStatistics& drive) {
   return *drive.bytesRead == 0 && *drive.bytesWritten == 0;
 }
 
-std::optional<DriveStatistics> readStat(KeptFile& stat) {
+void readStat(KeptFile& stat, DriveTotals& totals) {
+  if (stat.state() == KeptFile::State::gone) stat.reopen();
   std::array<char, 512> buffer;
-  return driveStatistics(stat.read(buffer));
+  const std::optional<DriveStatistics> counters = driveStatistics(stat.read(buffer));
+  if (counters) totals.note(*counters);
+  // A device that comes back counts from 0.
+  if (stat.state() == KeptFile::State::gone) totals.restart();
 }
 
 }  // namespace
 
-std::optional<DriveStatistics> driveStatistics(std::string_view counters) {
-  return statisticsOf(words(counters));
-}
-
 BlockDrives::BlockDrives(SystemCalls& calls, const std::string& sys, const std::string& proc)
-    : calls_(calls), sys_(sys), table_(proc + "/diskstats") {}
+    : calls_(calls), sys_(sys), tableFile_(proc + "/diskstats") {}
 
 size_t BlockDrives::count() {
   std::vector<Entry> present = findDrives();
   std::stable_sort(present.begin(), present.end(), [](const Entry& first, const Entry& second) {
-    return standsBeforeInHardware(first.path, second.path);
+    return standsBeforeInHardware(first.own.path, second.own.path);
   });
   for (Entry& drive : present) {
-    if (!findAgain(drive.path)) drives_.push_back(std::move(drive));
+    if (!isKnown(drive.own.path)) drives_.push_back(std::move(drive));
   }
   return drives_.size();
 }
 
 void BlockDrives::beginWalk() {
   const bool needsTable = std::any_of(drives_.begin(), drives_.end(),
-                                      [](const Entry& drive) { return drive.stats.empty(); });
-  if (needsTable) tableText_ = textOf(calls_, table_, kTableBound).value_or("");
+                                      [](const Entry& drive) { return !drive.own.stat; });
+  if (needsTable) table_ = readTable();
 }
 
 Drive BlockDrives::read(size_t index) {
   if (index >= drives_.size()) return UnreadableDrive{};
-  const std::optional<DriveStatistics> counters = readStatistics(drives_[index]);
-  return counters ? Drive(*counters) : Drive(UnreadableDrive{});
+  const std::optional<DriveStatistics> bytes = readEntry(drives_[index]);
+  return bytes ? Drive(*bytes) : Drive(UnreadableDrive{});
 }
 
 std::string BlockDrives::sourceOf(size_t index) const {
   if (index >= drives_.size()) return "";
-  const Entry& drive = drives_[index];
-  return drive.stats.empty() ? table_ + " " + drive.name : drive.path + "/stat";
+  const Device& drive = drives_[index].own;
+  return drive.stat ? drive.path + "/stat" : tableFile_ + " " + drive.name;
 }
 
 std::vector<BlockDrives::Entry> BlockDrives::findDrives() const {
@@ -150,72 +117,75 @@ std::vector<BlockDrives::Entry> BlockDrives::findDrives() const {
   if (!names) return findDrivesInTable();
   std::vector<Entry> drives;
   for (const std::string& name : *names) {
-    const std::optional<std::string> path = devicePath(sys_, sys_ + "/block/" + name);
-    if (!path || !isDrive(name, *path)) continue;
-    drives.push_back({name, *path, {}});
-    drives.back().stats.emplace_back(calls_, sys_ + "/block/" + name + "/stat");
-    addPaths(drives.back(), *names);
+    std::optional<Device> own = findDevice(name);
+    if (!own || !isDrive(*own)) continue;
+    drives.push_back({std::move(*own), {}});
+    for (const std::string& other : *names) {
+      if (!isNvmePathOf(other, name)) continue;
+      if (auto path = findDevice(other)) drives.back().paths.push_back(std::move(*path));
+    }
   }
   return drives;
 }
 
 std::vector<BlockDrives::Entry> BlockDrives::findDrivesInTable() const {
   std::vector<Entry> drives;
-  const std::string table = textOf(calls_, table_, kTableBound).value_or("");
-  for (const TableRow& row : rowsOf(table)) {
-    if (!isWholeDrive(row.name)) continue;
-    drives.push_back({std::string(row.name), std::string(row.name), {}});
+  const DriveTable table = readTable();
+  for (const auto& [name, counters] : table) {
+    if (!isWholeDrive(name)) continue;
+    drives.push_back({Device{.name = name, .path = name}, {}});
+    for (const auto& [other, otherCounters] : table) {
+      if (!isNvmePathOf(other, name)) continue;
+      drives.back().paths.push_back(Device{.name = other, .path = other});
+    }
   }
   return drives;
 }
 
-bool BlockDrives::isDrive(const std::string& name, const std::string& path) const {
+DriveTable BlockDrives::readTable() const {
+  return driveTable(textOf(calls_, tableFile_, kTableBound).value_or(""));
+}
+
+std::optional<BlockDrives::Device> BlockDrives::findDevice(const std::string& name) const {
+  const std::string link = sys_ + "/block/" + name;
+  const std::optional<std::string> path = devicePath(sys_, link);
+  const std::optional<std::string> folder = realPath(link);
+  if (!path || !folder) return std::nullopt;
+  // The link may lead to another device later, but the folder is this one's.
+  return Device{.name = name, .path = *path, .stat = KeptFile(calls_, *folder + "/stat")};
+}
+
+bool BlockDrives::isDrive(const Device& device) const {
   // The kernel lists the head of a multipath drive as virtual, but it is a drive.
   const bool isVirtual =
-      path.starts_with("virtual/") && !path.starts_with("virtual/nvme-subsystem/");
-  if (isVirtual || isOtherDevice(name)) return false;
-  const std::string folder = sys_ + "/block/" + name;
+      device.path.starts_with("virtual/") && !device.path.starts_with("virtual/nvme-subsystem/");
+  if (isVirtual || isOtherDevice(device.name)) return false;
+  const std::string folder = sys_ + "/block/" + device.name;
   if (trimmedTextOf(calls_, folder + "/hidden") == "1") return false;
   if (trimmedTextOf(calls_, folder + "/size") == "0") return false;
   return namesOrNone(calls_, folder + "/slaves").empty();
 }
 
-void BlockDrives::addPaths(Entry& drive, const std::vector<std::string>& names) const {
-  for (const std::string& name : names) {
-    if (isNvmePathOf(name, drive.name)) {
-      drive.stats.emplace_back(calls_, sys_ + "/block/" + name + "/stat");
-    }
-  }
+bool BlockDrives::isKnown(std::string_view path) const {
+  return std::any_of(drives_.begin(), drives_.end(),
+                     [&](const Entry& known) { return known.own.path == path; });
 }
 
-bool BlockDrives::findAgain(std::string_view path) {
-  return std::any_of(drives_.begin(), drives_.end(), [&](Entry& known) {
-    if (known.path != path) return false;
-    readStatistics(known);  // notices if the drive has gone
-    return known.stats.empty() || known.stats.front().state() != KeptFile::State::gone;
-  });
-}
-
-std::optional<DriveStatistics> BlockDrives::readStatistics(Entry& drive) const {
-  if (drive.stats.empty()) return tableStatistics(drive.name);
-  std::optional<DriveStatistics> sum = readStat(drive.stats.front());
+std::optional<DriveStatistics> BlockDrives::readEntry(Entry& drive) const {
+  std::optional<DriveStatistics> sum = readDevice(drive.own);
   if (!sum || !isIdle(*sum)) return sum;
   // Before Linux 6.2 the kernel counts only the paths of a multipath drive.
-  for (KeptFile& path : std::span(drive.stats).subspan(1)) add(*sum, readStat(path));
+  for (Device& path : drive.paths) add(*sum, readDevice(path));
   return sum;
 }
 
-std::optional<DriveStatistics> BlockDrives::tableStatistics(std::string_view name) const {
-  const std::vector<TableRow> rows = rowsOf(tableText_);
-  const auto own =
-      std::find_if(rows.begin(), rows.end(), [&](const TableRow& row) { return row.name == name; });
-  if (own == rows.end()) return std::nullopt;
-  std::optional<DriveStatistics> sum = statisticsOf(own->counters);
-  if (!sum || !isIdle(*sum)) return sum;
-  for (const TableRow& row : rows) {
-    if (isNvmePathOf(row.name, name)) add(*sum, statisticsOf(row.counters));
+std::optional<DriveStatistics> BlockDrives::readDevice(Device& device) const {
+  if (device.stat) {
+    readStat(*device.stat, device.totals);
+  } else if (const auto row = table_.find(device.name); row != table_.end()) {
+    device.totals.note(row->second);
   }
-  return sum;
+  return device.totals.statistics();
 }
 
 }  // namespace halvermonte::linuxos
