@@ -66,13 +66,19 @@ class WatchedCalls : public linuxos::SystemCalls {
   double steadySeconds() override { return seconds; }
   void waitUntil(double end, std::unique_lock<std::mutex>& lock, std::condition_variable& changed,
                  const std::function<bool()>& isMet) override {
+    ++waiting_;
     // The test's clock notifies nobody.
     while (!isMet() && seconds < end) changed.wait_for(lock, std::chrono::milliseconds(1));
+    --waiting_;
   }
   bool startThread(std::function<void()> body) override {
     const std::lock_guard lock(mutex_);
     if (hasNoThreads) return false;
-    threads_.emplace_back(std::move(body));
+    ++running_;
+    threads_.emplace_back([this, body = std::move(body)] {
+      body();
+      --running_;
+    });
     return true;
   }
 
@@ -115,6 +121,11 @@ class WatchedCalls : public linuxos::SystemCalls {
     return threads_.size();
   }
 
+  /// How many of them have not ended.
+  size_t runningThreads() const { return running_; }
+  /// How many of those wait, as a slow sensor's does between two readings.
+  size_t waitingThreads() const { return waiting_; }
+
   std::atomic<double> seconds = 1000;
   std::vector<std::string> opened;
   std::atomic<size_t> folders = 0, reads = 0, lists = 0, closes = 0;
@@ -148,6 +159,7 @@ class WatchedCalls : public linuxos::SystemCalls {
   std::map<std::string, size_t> readsOfPath_;
   std::vector<std::string> held_;
   std::vector<std::thread> threads_;
+  std::atomic<size_t> running_ = 0, waiting_ = 0;
 };
 
 /// Fails on files whose paths end like this, with the error.
