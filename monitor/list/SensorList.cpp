@@ -8,7 +8,6 @@
 #include <variant>
 #include <vector>
 
-#include "catalogue/BuiltInNames.hpp"
 #include "engine/EngineState.hpp"
 #include "engine/Fans.hpp"
 #include "engine/FixedTemperatures.hpp"
@@ -48,11 +47,16 @@ bool isOfFan(const std::string& key, std::string_view end) {
   return key.size() == 4 && key[0] == 'F' && key[1] >= '0' && key[1] <= '9' && key.ends_with(end);
 }
 
+bool isSampled(const std::string& key, const EngineState& engine) {
+  return std::ranges::any_of(engine.smcTempKeys.elements(),
+                             [&](const Value& sampled) { return sampled.asText().view() == key; });
+}
+
 /// The name under which a key's reading is shown, or why it is not.
 std::string nameOfKey(const std::string& key, const EngineState& engine,
                       const Controller& controller) {
   if (const Text name = engine.smcKeyHumanReadableNames.find(key).asText()) {
-    return std::string(name.view()) + (isBuiltInTemperatureKey(key) ? "" : " (not sampled)");
+    return std::string(name.view()) + (isSampled(key, engine) ? "" : " (not sampled)");
   }
   if (const std::string_view name = fixedTemperatureName(key); !name.empty()) {
     return std::string(name) + " (short list)";

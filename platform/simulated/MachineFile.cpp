@@ -12,6 +12,7 @@
 #include "platform/simulated/JsonPlace.hpp"
 #include "platform/simulated/JsonValue.hpp"
 #include "platform/simulated/SMCReader.hpp"
+#include "platform/simulated/SensorNamesReader.hpp"
 
 namespace halvermonte {
 namespace {
@@ -49,7 +50,7 @@ std::vector<MachineTick> readTicks(const JsonPlace& place) {
 }
 
 MachineFile readMachine(const JsonPlace& root) {
-  root.expectOnly({"name", "hostName", "sysctl", "commands", "processor", "ticks"});
+  root.expectOnly({"name", "hostName", "sysctl", "commands", "processor", "names", "ticks"});
   MachineFile machine;
   machine.name = root.required("name").text();
   machine.hostName = machine.name;
@@ -71,6 +72,7 @@ MachineFile readMachine(const JsonPlace& root) {
   if (const auto processor = root.find("processor")) {
     machine.commands.emplace(kHardwareReportCommand, readHardwareReport(*processor));
   }
+  if (const auto names = root.find("names")) machine.sensorNames = readSensorNames(*names);
   machine.ticks = readTicks(root.required("ticks"));
   return machine;
 }

@@ -11,6 +11,7 @@
 #include <variant>
 #include <vector>
 
+#include "platform/SensorNames.hpp"
 #include "platform/portable/Machine.hpp"
 #include "platform/simulated/HIDKindNames.hpp"
 #include "platform/simulated/MachineFileError.hpp"
@@ -63,6 +64,7 @@ struct MachineFile {
   std::map<std::string, int64_t> kernelVariables;
   /// Outputs by exact command. If an output is absent, the command cannot be started.
   std::map<std::string, std::optional<std::string>> commands;
+  std::vector<SensorName> sensorNames;
   std::vector<MachineTick> ticks;  ///< at least one
 
   /// Reads the file at the path, or the text of a file. Both throw MachineFileError. `fileName` is

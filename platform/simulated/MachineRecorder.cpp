@@ -49,6 +49,7 @@ std::string MachineRecorder::machineFile() {
                                .hostName = inner_.localizedHostName(),
                                .commands = commands_,
                                .kernelVariables = kernelVariables_,
+                               .sensorNames = sensorNames_,
                                .drivesMatched = driveCount_.has_value(),
                                .ticks = ticks_});
 }
@@ -63,6 +64,11 @@ SMCKeyInfo MachineRecorder::smcKeyInfo(uint32_t key) {
 
 SMCKeyBytes MachineRecorder::smcKeyBytes(uint32_t key) {
   return keep(tick().keys[key].data, inner_.smcKeyBytes(key));
+}
+
+std::vector<SensorName> MachineRecorder::sensorNames() {
+  sensorNames_ = inner_.sensorNames();
+  return sensorNames_;
 }
 
 std::shared_ptr<const HIDServices> MachineRecorder::hidServices(HIDSensorKind kind) {

@@ -10,6 +10,7 @@
 #include <string>
 #include <vector>
 
+#include "platform/SensorNames.hpp"
 #include "platform/portable/Machine.hpp"
 
 namespace halvermonte {
@@ -48,6 +49,7 @@ class MachineRecorder : public MachineWrapper {
   uint32_t openSMC() override;
   SMCKeyInfo smcKeyInfo(uint32_t key) override;
   SMCKeyBytes smcKeyBytes(uint32_t key) override;
+  std::vector<SensorName> sensorNames() override;
   std::shared_ptr<const HIDServices> hidServices(HIDSensorKind kind) override;
   std::optional<size_t> driveCount() override;
   void beginDriveWalk() override;
@@ -67,6 +69,7 @@ class MachineRecorder : public MachineWrapper {
   std::optional<size_t> driveCount_;
   std::map<std::string, std::optional<std::string>> commands_;
   std::map<std::string, int64_t> kernelVariables_;
+  std::vector<SensorName> sensorNames_;
   std::vector<RecordedTick> ticks_{1};
 };
 

@@ -10,9 +10,11 @@
 #include "halvermonte/Values.hpp"
 #include "platform/ASCII.hpp"
 #include "platform/FourCharacterCode.hpp"
+#include "platform/SensorNames.hpp"
 #include "platform/portable/Machine.hpp"
 #include "platform/simulated/HIDKindNames.hpp"
 #include "platform/simulated/HexText.hpp"
+#include "platform/simulated/SensorNamesReader.hpp"
 
 namespace halvermonte {
 namespace {
@@ -190,6 +192,18 @@ Json commandAnswer(const std::optional<std::string>& output) {
   return {{"outputHex", hexOfBytes(*output)}};
 }
 
+/// The names that a machine file can have. Another one would make the whole file unreadable.
+Json sensorNames(const std::vector<SensorName>& names) {
+  Json pairs = Json::array();
+  std::vector<SensorName> written;
+  for (const SensorName& name : names) {
+    if (!unmetByKey(name.key, written).empty() || !unmetByName(name.name).empty()) continue;
+    pairs.push_back(Json::array({name.key, name.name}));
+    written.push_back(name);
+  }
+  return pairs;
+}
+
 }  // namespace
 
 std::string writtenAsMachineFile(const Recording& recording) {
@@ -202,6 +216,7 @@ std::string writtenAsMachineFile(const Recording& recording) {
   for (const auto& [command, output] : recording.commands) {
     file["commands"][command] = commandAnswer(output);
   }
+  if (const Json names = sensorNames(recording.sensorNames); !names.empty()) file["names"] = names;
   TickWriter writer(recording.drivesMatched);
   file["ticks"] = Json::array();
   for (const RecordedTick& tick : recording.ticks) file["ticks"].push_back(writer.write(tick));

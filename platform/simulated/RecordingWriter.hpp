@@ -7,6 +7,7 @@
 #include <string>
 #include <vector>
 
+#include "platform/SensorNames.hpp"
 #include "platform/simulated/MachineRecorder.hpp"
 
 namespace halvermonte {
@@ -17,6 +18,7 @@ struct Recording {
   std::optional<std::string> hostName;
   std::map<std::string, std::optional<std::string>> commands;
   std::map<std::string, int64_t> kernelVariables;
+  std::vector<SensorName> sensorNames;
   bool drivesMatched;  ///< false if the matching call failed
   std::vector<RecordedTick> ticks;
 };

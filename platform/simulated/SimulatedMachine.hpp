@@ -11,6 +11,7 @@
 #include <unordered_map>
 #include <vector>
 
+#include "platform/SensorNames.hpp"
 #include "platform/portable/Inventory.hpp"
 #include "platform/portable/Machine.hpp"
 #include "platform/simulated/HIDKindNames.hpp"
@@ -36,6 +37,7 @@ class SimulatedMachine : public Machine {
   bool answersWideCalls() override { return smc_.answersWideCalls; }
   SMCKeyInfo smcKeyInfo(uint32_t key) override;
   SMCKeyBytes smcKeyBytes(uint32_t key) override;
+  std::vector<SensorName> sensorNames() override { return file_.sensorNames; }
   std::shared_ptr<const HIDServices> hidServices(HIDSensorKind kind) override;
   std::optional<size_t> driveCount() override { return driveCount_; }
   void beginDriveWalk() override;

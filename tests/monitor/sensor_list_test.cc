@@ -15,8 +15,8 @@ using ::testing::MatchesRegex;
 using ::testing::StartsWith;
 
 /// The list of a machine in the tick.
-std::string listOf(const std::string& tick) {
-  Sampling sampling({.machine = machineOf(tick), .title = "Sample, simulated"});
+std::string listOf(const std::string& tick, const std::string& members = "") {
+  Sampling sampling({.machine = machineOf(tick, members), .title = "Sample, simulated"});
   return sensorList(sampling);
 }
 
@@ -84,6 +84,16 @@ TEST(SensorList, KeyHasItsDisplayNameOrWhatItStandsFor) {
   EXPECT_THAT(lineWith(list, "Zzzz"), MatchesRegex("Zzzz .* SMC ch8\\*  0a0b"));
   EXPECT_THAT(lineWith(list, "Zzz0"), MatchesRegex("Zzz0 .*  no reading"));
   EXPECT_THAT(lineWith(list, "Zzz1"), MatchesRegex("Zzz1 .*  no reading"));
+}
+
+TEST(SensorList, KeyThatTheMachineAddsHasItsName) {
+  const std::string list = listOf(tickOfKeys(R"("Xa00": {"type": "sp78", "value": 40},
+                                                "TP0P": {"type": "sp78", "value": 40},
+                                                "Tp0n": {"type": "sp78", "value": 40})"),
+                                  R"("names": [["Xa00", "Samsung SSD"]], )");
+  EXPECT_THAT(lineWith(list, "Xa00"), MatchesRegex("Xa00  Samsung SSD +SMC sp78  2800"));
+  EXPECT_THAT(lineWith(list, "TP0P"), HasSubstr("  PCH Proximity (not sampled) "));
+  EXPECT_THAT(lineWith(list, "Tp0n"), HasSubstr("  no name on this processor "));
 }
 
 TEST(SensorList, ReadingOfAKeyIsAtMostThe32BytesOfAReply) {

@@ -26,6 +26,7 @@ std::string hid(const std::string& services) {
 std::string hidWave(const std::string& members) { return hid(R"([{"wave": {)" + members + "}}]"); }
 std::string drives(const std::string& list) { return machineText(R"({"drives": )" + list + "}"); }
 std::string top(const std::string& members) { return machineText("{}", members + ", "); }
+std::string names(const std::string& pairs) { return top(R"("names": [)" + pairs + "]"); }
 
 const std::string kKey = "/ticks/0/smc/keys/TC0P";
 const std::string kNotAKey =
@@ -36,6 +37,10 @@ const std::string kCodeRange = ": expected an integer from 0 to 4294967295";
 const std::string kResultRange = ": expected an integer from 0 to 255";
 const std::string kSigned64 = ": expected a signed 64-bit integer";
 const std::string kSP78 = "from -128 to 127.99609375";
+const std::string kPair = ": expected an array of a key and its name";
+const std::string kPrintable = ": expected a key of 4 printable ASCII characters";
+const std::string kOneLine = ": expected a text of one line that is not empty";
+const std::string kBuiltIn = ": expected a key that is not in the built-in catalogue";
 const std::string kHexBytes = "/bytes: expected hex digits of 0 to 32 bytes";
 
 // Errors in the file as a whole, or in its top members.
@@ -50,9 +55,9 @@ const Refused kTopLevel[] = {
     {R"({"name": "a", "ticks": {}})", "/ticks: expected an array of at least one tick"},
     {R"({"name": "a", "ticks": [[]]})", "/ticks/0: expected an object"},
     {top(R"("nmae": "b")"),
-     "/nmae: expected one of name, hostName, sysctl, commands, processor, ticks"},
+     "/nmae: expected one of name, hostName, sysctl, commands, processor, names, ticks"},
     {top(R"("a/b~c\n": 1)"),
-     "/a~1b~0c\\u000a: expected one of name, hostName, sysctl, commands, processor, ticks"},
+     "/a~1b~0c\\u000a: expected one of name, hostName, sysctl, commands, processor, names, ticks"},
     {top(R"("hostName": 7)"), "/hostName: expected a text or null"},
     {top(R"("sysctl": [])"), "/sysctl: expected an object"},
     {top(R"("sysctl": {"hw.physicalcpu": 8.0})"), "/sysctl/hw.physicalcpu" + kSigned64},
@@ -86,6 +91,30 @@ const Refused kTopLevel[] = {
      "/processor/cpu_type: expected a text of characters that XML allows"},
     {top(R"("processor": {"cpu_type": "a\uffffb"})"),
      "/processor/cpu_type: expected a text of characters that XML allows"},
+};
+
+const Refused kNames[] = {
+    {top(R"("names": {})"), "/names: expected an array of keys, each with its name"},
+    {top(R"("names": null)"), "/names: expected an array of keys, each with its name"},
+    {names(R"("Xa00")"), "/names/0" + kPair},
+    {names(R"({"Xa00": "Drive"})"), "/names/0" + kPair},
+    {names(R"([])"), "/names/0" + kPair},
+    {names(R"(["Xa00"])"), "/names/0" + kPair},
+    {names(R"(["Xa00", "Drive"], ["Xa01", "Drive", 1])"), "/names/1" + kPair},
+    {names(R"([5, "Drive"])"), "/names/0/0" + kPrintable},
+    {names(R"(["Xa0", "Drive"])"), "/names/0/0" + kPrintable},
+    {names(R"(["Xa000", "Drive"])"), "/names/0/0" + kPrintable},
+    {names(R"(["X\u00e90", "Drive"])"), "/names/0/0" + kPrintable},
+    {names(R"(["Xa\u001f0", "Drive"])"), "/names/0/0" + kPrintable},
+    {names(R"(["Xa\u007f0", "Drive"])"), "/names/0/0" + kPrintable},
+    {names(R"(["TC0P", "Drive"])"), "/names/0/0" + kBuiltIn},
+    {names(R"(["Xa00", "Drive"], ["Xa01", "Drive"], ["VBAT", "Drive"])"), "/names/2/0" + kBuiltIn},
+    {names(R"(["TP0P", "Drive"])"), "/names/0/0" + kBuiltIn},
+    {names(R"(["Xa00", "a"], ["Xa01", "b"], ["Xa00", "c"])"),
+     "/names/2/0: expected a key that no earlier name has"},
+    {names(R"(["Xa00", null])"), "/names/0/1" + kOneLine},
+    {names(R"(["Xa00", ""])"), "/names/0/1" + kOneLine},
+    {names(R"(["Xa00", "two\nlines"])"), "/names/0/1" + kOneLine},
 };
 
 const Refused kTicks[] = {
@@ -212,6 +241,7 @@ void expectRefusals(std::span<const Refused> files) {
 }
 
 TEST(RefusedMachineFile, NamesThePlaceInTheTopLevel) { expectRefusals(kTopLevel); }
+TEST(RefusedMachineFile, NamesThePlaceInTheNames) { expectRefusals(kNames); }
 TEST(RefusedMachineFile, NamesThePlaceInATick) { expectRefusals(kTicks); }
 TEST(RefusedMachineFile, NamesThePlaceInTheController) { expectRefusals(kController); }
 TEST(RefusedMachineFile, NamesThePlaceInAnAnswer) { expectRefusals(kAnswers); }

@@ -133,6 +133,44 @@ TEST(MachineRecorder, KeepsThatDrivesCannotBeMatched) {
   expectTheSame(R"({"name": "driveless", "ticks": [{"drives": null}, {"drives": [{}]}]})");
 }
 
+constexpr const char* kNamed = R"json({
+  "name": "named",
+  "names": [["Xb00", "SSD 990"], ["Xa00", "Drive \u00e9"], ["Xc00", "GPU Die"]],
+  "ticks": [
+    {"smc": {"keys": {
+       "Xb00": {"type": "flt ", "value": 40}, "Xa00": {"type": "sp78", "value": 51},
+       "Xc00": {"type": "sp78", "value": 70}, "TG0D": {"type": "sp78", "value": 60}}}},
+    {"smc": {"keys": {"Xb00": null, "Xc00": {"type": "sp78", "value": 20}}}}
+  ]
+})json";
+
+TEST(MachineRecorder, KeepsTheAddedNames) {
+  expectTheSame(kNamed);
+  Contents seen;
+  const std::string recording = recordPasses(kNamed, seen);
+  EXPECT_NE(seen[0].find("SSD 990"), std::string::npos);
+  EXPECT_EQ(recordPasses(recording, seen), recording);
+}
+
+TEST(MachineRecorder, WritesNoNamesIfThereAreNone) {
+  Contents seen;
+  EXPECT_EQ(recordPasses(kFaulty, seen).find("names"), std::string::npos);
+}
+
+TEST(MachineRecorder, LeavesOutNamesThatAMachineFileCannotHave) {
+  TestMachine machine;
+  machine.addedNames = {{"Xa00", "Drive"}, {"Xa01", ""},     {"Xa02", "a\nb"},    {"TC0P", "CPU"},
+                        {"Xa00", "Twice"}, {"short", "Key"}, {"Xa03", "Fan \xFF"}};
+  MachineRecorder recorder(machine, MachineRecorder::HostName::leftOut);
+  runPasses(recorder);
+  const auto replayed = SimulatedMachine::fromText(recorder.machineFile(), "recording.json");
+  const std::vector<SensorName> names = replayed->sensorNames();
+  ASSERT_EQ(names.size(), 2U);
+  EXPECT_EQ(names[0].key, "Xa00");
+  EXPECT_EQ(names[0].name, "Drive");
+  EXPECT_EQ(names[1].key, "Xa03");
+}
+
 TEST(MachineRecorder, LeavesTheHostNameOut) {
   const auto machine = SimulatedMachine::fromText(
       R"({"name": "notebook", "hostName": "Hazel's", "ticks": [{}]})", "original.json");

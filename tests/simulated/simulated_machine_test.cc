@@ -52,6 +52,20 @@ TEST(SimulatedMachine, IsEmptyUnlessItsFirstTickSaysOtherwise) {
   EXPECT_EQ(machine->driveCount(), 0U);
 }
 
+TEST(SimulatedMachine, AddsTheNamesOfItsFileInOrder) {
+  const auto machine = machineOf("{}", R"("names": [["~ ! ", "Drive"], ["Xa00", "\u00b0C\r"]], )");
+  const std::vector<SensorName> names = machine->sensorNames();
+  ASSERT_EQ(names.size(), 2U);
+  EXPECT_EQ(names[0].key, "~ ! ");
+  EXPECT_EQ(names[0].name, "Drive");
+  EXPECT_EQ(names[1].key, "Xa00");
+  EXPECT_EQ(names[1].name,
+            "\xC2\xB0"
+            "C\r");
+  EXPECT_TRUE(machineOf("{}")->sensorNames().empty());
+  EXPECT_TRUE(machineOf("{}", R"("names": [], )")->sensorNames().empty());
+}
+
 TEST(SimulatedClock, AdvancesByASecondUnlessATickSaysOtherwise) {
   const auto machine = machineOf(R"({"time": 10.5}, {}, {"time": 3}, {}, {"time": -2})");
   EXPECT_EQ(clockReadings(*machine, 8), (std::vector<double>{10.5, 11.5, 3, 4, -2, -1, 0, 1}));

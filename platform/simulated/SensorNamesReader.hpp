@@ -1,0 +1,20 @@
+// Reads the `names` of a machine file.
+#pragma once
+
+#include <string_view>
+#include <vector>
+
+#include "platform/SensorNames.hpp"
+#include "platform/simulated/JsonPlace.hpp"
+
+namespace halvermonte {
+
+/// Throws MachineFileError if the place does not follow the format.
+std::vector<SensorName> readSensorNames(const JsonPlace& place);
+
+/// What the format expects of the key that follows the names, or of a name, and does not find; ""
+/// if it has everything.
+std::string_view unmetByKey(std::string_view key, const std::vector<SensorName>& before);
+std::string_view unmetByName(std::string_view name);
+
+}  // namespace halvermonte
