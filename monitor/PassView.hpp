@@ -52,8 +52,9 @@ struct PassView {
   DisksView disks;
   std::optional<ProcessLoad> process;  ///< absent unless somebody asks for one
   std::chrono::steady_clock::duration cost{};
-  std::optional<std::string> exception;  ///< why the pass ended early
-  std::vector<std::string> complaints;   ///< what the engine printed, without repetitions
+  std::chrono::steady_clock::time_point counted;  ///< when the drives' bytes had been read
+  std::optional<std::string> exception;           ///< why the pass ended early
+  std::vector<std::string> complaints;            ///< what the engine printed, without repetitions
 
   /// The whole record. The next pass changes it.
   std::shared_ptr<const StatisticsData> record;

@@ -20,17 +20,25 @@ Pause::Pause(const Options& options) : interval_(intervalOf(options)) {
   if (options.watch || options.recordingPath) signals_.emplace(Signals::Watch::stops);
 }
 
-bool Pause::wait() const {
-  const auto end = std::chrono::steady_clock::now() + interval_;
-  if (signals_) return signals_->waitUntil(end) != Wake::stop;
-  std::this_thread::sleep_until(end);
+bool Pause::wait(Beat::Clock::time_point counted) const {
+  Beat beat(interval_, counted, Beat::Clock::now());
+  do {
+    if (!waitUntil(beat.due())) return false;
+  } while (!beat.isOn(Beat::Clock::now()));
+  return true;
+}
+
+bool Pause::waitUntil(Beat::Clock::time_point time) const {
+  if (signals_) return signals_->waitUntil(time) != Wake::stop;
+  std::this_thread::sleep_until(time);
   return true;
 }
 
 Sampling::Sampling(ChosenMachine chosen)
     : chosen_(std::move(chosen)),
       machine_(chosen_.recorder ? *chosen_.recorder : *chosen_.machine),
-      scope_(machine_) {
+      clock_(machine_),
+      scope_(clock_) {
   view_.title = chosen_.title;
   view_.isSimulated = chosen_.isSimulated;
   view_.processor = engine_.askSytemInfoForProcessorName().view();
@@ -60,6 +68,7 @@ void Sampling::makePass() {
   const auto start = std::chrono::steady_clock::now();
   view_.exception = foundation::reasonRaisedBy([this] { engine_.getSensorsInfo(record_); });
   view_.cost = std::chrono::steady_clock::now() - start;
+  view_.counted = clock_.lastAsked();
   readRecord(record_, view_);
 }
 
@@ -78,7 +87,7 @@ void Sampling::addExtras() {
 
 uint64_t makePasses(Sampling& sampling, const Pause& pause, uint64_t passes, const ShowPass& show) {
   for (uint64_t made = 0; made < passes; ++made) {
-    if (sampling.hasPassed() && !pause.wait()) return made;
+    if (sampling.hasPassed() && !pause.wait(sampling.view().counted)) return made;
     const PassView& view = sampling.pass();
     if (show) show(view);
   }

@@ -10,6 +10,8 @@
 
 #include "halvermonte/HalvermonteSensorsEngine.hpp"
 #include "halvermonte/StatisticsData.hpp"
+#include "monitor/Beat.hpp"
+#include "monitor/ClockWatch.hpp"
 #include "monitor/Options.hpp"
 #include "monitor/PassView.hpp"
 #include "monitor/Signals.hpp"
@@ -27,8 +29,8 @@ struct ChosenMachine {
   bool isSimulated = false;  ///< from a machine file
 };
 
-/// The time from the end of one pass to the beginning of the next: the engine has no rates for
-/// passes that are less than a second apart.
+/// The time from one pass to the next: the engine has no rates for passes that are less than a
+/// second apart.
 std::chrono::steady_clock::duration intervalOf(const Options& options);
 
 /// The wait between two passes.
@@ -37,10 +39,13 @@ class Pause {
   /// A run that watches or records can be stopped by a signal, and ends cleanly.
   explicit Pause(const Options& options);
 
-  /// Returns false if a signal asked the program to stop.
-  bool wait() const;
+  /// Waits until the pass after the one that counted the drives' bytes at that time is due. Returns
+  /// false if a signal asked the program to stop.
+  bool wait(Beat::Clock::time_point counted) const;
 
  private:
+  bool waitUntil(Beat::Clock::time_point time) const;
+
   std::chrono::steady_clock::duration interval_;
   std::optional<Signals> signals_;
 };
@@ -79,6 +84,7 @@ class Sampling {
 
   ChosenMachine chosen_;
   Machine& machine_;  ///< the recorder, if there is one
+  ClockWatch clock_;
   ScopedMachine scope_;
   HalvermonteSensorsEngine engine_;
   std::shared_ptr<StatisticsData> record_ = std::make_shared<StatisticsData>();

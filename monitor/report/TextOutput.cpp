@@ -5,7 +5,6 @@
 #include <unistd.h>
 
 #include <charconv>
-#include <chrono>
 #include <cstdint>
 #include <cstdio>
 #include <cstdlib>
@@ -13,6 +12,7 @@
 #include <string_view>
 #include <vector>
 
+#include "monitor/Beat.hpp"
 #include "monitor/Line.hpp"
 #include "monitor/PassView.hpp"
 #include "monitor/Signals.hpp"
@@ -73,7 +73,8 @@ class Watcher {
         messages_(isErrorOnScreen_ ? HeldMessages::Streams::outputAndError
                                    : HeldMessages::Streams::output),
         signals_(Signals::Watch::stopsAndScreen),
-        screen_(output) {
+        screen_(output),
+        beat_(intervalOf(options), sampling.view().counted, Beat::Clock::now()) {
     sampling_.collectComplaints(messages_);
     if (options_.process) sampling_.watchProcess(*options_.process);
   }
@@ -86,7 +87,7 @@ class Watcher {
       const Wake wake = wait();
       if (wake == Wake::stop) return;
       if (wake == Wake::suspend) screen_.suspend();
-      if (wake != Wake::timeUp) continue;
+      if (wake != Wake::timeUp || !beat_.isOn(Beat::Clock::now())) continue;
       if (shown == options_.ticks) return;
       ++shown;
       makePass();
@@ -98,13 +99,13 @@ class Watcher {
     const std::vector<std::string>& complaints = sampling_.pass().complaints;
     if (!complaints.empty()) complaint_ = complaints.back();
     if (!isErrorOnScreen_) printOnStandardError(complaints);
-    due_ = std::chrono::steady_clock::now() + intervalOf(options_);
+    beat_ = Beat(intervalOf(options_), sampling_.view().counted, Beat::Clock::now());
   }
 
   // Keys but q do nothing.
   Wake wait() {
     for (;;) {
-      const Wake wake = signals_.waitUntil(due_, screen_.keyboard());
+      const Wake wake = signals_.waitUntil(beat_.due(), screen_.keyboard());
       if (wake != Wake::input) return wake;
       if (screen_.readKey() == 'q') return Wake::stop;
     }
@@ -137,7 +138,7 @@ class Watcher {
   const Signals signals_;
   Screen screen_;
   std::string complaint_;
-  std::chrono::steady_clock::time_point due_;
+  Beat beat_;
 };
 
 }  // namespace

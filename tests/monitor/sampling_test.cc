@@ -2,6 +2,7 @@
 
 #include <gmock/gmock.h>
 
+#include <chrono>
 #include <cstdint>
 #include <memory>
 #include <optional>
@@ -90,6 +91,30 @@ TEST(Sampling, PassMadeAheadOfTimeIsReturnedOnce) {
   EXPECT_EQ(sampling.view().number, 0U);
   EXPECT_EQ(sampling.pass().readings.front().value, 41);
   EXPECT_EQ(sampling.view().number, 1U);
+}
+
+// Notes when a pass begins to read the drives and when it goes on to the controller.
+class TimedComputer : public TestMachine {
+ public:
+  void beginDriveWalk() override { began = std::chrono::steady_clock::now(); }
+  SMCService smcService() override {
+    wentOn = std::chrono::steady_clock::now();
+    return TestMachine::smcService();
+  }
+
+  std::chrono::steady_clock::time_point began, wentOn;
+};
+
+TEST(Sampling, PassSaysWhenItHadCountedTheDrivesBytes) {
+  auto owned = std::make_unique<TimedComputer>();
+  const TimedComputer& machine = *owned;
+  owned->drives = {DriveStatistics{1000, 2000}};
+  Sampling sampling({.machine = std::move(owned)});
+  for (int i = 0; i < 2; ++i) {
+    const auto counted = sampling.pass().counted;
+    EXPECT_LT(machine.began, counted);
+    EXPECT_LT(counted, machine.wentOn);
+  }
 }
 
 TEST(Sampling, ComplaintsOfTheEngineAreCollectedOnceWhileTheyRepeat) {
