@@ -84,25 +84,34 @@ std::unique_ptr<Machine> computerOf(const Options& options) {
       std::move(roots), LinuxOptions{.driveTemperatures = options.driveTemperatures});
 }
 
-std::string hintOf(Machine& machine, Offer offer) {
-  const SensorCounts sensors = machine.sensorCounts();
-  if (sensors.refused > 0) {
-    return "sensors that this user may not read: " + std::to_string(sensors.refused) +
+/// Sensors of the kinds that are shown. A machine that lists only keys names no kind.
+size_t temperaturesAndFans(const SensorInventory& inventory) {
+  const auto isOne = [](const SensorListing& sensor) {
+    return !sensor.key.empty() || sensor.quantity == "temperature" || sensor.quantity == "fan";
+  };
+  return static_cast<size_t>(std::count_if(inventory.begin(), inventory.end(), isOne));
+}
+
+/// Why a computer shows no sensor.
+std::string reasonForNone(const SensorInventory& inventory, Offer offer) {
+  if (const size_t sensors = temperaturesAndFans(inventory); sensors > 0) {
+    return "none of the sensors here gives a reading that is shown: " + std::to_string(sensors) +
            " (see --list)";
   }
-  if (offer != Offer::sensors && sensors.known > 0) {
-    return "no sensor gives a reading now (see --list)";
+  if (!inventory.empty()) return "the sensors here are neither temperatures nor fans (see --list)";
+  if (offer == Offer::drivesAlone) {
+    return "no temperatures and no fans to read here: a virtual machine, a container, or drivers "
+           "that are not loaded";
   }
-  switch (offer) {
-    case Offer::nothing:
-      return "no sensors and no drives to read here (see --machine list for others)";
-    case Offer::drivesAlone:
-      return "no temperatures and no fans to read here: a virtual machine, a container, or drivers "
-             "that are not loaded";
-    case Offer::sensors:
-      break;
+  return "no sensors and no drives to read here (see --machine list for others)";
+}
+
+std::string hintOf(Machine& machine, Offer offer) {
+  const size_t refused = machine.sensorCounts().refused;
+  if (refused > 0) {
+    return "sensors that this user may not read: " + std::to_string(refused) + " (see --list)";
   }
-  return "";
+  return offer == Offer::sensors ? "" : reasonForNone(machine.inventory(), offer);
 }
 
 }  // namespace

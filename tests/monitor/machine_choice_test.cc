@@ -9,8 +9,7 @@
 
 #include "monitor/Failure.hpp"
 #include "platform/simulated/BundledMachines.hpp"
-#include "tests/linux/Computer.hpp"
-#include "tests/linux/WatchedCalls.hpp"
+#include "tests/linux/Tree.hpp"
 #include "tests/support/TestMachine.hpp"
 
 namespace halvermonte::test {
@@ -64,40 +63,6 @@ TEST(MachineChoice, HostIsThisComputerEvenIfItHasNothing) {
   const Choice chosen = chosenOn<EmptyComputer>("host");
   EXPECT_FALSE(chosen.sampling->view().isSimulated);
   EXPECT_EQ(chosen.sampling->view().title, "This computer: Box");
-}
-
-TEST(MachineChoice, WhatARealComputerKeepsToItselfIsHintedAt) {
-  EXPECT_THAT(chosenOn<EmptyComputer>("host").hint, StartsWith("no sensors and no drives"));
-  EXPECT_THAT(chosenOn<ComputerWithADrive>("host").hint, StartsWith("no temperatures and no fans"));
-  EXPECT_EQ(chosenOn<EmptyComputer>(std::nullopt).hint, "") << "of the one that stands in";
-}
-
-TEST(MachineChoice, SensorsThatTheUserMayNotReadAreHintedAt) {
-  Tree tree;
-  addChip(tree, 0, "coretemp", "platform/coretemp.0",
-          {{"temp1", "51000", "Package id 0"}, {"temp2", "41000", "Core 0"}});
-  WatchedCalls calls;
-  calls.openFails = failingOn("temp2_input", EACCES);
-  Options options;
-  options.machine = "host";
-  const auto hint = [&] {
-    return chooseMachine(options,
-                         std::make_unique<LinuxMachine>(tree.roots(), LinuxOptions(), calls))
-        .hint;
-  };
-  EXPECT_EQ(hint(), "sensors that this user may not read: 1 (see --list)");
-  calls.openFails = nullptr;
-  EXPECT_EQ(hint(), "");
-}
-
-TEST(MachineChoice, SensorsThatGiveNoReadingNowAreHintedAt) {
-  Tree tree;
-  addChip(tree, 0, "amdgpu", "pci0000:00/0000:03:00.0", {{"temp1", "44000", "edge"}});
-  tree.write("sys/devices/pci0000:00/0000:03:00.0/power/runtime_status", "suspended\n");
-  Options options;
-  options.machine = "host";
-  EXPECT_EQ(chooseMachine(options, std::make_unique<LinuxMachine>(tree.roots())).hint,
-            "no sensor gives a reading now (see --list)");
 }
 
 TEST(MachineChoice, TreeIsNotCalledThisComputer) {
