@@ -64,11 +64,11 @@ const PassView& Sampling::firstPass() {
 }
 
 void Sampling::makePass() {
-  storeFacts();
   const auto start = std::chrono::steady_clock::now();
   view_.exception = foundation::reasonRaisedBy([this] { engine_.getSensorsInfo(record_); });
   view_.cost = std::chrono::steady_clock::now() - start;
   view_.counted = clock_.lastAsked();
+  storeFacts();  // not before the pass, as that would delay the beat
   readRecord(record_, view_);
 }
 
