@@ -39,7 +39,12 @@ struct LinuxOptions {
 /// and nothing that sleeps is woken. What cannot be read is absent, and no question fails because
 /// of it.
 ///
-/// Any thread may ask, while others do.
+/// Any thread may ask, while others do. The machine starts threads of its own only to read sensors:
+/// one for a moment when there are new ones, and one for each slow sensor. They get no signals, and
+/// the destructor does not wait for them. A thread whose read never returns stays until the process
+/// ends, together with the sensor's open file.
+///
+/// REQUIRES: the calls outlive the machine and its threads.
 class LinuxMachine : public Machine {
  public:
   explicit LinuxMachine(LinuxRoots roots = {}, LinuxOptions options = {},
@@ -53,11 +58,13 @@ class LinuxMachine : public Machine {
 
   /// Always present: a computer without sensors has a controller without keys.
   SMCService smcService() override;
-  /// Notices chips that came or went.
+  /// Notices chips that came or went, and waits at most 0.3 seconds for the first readings of new
+  /// sensors.
   uint32_t openSMC() override;
   SMCKeyInfo smcKeyInfo(uint32_t key) override;
   SMCKeyBytes smcKeyBytes(uint32_t key) override;
-  /// Every sensor that the kernel offers, shown or not. Reads them.
+  /// Every sensor that the kernel offers, shown or not. Reads them, and waits at most 0.3 seconds
+  /// for those that were never read.
   SensorInventory inventory() override;
   SensorCounts sensorCounts() override;
 
