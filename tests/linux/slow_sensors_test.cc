@@ -2,7 +2,6 @@
 #include <gmock/gmock.h>
 #include <pthread.h>
 
-#include <algorithm>
 #include <atomic>
 #include <cerrno>
 #include <csignal>
@@ -145,7 +144,7 @@ TEST_F(SlowSensors, SensorThatFailsEverySecondTimeKeepsItsReadingInBetween) {
     return ++attempts % 2 == 0 ? EIO : 0;
   };
   EXPECT_EQ(package(), 51);
-  for (const size_t count : {2, 3, 4, 5}) {
+  for (const size_t count : {2U, 3U, 4U, 5U}) {
     calls.seconds += 10;
     EXPECT_EQ(package(), 51);
     awaitReads(kPackage, count);
@@ -338,16 +337,16 @@ TEST_F(SlowSensors, OfTwoMachinesHoldUpNeither) {
 
 TEST_F(SlowSensors, MayBeReadByManyThreads) {
   calls.hold(kPackage);
+  EXPECT_EQ(package(), -1);
+  const auto ask = [this] {
+    while (package() != 51) {
+      calls.release("");
+      machine().inventory();
+      calls.seconds += 1;
+    }
+  };
   std::vector<std::thread> threads;
-  for (int i = 0; i < 4; ++i) {
-    threads.emplace_back([this, i] {
-      while (temperature(machine(), "TC0D") != 51) {
-        if (i == 0) calls.release("");
-        machine().inventory();
-        calls.seconds += 1;
-      }
-    });
-  }
+  for (int i = 0; i < 4; ++i) threads.emplace_back(ask);
   for (std::thread& thread : threads) thread.join();
 }
 
