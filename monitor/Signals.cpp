@@ -72,14 +72,17 @@ class BlockedSignals {
   sigset_t former_;
 };
 
-timespec durationUntil(std::chrono::steady_clock::time_point time) {
-  namespace chrono = std::chrono;
-  const auto left = std::max(time - chrono::steady_clock::now(), chrono::steady_clock::duration());
-  const auto seconds = chrono::floor<chrono::seconds>(left);
-  return {seconds.count(), chrono::nanoseconds(left - seconds).count()};
+timespec timespecOf(std::chrono::nanoseconds duration) {
+  const auto seconds = std::chrono::floor<std::chrono::seconds>(duration);
+  return {seconds.count(), (duration - seconds).count()};
 }
 
 }  // namespace
+
+std::chrono::nanoseconds partOfWait(std::chrono::nanoseconds left) {
+  constexpr std::chrono::nanoseconds kShort = std::chrono::milliseconds(10);
+  return left <= kShort ? std::max(left, std::chrono::nanoseconds::zero()) : left - left / 500;
+}
 
 Signals::Signals(Watch watch) {
   for (const Handling& stop : kStops) setHandler(stop.number, stop.handler);
@@ -98,11 +101,11 @@ Wake Signals::waitUntil(std::chrono::steady_clock::time_point time, int keyboard
     if (stopAsked) return Wake::stop;
     if (clear(suspendAsked)) return Wake::suspend;
     if (clear(resized)) return Wake::resized;
-    const timespec timeout = durationUntil(time);
+    const timespec timeout = timespecOf(partOfWait(time - std::chrono::steady_clock::now()));
     pollfd input{keyboard, POLLIN, 0};  // poll ignores a negative descriptor
     const int ready = ppoll(&input, 1, &timeout, &blocked.former());
     if (ready > 0) return Wake::input;
-    if (ready == 0) return Wake::timeUp;
+    if (ready == 0 && std::chrono::steady_clock::now() >= time) return Wake::timeUp;
   }
 }
 

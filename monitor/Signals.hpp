@@ -9,6 +9,11 @@ namespace halvermonte {
 /// Why a wait ended.
 enum class Wake : uint8_t { timeUp, stop, suspend, resized, input };
 
+/// How long to wait at once if that much time is left. The kernel may end a wait late by a
+/// thousandth of its length, so all but the last milliseconds are waited for in parts that end
+/// early.
+std::chrono::nanoseconds partOfWait(std::chrono::nanoseconds left);
+
 /// Turns Ctrl-C, SIGTERM, SIGHUP and SIGQUIT into a clean stop. A second one ends a process that
 /// hangs. One object at a time.
 class Signals {
