@@ -22,7 +22,7 @@ LinuxMachine::LinuxMachine(LinuxRoots roots, LinuxOptions options, linuxos::Syst
     : roots_(std::move(roots)),
       calls_(calls),
       commands_(std::make_unique<linuxos::Commands>()),
-      controller_(std::make_unique<linuxos::HwmonController>(calls_, roots_.sys,
+      controller_(std::make_unique<linuxos::HwmonController>(calls_, roots_.sys, roots_.proc,
                                                              options.driveTemperatures)),
       drives_(std::make_unique<linuxos::BlockDrives>(calls_, roots_.sys, roots_.proc)),
       facts_(std::make_unique<linuxos::HostFactsReader>(calls_, roots_.sys, roots_.proc)) {}
@@ -58,6 +58,11 @@ SMCKeyInfo LinuxMachine::smcKeyInfo(uint32_t key) {
 SMCKeyBytes LinuxMachine::smcKeyBytes(uint32_t key) {
   const std::lock_guard lock(mutex_);
   return controller_->bytes(key);
+}
+
+std::vector<SensorName> LinuxMachine::sensorNames() {
+  const std::lock_guard lock(mutex_);
+  return controller_->names();
 }
 
 SensorInventory LinuxMachine::inventory() {

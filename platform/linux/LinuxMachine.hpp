@@ -7,7 +7,9 @@
 #include <mutex>
 #include <optional>
 #include <string>
+#include <vector>
 
+#include "platform/SensorNames.hpp"
 #include "platform/linux/SystemCalls.hpp"
 #include "platform/portable/HostFacts.hpp"
 #include "platform/portable/Inventory.hpp"
@@ -63,6 +65,8 @@ class LinuxMachine : public Machine {
   uint32_t openSMC() override;
   SMCKeyInfo smcKeyInfo(uint32_t key) override;
   SMCKeyBytes smcKeyBytes(uint32_t key) override;
+  /// Of all temperatures that the engine's catalogue lacks.
+  std::vector<SensorName> sensorNames() override;
   /// Every sensor that the kernel offers, shown or not. Reads them, and waits at most 0.3 seconds
   /// for those that were never read.
   SensorInventory inventory() override;

@@ -18,16 +18,16 @@ std::string coreOf(SystemCalls& calls, const std::string& processor) {
   return list.empty() ? trimmedTextOf(calls, processor + "/topology/thread_siblings_list") : list;
 }
 
-/// Counts the different texts of the processors, without "".
-template <class TextOf>
-size_t differentTexts(SystemCalls& calls, const std::string& sys, TextOf textOf) {
+/// Counts the different cores of the processors.
+size_t coresByTopology(SystemCalls& calls, const std::string& sys) {
   const std::string processors = sys + "/devices/system/cpu";
-  std::set<std::string> texts;
+  std::set<std::string> cores;
   for (const std::string& name : namesOrNone(calls, processors)) {
-    if (isNumbered(name, "cpu")) texts.insert(textOf(processors + "/" + name));
+    // Core numbers do not help: on Apple silicon each cluster counts from 0.
+    if (isNumbered(name, "cpu")) cores.insert(coreOf(calls, processors + "/" + name));
   }
-  texts.erase("");
-  return texts.size();
+  cores.erase("");
+  return cores.size();
 }
 
 /// Counts the cores in the text of /proc/cpuinfo. Each processor has a paragraph that begins with
@@ -49,17 +49,9 @@ size_t coresByTable(std::string_view table) {
 
 std::optional<int64_t> physicalCores(SystemCalls& calls, const std::string& sys,
                                      const std::string& proc) {
-  // Core numbers do not help: on Apple silicon each cluster counts from 0.
-  size_t count = differentTexts(
-      calls, sys, [&](const std::string& processor) { return coreOf(calls, processor); });
+  size_t count = coresByTopology(calls, sys);
   if (count == 0) count = coresByTable(textOf(calls, proc + "/cpuinfo", kTableBound).value_or(""));
   return count == 0 ? std::nullopt : std::optional(static_cast<int64_t>(count));
-}
-
-size_t processorPackages(SystemCalls& calls, const std::string& sys) {
-  return differentTexts(calls, sys, [&](const std::string& processor) {
-    return trimmedTextOf(calls, processor + "/topology/physical_package_id");
-  });
 }
 
 }  // namespace halvermonte::linuxos

@@ -86,7 +86,7 @@ class SubclassTest : public ObjectiveCTest {
 TEST_F(SubclassTest, IsAskedForTheProcessorThenTheCoresWhenItIsMade) {
   [[[AnsweringEngine alloc] init] release];
   EXPECT_EQ(asked, (std::vector<std::string>{"processor", "cores"}));
-  EXPECT_EQ(machine_.asked, std::vector<std::string>{"drives"});
+  EXPECT_EQ(machine_.asked, (std::vector<std::string>{"drives", "names"}));
 }
 
 TEST_F(SubclassTest, TheNamesFollowItsAnswers) {

@@ -1,5 +1,7 @@
 #include "tests/linux/Computer.hpp"
 
+#include "tests/support/Sampler.hpp"
+
 #include <array>
 
 namespace halvermonte::test {
@@ -14,6 +16,15 @@ void writeChip(Tree& tree, const std::string& folder, const std::string& driver,
       tree.write(folder + "/" + channel.name + "_label", channel.label + "\n");
     }
   }
+}
+
+std::map<std::string, int> numbersByName(const Entries& entries) {
+  std::map<std::string, int> numbers;
+  for (const auto& [name, number] : entries) {
+    EXPECT_FALSE(numbers.contains(name)) << name;
+    numbers[name] = std::stoi(number);
+  }
+  return numbers;
 }
 
 std::string numbered(int number) { return "hwmon" + std::to_string(number); }
@@ -86,6 +97,27 @@ double temperature(Machine& machine, const std::string& key) {
 
 std::vector<std::pair<std::string, float>> fans(Machine& machine) {
   return Connection(machine).fans();
+}
+
+std::string keyOf(const std::string& driver, const std::string& device, const std::string& label) {
+  Tree tree;
+  addChip(tree, 0, driver, device, {{"temp1", "30000", label}});
+  LinuxMachine machine(tree.roots(), {.driveTemperatures = true});
+  return listed(machine, driver, "temp1_input").key;
+}
+
+std::map<std::string, int> shown(const Tree& tree, LinuxOptions options) {
+  LinuxMachine machine(tree.roots(), options);
+  Sampler sampler(machine);
+  sampler.pass();
+  return numbersByName(sampler.full());
+}
+
+std::map<std::string, int> shownInShort(const Tree& tree) {
+  LinuxMachine machine(tree.roots());
+  Sampler sampler(machine);
+  sampler.pass();
+  return numbersByName(sampler.mini());
 }
 
 SensorListing listed(LinuxMachine& machine, const std::string& driver, const std::string& file) {

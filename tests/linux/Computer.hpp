@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstdint>
+#include <map>
 #include <string>
 #include <utility>
 #include <vector>
@@ -65,6 +66,15 @@ class Connection {
 /// The readings of one pass.
 double temperature(Machine& machine, const std::string& key);
 std::vector<std::pair<std::string, float>> fans(Machine& machine);
+
+/// The key of a chip's temperature, with or without a label. It does not depend on other chips.
+std::string keyOf(const std::string& driver, const std::string& device,
+                  const std::string& label = "");
+
+/// The temperatures in the record of a computer's first pass, by name.
+std::map<std::string, int> shown(const Tree& tree, LinuxOptions options = {});
+/// Those of the short list.
+std::map<std::string, int> shownInShort(const Tree& tree);
 
 /// The inventory's entry for a driver's file.
 SensorListing listed(LinuxMachine& machine, const std::string& driver, const std::string& file);

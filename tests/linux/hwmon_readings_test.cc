@@ -16,6 +16,8 @@
 namespace halvermonte::test {
 namespace {
 
+const std::string kDrive = "pci0000:00/0000:01:00.0/nvme/nvme0";
+
 class HwmonReadings : public ::testing::Test {
  protected:
   HwmonReadings() {
@@ -32,6 +34,7 @@ class HwmonReadings : public ::testing::Test {
 
   Tree tree;
   WatchedCalls calls;
+  const std::string drive = keyOf("nvme", kDrive, "Composite");
 
  private:
   std::unique_ptr<LinuxMachine> machine_;
@@ -84,9 +87,46 @@ TEST_F(HwmonReadings, SentinelValuesOfDriversGiveNoReading) {
   addChip(other, 1, "nvme", "pci0000:00/nvme/nvme0", {{"temp1", "-273150", "Composite"}});
   addChip(other, 2, "thinkpad", "platform/thinkpad_hwmon", {{"temp2", "-128000", "GPU"}});
   LinuxMachine computer(other.roots());
-  EXPECT_EQ(temperature(computer, "TC0P"), -1);
-  EXPECT_EQ(temperature(computer, "TH0a"), -1);
-  EXPECT_EQ(temperature(computer, "TG0P"), -1);
+  for (const SensorListing& sensor : computer.inventory()) {
+    EXPECT_EQ(temperature(computer, sensor.key), -1) << sensor.driver;
+  }
+}
+
+TEST_F(HwmonReadings, InputThatMayBeOpenIsBelievedOnceItWasCool) {
+  addChip(tree, 5, "nct6798", "platform/nct6775.656", {{"temp3", "93000", "AUXTIN0"}});
+  const std::string input = keyOf("nct6798", "platform/nct6775.656", "AUXTIN0");
+  const auto read = [&](const std::string& number) {
+    tree.write(chipFile(5, "temp3_input"), number + "\n");
+    calls.seconds += 10;
+    return temperature(machine(), input);
+  };
+  EXPECT_EQ(read("93000"), -1);
+  EXPECT_EQ(listed(machine(), "nct6798", "temp3_input").state,
+            "no reading: nothing seems to be connected");
+  EXPECT_EQ(read("80000"), -1);
+  EXPECT_EQ(read("0"), -1);
+  EXPECT_EQ(read("105000"), -1) << "0 is no reading either";
+  EXPECT_EQ(read("79000"), 79);
+  EXPECT_EQ(read("105000"), 105);
+  addChip(tree, 6, "lm75", "pci0000:00/i2c-0/0-0048", {{"temp1", "30000"}});
+  EXPECT_EQ(read("106000"), 106) << "also after the chips were looked at again";
+}
+
+TEST_F(HwmonReadings, ConstantsOfFirmwaresAreNotReadings) {
+  const auto read = [](const std::string& number, const std::string& critical) {
+    Tree other;
+    addChip(other, 0, "acpitz", "virtual/thermal/thermal_zone0", {{"temp1", number}});
+    other.write(chipFile(0, "temp1_crit"), critical);
+    LinuxMachine computer(other.roots());
+    return static_cast<int>(
+        temperature(computer, keyOf("acpitz", "virtual/thermal/thermal_zone0")));
+  };
+  EXPECT_EQ(read("16800", "18800"), -1);
+  EXPECT_EQ(read("16800", "95000"), 16);
+  EXPECT_EQ(read("27800", "119000"), -1);
+  EXPECT_EQ(read("29800", "119000"), -1);
+  EXPECT_EQ(read("28800", "119000"), 28);
+  EXPECT_EQ(read("27800", "95000"), 27);
 }
 
 TEST_F(HwmonReadings, FaultyAndDisabledSensorsAreNotReadUntilTheyWorkAgain) {
@@ -173,32 +213,32 @@ TEST_F(HwmonReadings, UnreadableSensorIsTriedEveryTenSeconds) {
 }
 
 TEST_F(HwmonReadings, AddedAndRemovedChipsAreNoticedAtTheNextPass) {
-  EXPECT_EQ(temperature(machine(), "TH0a"), -1);
-  addChip(tree, 5, "nvme", "pci0000:00/0000:01:00.0/nvme/nvme0", {{"temp1", "31000", "Composite"}});
-  EXPECT_EQ(temperature(machine(), "TH0a"), 31);
+  EXPECT_EQ(temperature(machine(), drive), -1);
+  addChip(tree, 5, "nvme", kDrive, {{"temp1", "31000", "Composite"}});
+  EXPECT_EQ(temperature(machine(), drive), 31);
   tree.remove("sys/class/hwmon/hwmon5");
-  EXPECT_EQ(temperature(machine(), "TH0a"), -1);
+  EXPECT_EQ(temperature(machine(), drive), -1);
   EXPECT_EQ(package(), 51);
 }
 
 TEST_F(HwmonReadings, ChipWhoseFilesAppearLaterIsFound) {
-  EXPECT_EQ(temperature(machine(), "TH0a"), -1);
+  EXPECT_EQ(temperature(machine(), keyOf("nvme", "pci0000:00/nvme0")), -1);
   tree.folder("sys/devices/pci0000:00/nvme0/hwmon5");
   tree.link("sys/class/hwmon/hwmon5", "sys/devices/pci0000:00/nvme0/hwmon5");
-  EXPECT_EQ(temperature(machine(), "TH0a"), -1);
+  EXPECT_EQ(temperature(machine(), keyOf("nvme", "pci0000:00/nvme0")), -1);
   tree.write(chipFile(5, "name"), "nvme\n").write(chipFile(5, "temp1_input"), "31000\n");
-  EXPECT_EQ(temperature(machine(), "TH0a"), 31);
+  EXPECT_EQ(temperature(machine(), keyOf("nvme", "pci0000:00/nvme0")), 31);
 }
 
 TEST_F(HwmonReadings, NewDeviceWithTheNumberOfARemovedOneIsNotMistakenForIt) {
-  addChip(tree, 5, "nvme", "pci0000:00/0000:01:00.0/nvme/nvme0", {{"temp1", "31000", "Composite"}});
-  EXPECT_EQ(temperature(machine(), "TH0a"), 31);
+  addChip(tree, 5, "nvme", kDrive, {{"temp1", "31000", "Composite"}});
+  EXPECT_EQ(temperature(machine(), drive), 31);
   // The link is moved, not removed. Unlike the kernel, a disk's file system may otherwise give the
   // next link the same inode number.
   tree.move("sys/class/hwmon/hwmon5", "sys/former").remove("sys/devices/pci0000:00");
   addChip(tree, 5, "iwlwifi_1", "virtual/thermal/thermal_zone1", {{"temp1", "44000"}});
-  EXPECT_EQ(temperature(machine(), "TH0a"), -1);
-  EXPECT_EQ(temperature(machine(), "TW0P"), 44);
+  EXPECT_EQ(temperature(machine(), drive), -1);
+  EXPECT_EQ(temperature(machine(), keyOf("iwlwifi_1", "virtual/thermal/thermal_zone1")), 44);
 }
 
 TEST_F(HwmonReadings, HardwareMonitoringMayAppearAndDisappear) {
@@ -213,18 +253,18 @@ TEST_F(HwmonReadings, HardwareMonitoringMayAppearAndDisappear) {
 }
 
 TEST_F(HwmonReadings, CommandsAreSentToADeviceAtMostEveryTenSeconds) {
-  addChip(tree, 5, "nvme", "pci0000:00/0000:01:00.0/nvme/nvme0", {{"temp1", "31000", "Composite"}});
-  EXPECT_EQ(temperature(machine(), "TH0a"), 31);
+  addChip(tree, 5, "nvme", kDrive, {{"temp1", "31000", "Composite"}});
+  EXPECT_EQ(temperature(machine(), drive), 31);
   tree.write(chipFile(5, "temp1_input"), "35000\n");
   calls.seconds += 9.5;
-  EXPECT_EQ(temperature(machine(), "TH0a"), 31) << "the last value is kept meanwhile";
+  EXPECT_EQ(temperature(machine(), drive), 31) << "the last value is kept meanwhile";
   addChip(tree, 6, "iwlwifi_1", "virtual/thermal/thermal_zone1", {{"temp1", "44000"}});
-  EXPECT_EQ(temperature(machine(), "TH0a"), 31) << "also if another chip is added";
+  EXPECT_EQ(temperature(machine(), drive), 31) << "also if another chip is added";
   calls.seconds += 0.5;
-  EXPECT_EQ(temperature(machine(), "TH0a"), 35);
+  EXPECT_EQ(temperature(machine(), drive), 35);
   calls.readFails = failingOn("temp1_input", EIO);
   calls.seconds += 10;
-  EXPECT_EQ(temperature(machine(), "TH0a"), -1);
+  EXPECT_EQ(temperature(machine(), drive), -1);
 }
 
 TEST_F(HwmonReadings, SleepingGraphicsDeviceIsNotRead) {
@@ -277,10 +317,13 @@ TEST_F(HwmonReadings, DanglingChipsAndFilesAreSkipped) {
 }
 
 TEST_F(HwmonReadings, SingleFailureLosesAtMostOneReading) {
-  addChip(tree, 5, "nvme", "pci0000:00/0000:01:00.0/nvme/nvme0", {{"temp1", "31000", "Composite"}});
+  addChip(tree, 5, "nvme", kDrive, {{"temp1", "31000", "Composite"}});
   addChip(tree, 6, "nvme", "pci0000:00/0000:02:00.0/nvme/nvme1", {{"temp1", "36000", "Composite"}});
   const std::vector<std::pair<std::string, double>> expected = {
-      {"TC0D", 51}, {"TC1C", 41}, {"TH0a", 31}, {"TH0P", 36}};
+      {"TC0D", 51},
+      {"TC1C", 41},
+      {drive, 31},
+      {keyOf("nvme", "pci0000:00/0000:02:00.0/nvme/nvme1", "Composite"), 36}};
   for (int failing = 0;; ++failing) {
     int call = 0;
     WatchedCalls failingOnce;
@@ -307,10 +350,12 @@ TEST_F(HwmonReadings, FilesAreOpenedForEachReadIfDescriptorsAreShort) {
     addChip(tree, 40 + i, "jc42", "pci0000:00/i2c-0/0-00" + std::to_string(10 + i),
             {{"temp1", std::to_string(20000 + i * 1000)}});
   }
+  const std::string first = keyOf("jc42", "pci0000:00/i2c-0/0-0010");
+  const std::string last = keyOf("jc42", "pci0000:00/i2c-0/0-0039");
   const FewDescriptors few(16);
   EXPECT_EQ(package(), 51);
-  EXPECT_EQ(temperature(machine(), "TM0P"), 20);
-  EXPECT_EQ(temperature(machine(), "Tm0X"), 35);
+  EXPECT_EQ(temperature(machine(), first), 20);
+  EXPECT_EQ(temperature(machine(), last), 49);
   const SensorInventory inventory = machine().inventory();
   const auto openedEachTime =
       std::count_if(inventory.begin(), inventory.end(),

@@ -12,6 +12,7 @@ namespace {
 
 const std::string kFirstDrive = "pci0000:00/0000:01:00.0/nvme/nvme0";
 const std::string kSecondDrive = "pci0000:00/0000:02:00.0/nvme/nvme1";
+const std::string kMemory = "pci0000:00/0000:00:1f.4/i2c-0/0-0018";
 
 std::string linkOf(int number) { return "sys/class/hwmon/hwmon" + std::to_string(number); }
 
@@ -31,6 +32,8 @@ class HwmonRescan : public ::testing::Test {
 
   Tree tree;
   WatchedCalls calls;
+  const std::string first = keyOf("nvme", kFirstDrive, "Composite");
+  const std::string second = keyOf("nvme", kSecondDrive, "Composite");
   LinuxMachine machine_{tree.roots(), {}, calls};
 };
 
@@ -38,11 +41,11 @@ TEST_F(HwmonRescan, SensorsOfAChipThatWentDoNotCountAnyMore) {
   addChip(tree, 0, "coretemp", "platform/coretemp.0", {{"temp1", "51000", "Package id 0"}});
   addChip(tree, 1, "nvme", kFirstDrive, {{"temp1", "31000", "Composite"}});
   calls.openFails = failingOn("hwmon1/temp1_input", EACCES);
-  EXPECT_EQ(reading("TH0a"), -1);
+  EXPECT_EQ(reading(first), -1);
   EXPECT_EQ(machine_.sensorCounts().known, 2u);
   EXPECT_EQ(machine_.sensorCounts().refused, 1u);
   unplug(1, kFirstDrive);
-  EXPECT_EQ(reading("TH0a"), -1);
+  EXPECT_EQ(reading(first), -1);
   EXPECT_EQ(reading("TC0D"), 51);
   EXPECT_EQ(machine_.sensorCounts().known, 1u);
   EXPECT_EQ(machine_.sensorCounts().refused, 0u);
@@ -62,20 +65,20 @@ TEST_F(HwmonRescan, ChipUnderAFormerNumberHasFilesOfItsOwn) {
 }
 
 TEST_F(HwmonRescan, EachDriveKeepsItsOwnLastValue) {
-  addChip(tree, 0, "jc42", "pci0000:00/0000:00:1f.4/i2c-0/0-0018", {{"temp1", "25000"}});
+  addChip(tree, 0, "jc42", kMemory, {{"temp1", "25000"}});
   addChip(tree, 1, "nvme", kFirstDrive, {{"temp1", "31000", "Composite"}});
   addChip(tree, 2, "nvme", kSecondDrive, {{"temp1", "36000", "Composite"}});
-  EXPECT_EQ(reading("TH0a"), 31);
-  EXPECT_EQ(reading("TH0P"), 36);
+  EXPECT_EQ(reading(first), 31);
+  EXPECT_EQ(reading(second), 36);
   for (int number = 0; number < 3; ++number) tree.write(chipFile(number, "temp1_input"), "44000\n");
   makeItLookAgain();
-  EXPECT_EQ(reading("TM0P"), 44) << "no command goes to a memory module";
-  EXPECT_EQ(reading("TH0a"), 31);
-  EXPECT_EQ(reading("TH0P"), 36);
+  EXPECT_EQ(reading(keyOf("jc42", kMemory)), 44) << "no command goes to a memory module";
+  EXPECT_EQ(reading(first), 31);
+  EXPECT_EQ(reading(second), 36);
   EXPECT_EQ(listed(machine_, "nvme", "temp1_input").raw, "31000");
   calls.seconds += 10;
-  EXPECT_EQ(reading("TH0a"), 44);
-  EXPECT_EQ(reading("TH0P"), 44);
+  EXPECT_EQ(reading(first), 44);
+  EXPECT_EQ(reading(second), 44);
 }
 
 TEST_F(HwmonRescan, EachChannelOfADozingDeviceKeepsItsOwnLastValue) {
@@ -83,32 +86,35 @@ TEST_F(HwmonRescan, EachChannelOfADozingDeviceKeepsItsOwnLastValue) {
   addChip(tree, 0, "amdgpu", device, {{"temp1", "44000", "edge"}, {"temp2", "61000", "junction"}});
   tree.write("sys/devices/" + device + "/power/runtime_status", "active\n");
   tree.write("sys/devices/" + device + "/power/control", "auto\n");
-  EXPECT_EQ(reading("TG0D"), 61);
-  EXPECT_EQ(reading("TG0P"), 44);
+  const std::string edge = keyOf("amdgpu", device, "edge");
+  const std::string junction = keyOf("amdgpu", device, "junction");
+  EXPECT_EQ(reading(junction), 61);
+  EXPECT_EQ(reading(edge), 44);
   makeItLookAgain();
-  EXPECT_EQ(reading("TG0D"), 61);
-  EXPECT_EQ(reading("TG0P"), 44);
+  EXPECT_EQ(reading(junction), 61);
+  EXPECT_EQ(reading(edge), 44);
 }
 
 TEST_F(HwmonRescan, AnotherDriversChipOfADeviceHasNoLastValueYet) {
   const std::string radio = "pci0000:00/0000:72:00.0";
   addChip(tree, 0, "ath11k_hwmon", radio, {{"temp1", "47000"}});
-  EXPECT_EQ(reading("TW0P"), 47);
+  EXPECT_EQ(reading(keyOf("ath11k_hwmon", radio)), 47);
   unplug(0, radio);
   addChip(tree, 0, "iwlwifi_1", radio, {{"temp1", "52000"}});
-  EXPECT_EQ(reading("TW0P"), 52);
+  EXPECT_EQ(reading(keyOf("iwlwifi_1", radio)), 52);
 }
 
 TEST_F(HwmonRescan, SensorThatWasLostIsLookedForAtOnce) {
-  addChip(tree, 0, "jc42", "pci0000:00/0000:00:1f.4/i2c-0/0-0018", {{"temp1", "25000"}});
+  addChip(tree, 0, "jc42", kMemory, {{"temp1", "25000"}});
   addChip(tree, 1, "nvme", kFirstDrive, {{"temp1", "31000", "Composite"}});
   calls.openFails = failingOn("hwmon0/temp1_input", ENOENT);
-  EXPECT_EQ(reading("TM0P"), -1);
-  EXPECT_EQ(reading("TM0P"), -1) << "from here on it is looked for every ten seconds";
+  EXPECT_EQ(reading(keyOf("jc42", kMemory)), -1);
+  EXPECT_EQ(reading(keyOf("jc42", kMemory)), -1)
+      << "from here on it is looked for every ten seconds";
   calls.openFails = nullptr;
-  EXPECT_EQ(reading("TM0P"), -1);
+  EXPECT_EQ(reading(keyOf("jc42", kMemory)), -1);
   makeItLookAgain();
-  EXPECT_EQ(reading("TM0P"), 25);
+  EXPECT_EQ(reading(keyOf("jc42", kMemory)), 25);
 }
 
 TEST_F(HwmonRescan, LastListedOfTwoThousandChipsIsSeenToGo) {

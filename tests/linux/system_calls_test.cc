@@ -4,46 +4,32 @@
 #include <gmock/gmock.h>
 #include <unistd.h>
 
-#include <cstdlib>
-#include <filesystem>
-#include <fstream>
-#include <iterator>
-#include <sstream>
 #include <string>
 #include <string_view>
 
 #include "platform/linux/Files.hpp"
-#include "tests/linux/Tree.hpp"
+#include "tests/linux/TreeFile.hpp"
 #include "tests/linux/WatchedCalls.hpp"
 #include "tests/support/Sampler.hpp"
 
 namespace halvermonte::test {
 namespace {
 
-const std::filesystem::path kSource = HALVERMONTE_SOURCE;
-
 class SystemCallsOfAPass : public ::testing::TestWithParam<std::string> {
  protected:
-  std::filesystem::path file() const {
-    return kSource / "tests/linux/trees" / (GetParam() + ".tree");
-  }
-
   /// The number of reads that the file states.
   size_t reads() const {
-    std::ifstream stream(file());
-    const std::string text(std::istreambuf_iterator<char>(stream), {});
+    const std::string text = textOfTreeFile(GetParam());
     const std::string_view before = "# reads ";
     const size_t place = text.find(before);
-    EXPECT_NE(place, text.npos) << file();
+    EXPECT_NE(place, text.npos) << GetParam();
     return place == text.npos ? 0 : std::stoul(text.substr(place + before.size()));
   }
 };
 
 TEST_P(SystemCallsOfAPass, AreOneReadForEachFileAndTwoToNoticeChipChanges) {
   const Tree tree;
-  std::ostringstream layOut;
-  layOut << kSource / "scripts/lay-out-tree" << ' ' << file() << ' ' << tree.at("");
-  ASSERT_EQ(std::system(layOut.str().c_str()), 0);
+  layOutTreeFile(GetParam(), tree);
   WatchedCalls calls;
   LinuxMachine machine(tree.roots(), {}, calls);
   Sampler sampler(machine);
@@ -56,8 +42,7 @@ TEST_P(SystemCallsOfAPass, AreOneReadForEachFileAndTwoToNoticeChipChanges) {
   EXPECT_EQ(calls.opened.size() + calls.folders + calls.closes, 0u);
 }
 
-INSTANTIATE_TEST_SUITE_P(Trees, SystemCallsOfAPass,
-                         ::testing::Values("notebook", "mac", "workstation"),
+INSTANTIATE_TEST_SUITE_P(Trees, SystemCallsOfAPass, ::testing::ValuesIn(treeFiles()),
                          [](const auto& tree) { return tree.param; });
 
 TEST(Descriptor, OfAClosedStandardInputIsReadAndClosedLikeAnyOther) {

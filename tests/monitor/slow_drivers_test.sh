@@ -62,9 +62,9 @@ for ((pass = 1; pass <= passes; ++pass)); do
   ((took <= limit)) || fail "pass $pass takes $took ms, of which $limit are allowed"
   began=${EPOCHREALTIME/./}
   [[ $line == *'CPU 1 Package'* ]] || fail "pass $pass lacks the sensor that works"
-  [[ $line != *'Disk Drive'* ]] || fail "pass $pass has a sensor that never returns"
+  [[ $line != *'NVMe Drive'* ]] || fail "pass $pass has a sensor that never returns"
 done
-[[ $line == *'Mem Bank A1'* ]] || fail "the last pass lacks the sensor that takes two seconds"
+[[ $line == *'Memory Module'* ]] || fail "the last pass lacks the sensor that takes two seconds"
 [[ $line == *'GPU Die'* ]] || fail "the last pass lacks the sensor that takes three"
 await_end 500 "the end"
 

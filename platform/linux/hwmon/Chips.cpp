@@ -9,7 +9,9 @@
 
 #include "platform/linux/DevicePath.hpp"
 #include "platform/linux/Files.hpp"
+#include "platform/linux/StablePath.hpp"
 #include "platform/linux/Text.hpp"
+#include "platform/linux/hwmon/NameTable.hpp"
 
 namespace halvermonte::linuxos {
 namespace {
@@ -102,6 +104,45 @@ std::optional<Chip> chipIn(SystemCalls& calls, const std::string& folder) {
   return chip;
 }
 
+/// The name of the driver of the network interface that the chip belongs to. "" if it does not.
+std::string interfaceDriver(SystemCalls& calls, const Chip& chip) {
+  const bool isInterface = chip.parent.ends_with("/net/" + chip.driver);
+  const std::vector<std::string> interfaces = namesOrNone(calls, chip.parent + "/net");
+  if (!isInterface &&
+      std::find(interfaces.begin(), interfaces.end(), chip.driver) == interfaces.end()) {
+    return "";
+  }
+  const std::string device = chip.parent + (isInterface ? "/device" : "");
+  const std::string driver = realPath(device + "/driver").value_or("");
+  return driver.empty() ? std::string(kSomeEthernet) : driver.substr(driver.rfind('/') + 1);
+}
+
+/// The driver's name without the number of a radio.
+std::string_view withoutRadio(std::string_view driver) {
+  const size_t end = driver.rfind('_');
+  if (end == driver.npos) return driver;
+  const std::string_view number = driver.substr(end + 1);
+  const bool isCounted = isNumbered(number, "phy") || isNumbered(driver, "iwlwifi_");
+  return isCounted ? driver.substr(0, end) : driver;
+}
+
+bool hasOwnRow(std::string_view kind) {
+  const auto rows = nameRows();
+  return std::any_of(rows.begin(), rows.end(), [&](const NameRow& row) {
+    return row.driver != "*" && matches(row.driver, kind);
+  });
+}
+
+std::string kindOf(SystemCalls& calls, const Chip& chip) {
+  if (std::string driver = interfaceDriver(calls, chip); !driver.empty()) return driver;
+  if (chip.stablePath.find("/mdio/") != std::string::npos) return "mdio";
+  const std::string_view name = withoutRadio(chip.driver);
+  if (hasOwnRow(name)) return std::string(name);
+  if (namesIn(calls, chip.parent + "/ieee80211")) return std::string(kSomeWireless);
+  if (namesIn(calls, chip.parent + "/net")) return std::string(kSomeEthernet);
+  return std::string(name);
+}
+
 std::optional<Chip> chipOf(SystemCalls& calls, const std::string& sys, const std::string& number) {
   const std::string folder = sys + "/class/hwmon/" + number;
   std::optional<Chip> chip = chipIn(calls, folder);
@@ -115,6 +156,9 @@ std::optional<Chip> chipOf(SystemCalls& calls, const std::string& sys, const std
   chip->parent = realPath(folder + "/device").value_or("");
   chip->device = chip->parent.empty() ? withoutNumber(devicePath(sys, folder).value_or(""))
                                       : devicePath(sys, chip->parent).value_or("");
+  chip->stablePath = stablePath(calls, sys, chip->device);
+  chip->label = firstLine(trimmed(textOf(calls, chip->folder + "/label").value_or("")));
+  chip->kind = kindOf(calls, *chip);
   return chip;
 }
 
@@ -129,6 +173,11 @@ bool standsBefore(const Chip& first, const Chip& second) {
 std::string_view nameOf(Quantity quantity) { return rowOf(quantity).name; }
 
 double unitOf(Quantity quantity) { return rowOf(quantity).unit; }
+
+std::string_view labelOrName(const Channel& channel) {
+  const std::string_view label = trimmed(channel.label);
+  return label.empty() ? std::string_view(channel.name) : label;
+}
 
 std::vector<Chip> chipsIn(SystemCalls& calls, const std::string& sys) {
   std::vector<Chip> chips;

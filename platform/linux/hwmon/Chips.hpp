@@ -38,11 +38,17 @@ struct Channel {
   bool hasEnable = false;
 };
 
+/// The label, or the channel's name if there is none.
+std::string_view labelOrName(const Channel& channel);
+
 struct Chip {
-  std::string driver;  ///< the chip's `name`
-  std::string device;  ///< device path; with the driver's name it identifies the chip
-  std::string parent;  ///< the device's folder; "" if there is none
-  std::string folder;  ///< of the channels' files
+  std::string driver;      ///< the chip's `name`
+  std::string kind;        ///< the same without a number, or "(Ethernet)" for an interface's name
+  std::string label;       ///< what the firmware calls the chip; "" if it does not
+  std::string device;      ///< device path
+  std::string stablePath;  ///< the same without what may change at a boot
+  std::string parent;      ///< the device's folder; "" if there is none
+  std::string folder;      ///< of the channels' files
   std::vector<Channel> channels;
 };
 

@@ -6,13 +6,16 @@
 #include <optional>
 #include <utility>
 
+#include "catalogue/BuiltInNames.hpp"
 #include "platform/FanDescriptor.hpp"
 #include "platform/FourCharacterCode.hpp"
 #include "platform/linux/Files.hpp"
 #include "platform/linux/ProcessorCores.hpp"
+#include "platform/linux/ProcessorName.hpp"
 #include "platform/linux/hwmon/DeviceTreeKeys.hpp"
 #include "platform/linux/hwmon/FanAssignment.hpp"
 #include "platform/linux/hwmon/FileSource.hpp"
+#include "platform/linux/hwmon/ReadingRule.hpp"
 #include "platform/linux/hwmon/SourceReader.hpp"
 
 namespace halvermonte::linuxos {
@@ -27,26 +30,37 @@ SMCKeyBytes floatBytes(float value) {
   return answer;
 }
 
-std::string identityOf(const FoundSensor& found) {
-  return found.chip->device + " " + found.chip->driver + " " + found.channel->file;
-}
-
 }  // namespace
 
-HwmonController::HwmonController(SystemCalls& calls, std::string sys, bool driveTemperatures)
+HwmonController::HwmonController(SystemCalls& calls, std::string sys, std::string proc,
+                                 bool driveTemperatures)
     : calls_(calls),
       sys_(std::move(sys)),
+      proc_(std::move(proc)),
       driveTemperatures_(driveTemperatures),
       watch_(calls, sys_ + "/class/hwmon"),
       trial_(calls) {}
 
 void HwmonController::open() {
+  begin();
+  tryOut(keyedSensors_);
+}
+
+void HwmonController::begin() {
   pass_ = {pass_.number + 1, calls_.steadySeconds()};
   const bool changed = watch_.checkForChange();
   // The kernel lists a chip a moment before it adds the chip's files.
   if (changed || rescansAgain_) rescan();
   rescansAgain_ = changed && pass_.number > 1;
-  tryOut(keyedSensors_);
+}
+
+std::vector<SensorName> HwmonController::names() {
+  begin();
+  std::vector<SensorName> names;
+  for (const FoundSensor& found : found_) {
+    if (!found.isBuiltIn && !found.name.empty()) names.push_back({found.key, found.name});
+  }
+  return names;
 }
 
 void HwmonController::rescan() {
@@ -73,16 +87,26 @@ void HwmonController::rescan() {
 void HwmonController::findSensors() {
   chips_ = chipsIn(calls_, sys_);
   found_ = sensorsOf(chips_);
-  assignKeys(found_, {deviceTreeSensors(calls_, sys_), processorPackages(calls_, sys_),
-                      driveTemperatures_});
+  assignKeys(calls_, chips_, found_,
+             {.sys = sys_,
+              .deviceTree = deviceTreeSensors(calls_, sys_),
+              .builtInNames = namesOnThisProcessor(),
+              .driveTemperatures = driveTemperatures_});
   fanNames_ =
       fanNames(assignFans(found_, [this](const FoundSensor& fan) { return isTurning(fan); }));
 }
 
+std::vector<NamedKey> HwmonController::namesOnThisProcessor() const {
+  const int64_t cores = physicalCores(calls_, sys_, proc_).value_or(0);
+  return builtInNames(processorName(calls_, sys_, proc_).text, static_cast<int32_t>(cores));
+}
+
 void HwmonController::addSensor(const FoundSensor& found) {
   const bool isFan = found.channel->quantity == Quantity::fan;
-  entries_.push_back(
-      {fourCharacterCode(found.key), isFan ? Kind::fanSpeed : Kind::value, keyedSensors_.size()});
+  const Kind kind = isFan ? Kind::fanSpeed : Kind::value;
+  for (const std::string& key : {found.key, found.alias}) {
+    if (!key.empty()) entries_.push_back({fourCharacterCode(key), kind, keyedSensors_.size()});
+  }
   keyedSensors_.push_back(&findOrAddSensor(found));
 }
 
@@ -97,7 +121,7 @@ Sensor& HwmonController::findOrAddSensor(const FoundSensor& found) {
   const std::string path = found.path();
   KnownSensor& known = sensors_[path];
   if (known.sensor) return *known.sensor;
-  known.identity = identityOf(found);
+  known.identity = found.identity;
   known.sensor = std::make_unique<Sensor>(std::make_shared<SourceReader>(calls_, makeSource(found)),
                                           makeTraits(found));
   if (const auto former = findFormer(path, known.identity); former != formerSensors_.end()) {
@@ -127,18 +151,8 @@ std::unique_ptr<Source> HwmonController::makeSource(const FoundSensor& found) {
 }
 
 Sensor::Traits HwmonController::makeTraits(const FoundSensor& found) {
-  // A driver clamps numbers that overflow to the ends of 32 bits.
-  constexpr int64_t kMost = INT32_MAX - 1;
-  constexpr int64_t kMostTurns = 65534;  // 65535 is an unset register
-  Sensor::Traits traits{
-      .unit = unitOf(found.channel->quantity), .lowest = -kMost, .highest = kMost};
-  if (found.channel->quantity == Quantity::fan) {
-    traits.lowest = 0;
-    traits.highest = kMostTurns;
-  } else if (found.channel->quantity == Quantity::temperature && !found.key.empty()) {
-    traits.lowest = found.lowest * int64_t{1000};
-    traits.highest = found.highest * int64_t{1000};
-  }
+  Sensor::Traits traits{.unit = unitOf(found.channel->quantity),
+                        .rule = readingRuleOf(calls_, found)};
   const ReadPolicy policy = readPolicyOf(found);
   // Each reading keeps a device awake for a while that would fall asleep by itself.
   const bool fallsAsleep = policy == ReadPolicy::maySleep &&

@@ -10,13 +10,14 @@
 #include <string>
 #include <vector>
 
+#include "catalogue/Tables.hpp"
+#include "platform/SensorNames.hpp"
 #include "platform/linux/FolderWatch.hpp"
 #include "platform/linux/SystemCalls.hpp"
 #include "platform/linux/hwmon/Chips.hpp"
 #include "platform/linux/hwmon/Gate.hpp"
 #include "platform/linux/hwmon/KeyAssignment.hpp"
 #include "platform/linux/hwmon/Sensor.hpp"
-#include "platform/linux/hwmon/SensorTable.hpp"
 #include "platform/linux/hwmon/Source.hpp"
 #include "platform/linux/hwmon/Trial.hpp"
 #include "platform/portable/Inventory.hpp"
@@ -29,11 +30,14 @@ namespace halvermonte::linuxos {
 /// ones are read on threads, for which neither a pass nor the destructor waits. Not thread-safe.
 class HwmonController {
  public:
-  HwmonController(SystemCalls& calls, std::string sys, bool driveTemperatures);
+  HwmonController(SystemCalls& calls, std::string sys, std::string proc, bool driveTemperatures);
 
   /// Begins a pass. Scans the computer's chips again if some were added or removed, and reads
   /// sensors that were never read.
   void open();
+  /// The keys that the engine's catalogue lacks, with their names, in the order of the hardware.
+  /// Begins a pass that reads nothing.
+  std::vector<SensorName> names();
   SMCKeyInfo info(uint32_t key) const;
   /// Without a reading: an error code, except fan speeds, which give -1 because the engine treats a
   /// missing speed as 0.
@@ -61,8 +65,10 @@ class HwmonController {
   };
   using KnownSensors = std::map<std::string, KnownSensor>;  ///< by path
 
+  void begin();
   void rescan();
   void findSensors();
+  std::vector<NamedKey> namesOnThisProcessor() const;
   void addSensor(const FoundSensor& found);
   void addFanEntries();
   Sensor& findOrAddSensor(const FoundSensor& found);
@@ -81,6 +87,7 @@ class HwmonController {
 
   SystemCalls& calls_;
   std::string sys_;
+  std::string proc_;
   bool driveTemperatures_;
   FolderWatch watch_;
   bool rescansAgain_ = false;

@@ -1,156 +1,210 @@
 #include "platform/linux/hwmon/KeyAssignment.hpp"
 
 #include <algorithm>
-#include <functional>
+#include <cstdint>
+#include <map>
 #include <set>
 #include <string_view>
 
 #include "platform/linux/Text.hpp"
+#include "platform/linux/hwmon/NameWords.hpp"
+#include "platform/linux/hwmon/TemperatureNames.hpp"
 
 namespace halvermonte::linuxos {
 namespace {
 
 bool isTemperature(const Channel& channel) { return channel.quantity == Quantity::temperature; }
 
-std::string_view labelOrName(const Channel& channel) {
-  const std::string_view label = trimmed(channel.label);
-  return label.empty() ? std::string_view(channel.name) : label;
-}
-
 bool isKey(std::string_view text) {
   return text.size() == 4 &&
          std::all_of(text.begin(), text.end(), [](char each) { return each > ' ' && each <= '~'; });
 }
 
-/// The first of the row's labels that the chip has. "" if it has none of them.
-std::string_view firstPresentLabel(const KeyRow& row, const Chip& chip) {
-  for (const std::string_view label : split(row.label, '|')) {
-    for (const Channel& channel : chip.channels) {
-      if (isTemperature(channel) && matches(label, labelOrName(channel))) return label;
-    }
+bool isLabelUnique(const Chip& chip, const Channel& channel) {
+  const std::string_view label = trimmed(channel.label);
+  return !label.empty() &&
+         std::count_if(chip.channels.begin(), chip.channels.end(), [&](const Channel& other) {
+           return other.quantity == channel.quantity && trimmed(other.label) == label;
+         }) == 1;
+}
+
+/// Numbers of channels may change with a kernel, labels stay.
+std::string identityOf(const Chip& chip, const Channel& channel) {
+  const std::string_view place =
+      isLabelUnique(chip, channel) ? trimmed(channel.label) : std::string_view(channel.name);
+  return chip.kind + " " + chip.stablePath + " " + std::string(nameOf(channel.quantity)) + " " +
+         std::string(place);
+}
+
+/// Devices that nothing tells apart, such as zones of one type, are numbered as they are found.
+void setIdentities(std::vector<FoundSensor>& sensors) {
+  std::map<std::string, int> counts;
+  for (FoundSensor& sensor : sensors) {
+    sensor.identity = identityOf(*sensor.chip, *sensor.channel);
+    const int count = ++counts[sensor.identity];
+    if (count > 1) sensor.identity += " #" + std::to_string(count);
   }
-  return {};
 }
 
-std::string firstReason(const FoundSensor& sensor, const AssignmentFacts& facts) {
-  if (!mayRead(sensor, facts.driveTemperatures)) return "read only on request";
-  return isTemperature(*sensor.channel) ? "the catalogue has no name for it"
-                                        : "only temperatures and fans are shown";
+/// Four letters and digits. The first one is no capital, as those of the built-in keys and of a
+/// Mac's controller are. The text alone decides: keys must not change from release to release.
+std::string hashedKey(std::string_view text) {
+  constexpr std::string_view kCharacters =
+      "0123456789abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ";
+  constexpr size_t kFirstCharacters = 36;
+  uint64_t hash = 0xcbf29ce484222325;  // FNV-1a
+  for (const char each : text) hash = (hash ^ static_cast<unsigned char>(each)) * 0x100000001b3;
+  hash ^= hash >> 32;
+  std::string key(1, kCharacters[hash % kFirstCharacters]);
+  hash /= kFirstCharacters;
+  for (int i = 0; i < 3; ++i, hash /= kCharacters.size()) {
+    key += kCharacters[hash % kCharacters.size()];
+  }
+  return key;
 }
 
-/// Goes through the table, and remembers which keys are taken.
+/// Gives keys and names to the temperatures that may be read.
 class Assigner {
  public:
-  Assigner(std::vector<FoundSensor>& sensors, const AssignmentFacts& facts)
-      : sensors_(sensors), facts_(facts) {}
+  Assigner(SystemCalls& calls, const std::vector<Chip>& chips, const AssignmentFacts& facts)
+      : facts_(facts), names_(calls, facts.sys, chips) {
+    for (const NamedKey& row : facts.builtInNames) builtInNames_[row.key] = row.name;
+    hasKernelCores_ = std::any_of(chips.begin(), chips.end(), [](const Chip& chip) {
+      return matches("coretemp", chip.kind) &&
+             std::any_of(chip.channels.begin(), chip.channels.end(), [](const Channel& channel) {
+               return matches("Core *", trimmed(channel.label));
+             });
+    });
+  }
 
-  void run() {
-    for (FoundSensor& sensor : sensors_) sensor.reason = firstReason(sensor, facts_);
-    for (const KeyRow& row : keyRows()) apply(row);
-    for (FoundSensor& sensor : sensors_) yieldToController(sensor);
+  void run(std::vector<FoundSensor>& sensors) {
+    std::vector<FoundSensor*> shown;
+    for (FoundSensor& sensor : sensors) {
+      if (accepts(sensor)) shown.push_back(&sensor);
+    }
+    addKeys(shown);
+    names_.separate(temperatures_);
+    for (size_t i = 0; i < shown.size(); ++i) finish(*shown[i], temperatures_[i]);
   }
 
  private:
-  void apply(const KeyRow& row) {
-    const std::vector<const Chip*> chips = chipsOf(row);
-    for (FoundSensor& sensor : sensors_) {
-      const auto chip = std::find(chips.begin(), chips.end(), sensor.chip);
-      if (chip == chips.end() || !sensor.key.empty()) continue;
-      if (row.keys == kLabelIsKey || row.keys == kKeyInDeviceTree) {
-        assignControllerKey(sensor, row);
-      } else if (isTemperature(*sensor.channel) && checkLabel(sensor, row)) {
-        const auto place = static_cast<size_t>(chip - chips.begin());
-        assignTableKey(sensor, row, place, chips.size());
-      }
+  bool accepts(FoundSensor& sensor) {
+    if (!isTemperature(*sensor.channel)) {
+      sensor.reason = "only temperatures and fans are shown";
+      if (isOfController(sensor)) keepControllerKey(sensor);
+      return false;
     }
-  }
-
-  std::vector<const Chip*> chipsOf(const KeyRow& row) const {
-    std::vector<const Chip*> chips;
-    for (const FoundSensor& sensor : sensors_) {
-      const bool isKnown = !chips.empty() && chips.back() == sensor.chip;
-      if (isKnown || !mayRead(sensor, facts_.driveTemperatures)) continue;
-      if (matches(row.driver, sensor.chip->driver)) chips.push_back(sensor.chip);
+    if (!mayRead(sensor, facts_.driveTemperatures)) {
+      sensor.reason = "read only on request";
+      return false;
     }
-    return chips;
-  }
-
-  static bool checkLabel(FoundSensor& sensor, const KeyRow& row) {
-    const std::string_view text = labelOrName(*sensor.channel);
-    if (!matches(row.label, text)) return false;
-    const std::string_view label = firstPresentLabel(row, *sensor.chip);
-    if (matches(label, text)) return true;
-    sensor.reason = std::string(label) + " is shown instead";
-    return false;
-  }
-
-  void assignControllerKey(FoundSensor& sensor, const KeyRow& row) {
-    if (sensor.channel->quantity == Quantity::fan) return;
-    const bool isLabel = row.keys == kLabelIsKey;
-    const std::string key = isLabel ? std::string(trimmed(sensor.channel->label))
-                                    : keyOf(facts_.deviceTree, *sensor.chip, *sensor.channel);
-    if (isKey(key) && controllerKeys_.insert(key).second) {
-      setKey(sensor, row, key);
-    } else {
-      sensor.reason = isLabel ? "its label is not a key" : "the device tree has no key for it";
+    NamedTemperature temperature{.chip = sensor.chip, .channel = sensor.channel, .key = ""};
+    if (!names_.describe(temperature)) {
+      sensor.reason = "a limit, not a reading";
+      return false;
     }
+    if (isOfController(sensor)) describeOfController(sensor, temperature);
+    temperatures_.push_back(std::move(temperature));
+    return true;
   }
 
-  void assignTableKey(FoundSensor& sensor, const KeyRow& row, size_t chip, size_t chips) {
-    const std::vector<std::string_view> keys = words(row.keys);
-    const bool isSpread = row.spread == Spread::each;
-    const size_t first = isSpread ? 0 : packageOf(chip, chips);
-    const size_t end = isSpread ? keys.size() : std::min(first + 1, keys.size());
-    for (size_t i = first; i < end; ++i) {
-      if (!tableKeys_.insert(std::string(keys[i])).second) continue;
-      setKey(sensor, row, std::string(keys[i]));
+  /// Programs may ask for the controller's keys, shown or not.
+  void keepControllerKey(FoundSensor& sensor) {
+    const bool isFan = sensor.channel->quantity == Quantity::fan;
+    const std::string key = isFan ? "" : controllerKeyOf(sensor);
+    if (!key.empty() && keys_.insert(key).second) sensor.key = key;
+  }
+
+  /// A controller's own key is used if the engine would show it under a name of its own, or does
+  /// not know it at all.
+  void describeOfController(FoundSensor& sensor, NamedTemperature& temperature) {
+    const std::string key = controllerKeyOf(sensor);
+    const std::string label =
+        sensor.chip->kind == "applesmc" ? "" : wordsOfLabel(sensor.channel->label);
+    temperature.subject =
+        label.empty() ? "SMC " + (key.empty() ? sensor.channel->name : key) : label;
+    temperature.sensor.clear();
+    const auto builtIn = builtInNames_.find(key);
+    const bool isNamed = builtIn != builtInNames_.end();
+    if (!isNamed || !isBuiltInTemperatureKey(key)) {
+      if (isNamed) temperature.subject = builtIn->second;
+      // A pass would leave a built-in key out that has no name or is in no list.
+      if (!key.empty() && keys_.insert(key).second)
+        (isBuiltInKey(key) ? sensor.alias : temperature.key) = key;
       return;
     }
-    sensor.reason = "the catalogue has no more names for its kind";
+    // A Mac's cores come from one source.
+    if (hasKernelCores_ && builtIn->second.starts_with("CPU Core ")) return;
+    // The engine shows one reading for each name.
+    if (!controllerNames_.insert(builtIn->second).second) return;
+    keys_.insert(key);
+    temperature = {.chip = sensor.chip,
+                   .channel = sensor.channel,
+                   .key = key,
+                   .subject = std::string(builtIn->second),
+                   .isFixed = true};
   }
 
-  /// Some processors have more than one chip in a package.
-  size_t packageOf(size_t chip, size_t chips) const {
-    const bool isSplit = facts_.packages > 0 && facts_.packages < chips;
-    return isSplit ? chip * facts_.packages / chips : chip;
+  std::string controllerKeyOf(const FoundSensor& sensor) const {
+    const std::string key = sensor.chip->kind == "applesmc"
+                                ? std::string(trimmed(sensor.channel->label))
+                                : keyOf(facts_.deviceTree, *sensor.chip, *sensor.channel);
+    return isKey(key) ? key : "";
   }
 
-  static void setKey(FoundSensor& sensor, const KeyRow& row, const std::string& key) {
-    sensor.key = key;
-    sensor.lowest = row.lowest;
-    sensor.highest = row.highest;
+  /// Adds the keys that sensors do not have of their own. Their order is that of the identities, so
+  /// that the rare two with one hash keep theirs.
+  void addKeys(const std::vector<FoundSensor*>& shown) {
+    std::map<std::string_view, NamedTemperature*> byIdentity;
+    for (size_t i = 0; i < shown.size(); ++i) {
+      if (temperatures_[i].key.empty()) byIdentity[shown[i]->identity] = &temperatures_[i];
+    }
+    for (const auto& [identity, temperature] : byIdentity) {
+      std::string text(identity);
+      do {
+        temperature->key = hashedKey(text);
+        text += '+';
+      } while (!keys_.insert(temperature->key).second);
+    }
   }
 
-  void yieldToController(FoundSensor& sensor) const {
-    const bool isBoth = tableKeys_.contains(sensor.key) && controllerKeys_.contains(sensor.key);
-    if (!isBoth || isOfController(sensor)) return;
-    sensor.reason = "the controller has " + sensor.key + " itself";
-    sensor.key.clear();
+  void finish(FoundSensor& sensor, const NamedTemperature& temperature) const {
+    sensor.key = temperature.key;
+    sensor.name = temperature.name();
+    sensor.isBuiltIn = temperature.isFixed;
+    if (isOfController(sensor)) return;
+    for (const BuiltInKeyRow& row : builtInKeyRows()) {
+      if (row.name != sensor.name || keys_.contains(std::string(row.key))) continue;
+      (row.isAlias ? sensor.alias : sensor.key) = row.key;
+      sensor.isBuiltIn = !row.isAlias;
+    }
   }
 
-  std::vector<FoundSensor>& sensors_;
   const AssignmentFacts& facts_;
-  std::set<std::string, std::less<>> controllerKeys_;  ///< taken by a Mac's controller
-  std::set<std::string, std::less<>> tableKeys_;       ///< taken by rows of the table
+  TemperatureNames names_;
+  std::map<std::string_view, std::string_view> builtInNames_;
+  bool hasKernelCores_ = false;
+  std::vector<NamedTemperature> temperatures_;
+  std::set<std::string> keys_;  ///< without those of builtInKeyRows()
+  std::set<std::string_view> controllerNames_;
 };
 
 }  // namespace
 
-bool isOfController(const FoundSensor& sensor) {
-  return matches(kControllers, sensor.chip->driver);
-}
+bool isOfController(const FoundSensor& sensor) { return matches(kControllers, sensor.chip->kind); }
 
 std::vector<FoundSensor> sensorsOf(const std::vector<Chip>& chips) {
   std::vector<FoundSensor> sensors;
   for (const Chip& chip : chips) {
     for (const Channel& channel : chip.channels) sensors.push_back({&chip, &channel});
   }
+  setIdentities(sensors);
   return sensors;
 }
 
 ReadPolicy readPolicyOf(const FoundSensor& sensor) {
   for (const ReadPolicyRow& row : readPolicyRows()) {
-    if (matches(row.driver, sensor.chip->driver)) return row.policy;
+    if (matches(row.driver, sensor.chip->kind)) return row.policy;
   }
   return ReadPolicy::everyPass;
 }
@@ -159,8 +213,9 @@ bool mayRead(const FoundSensor& sensor, bool driveTemperatures) {
   return driveTemperatures || readPolicyOf(sensor) != ReadPolicy::onRequest;
 }
 
-void assignKeys(std::vector<FoundSensor>& sensors, const AssignmentFacts& facts) {
-  Assigner(sensors, facts).run();
+void assignKeys(SystemCalls& calls, const std::vector<Chip>& chips,
+                std::vector<FoundSensor>& sensors, const AssignmentFacts& facts) {
+  Assigner(calls, chips, facts).run(sensors);
 }
 
 }  // namespace halvermonte::linuxos

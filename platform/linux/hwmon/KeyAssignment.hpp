@@ -1,13 +1,14 @@
-// Assigns keys to sensors.
+// Assigns keys and names to temperatures.
 #pragma once
 
-#include <cstddef>
 #include <string>
 #include <vector>
 
+#include "catalogue/BuiltInNames.hpp"
+#include "platform/linux/SystemCalls.hpp"
 #include "platform/linux/hwmon/Chips.hpp"
 #include "platform/linux/hwmon/DeviceTreeKeys.hpp"
-#include "platform/linux/hwmon/SensorTable.hpp"
+#include "platform/linux/hwmon/NameTable.hpp"
 
 namespace halvermonte::linuxos {
 
@@ -15,10 +16,12 @@ namespace halvermonte::linuxos {
 struct FoundSensor {
   const Chip* chip;
   const Channel* channel;
-  std::string key = "";     ///< four characters; "" if it has none
-  std::string reason = "";  ///< why it has none
-  int lowest = 0;           ///< in degrees; only for a temperature with a key
-  int highest = 0;
+  std::string identity = "";  ///< the same after a reboot, whatever other hardware there is
+  std::string key = "";       ///< four characters; "" if it has none
+  std::string alias = "";     ///< a built-in key that reads it, too, and shows nothing more
+  std::string name = "";      ///< of the key's reading, if that is shown
+  bool isBuiltIn = false;     ///< whether the engine's own catalogue has the key
+  std::string reason = "";    ///< why it has no key
 
   std::string path() const { return chip->folder + "/" + channel->file; }
 };
@@ -36,13 +39,15 @@ ReadPolicy readPolicyOf(const FoundSensor& sensor);
 bool mayRead(const FoundSensor& sensor, bool driveTemperatures);
 
 struct AssignmentFacts {
+  std::string sys;
   std::vector<DeviceTreeSensor> deviceTree;
-  size_t packages = 0;  ///< processor packages; 0 if unknown
+  std::vector<NamedKey> builtInNames;  ///< of the keys that a pass reads, on this processor
   bool driveTemperatures = false;
 };
 
-/// Assigns the table's keys to temperatures, and a Mac's controller's own keys to its sensors. The
-/// result depends only on the sensors' order, drivers and labels.
-void assignKeys(std::vector<FoundSensor>& sensors, const AssignmentFacts& facts);
+/// Gives every temperature a key and a name. A key follows from the sensor's identity alone. A
+/// Mac's controller keeps its own keys, and the sensors of processors have built-in ones.
+void assignKeys(SystemCalls& calls, const std::vector<Chip>& chips,
+                std::vector<FoundSensor>& sensors, const AssignmentFacts& facts);
 
 }  // namespace halvermonte::linuxos

@@ -1,5 +1,6 @@
 #include "platform/linux/hwmon/Sensor.hpp"
 
+#include <algorithm>
 #include <system_error>
 
 #include "platform/linux/Text.hpp"
@@ -26,6 +27,7 @@ void Sensor::continueFrom(Sensor& former, bool isSamePlace) {
   }
   isTried_ = former.isTried_;
   hasHadValue_ = former.hasHadValue_;
+  isConnected_ = former.isConnected_;
   if (!traits_.isRateLimited) return;
   nextRead_ = former.nextRead_;
   value_ = former.value_;
@@ -109,9 +111,13 @@ void Sensor::acceptBackground(SourceReader::History history, const Pass& pass) {
   answer_ = isOverdue ? std::nullopt : std::move(history.latest);
 }
 
-std::optional<double> Sensor::valueOf(const Answer& answer) const {
+std::optional<double> Sensor::valueOf(const Answer& answer) {
+  const ReadingRule& rule = traits_.rule;
   const std::optional<int64_t> number = integer(answer.text);
-  if (!number || *number < traits_.lowest || *number > traits_.highest) return std::nullopt;
+  if (!number || *number < rule.lowest || *number > rule.highest) return std::nullopt;
+  if (std::ranges::count(rule.constants, *number) > 0) return std::nullopt;
+  isConnected_ = isConnected_ || *number < kOpenInputs;
+  if (rule.isOpenInput && !isConnected_) return std::nullopt;
   return static_cast<double>(*number) * traits_.unit;
 }
 
@@ -129,7 +135,11 @@ std::string Sensor::reasonForNone() const {
   if (!answer_) return "not answered yet";
   if (answer_->error != 0) return std::generic_category().message(answer_->error);
   if (!answer_->refusal.empty()) return std::string(answer_->refusal);
-  return integer(answer_->text) ? "outside its range" : "not a number";
+  const std::optional<int64_t> number = integer(answer_->text);
+  if (!number) return "not a number";
+  const ReadingRule& rule = traits_.rule;
+  if (*number < rule.lowest || *number > rule.highest) return "outside its range";
+  return rule.isOpenInput ? "nothing seems to be connected" : "a constant of the firmware";
 }
 
 }  // namespace halvermonte::linuxos

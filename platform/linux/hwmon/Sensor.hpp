@@ -9,6 +9,7 @@
 #include <utility>
 
 #include "platform/linux/hwmon/Gate.hpp"
+#include "platform/linux/hwmon/ReadingRule.hpp"
 #include "platform/linux/hwmon/Source.hpp"
 #include "platform/linux/hwmon/SourceReader.hpp"
 #include "platform/linux/hwmon/Trial.hpp"
@@ -26,7 +27,7 @@ class Sensor {
  public:
   struct Traits {
     double unit = 1;  ///< factor for the source's number
-    int64_t lowest = 0, highest = 0;
+    ReadingRule rule = {};
     bool isRateLimited = false;      ///< read at most once in ten seconds
     PowerGate* powerGate = nullptr;  ///< null if the device does not fall asleep
   };
@@ -67,7 +68,7 @@ class Sensor {
   void acceptAnswer(Answer answer, const Pass& pass);
   void allowBackground(const Pass& pass);
   void acceptBackground(SourceReader::History history, const Pass& pass);
-  std::optional<double> valueOf(const Answer& answer) const;
+  std::optional<double> valueOf(const Answer& answer);
   std::string reasonForNone() const;
 
   std::shared_ptr<SourceReader> reader_;
@@ -76,6 +77,7 @@ class Sensor {
   bool isAsleep_ = false;
   bool isTried_ = false;
   bool hasHadValue_ = false;
+  bool isConnected_ = false;  ///< an open input never gave such a number
   double nextRead_ = 0;
   std::optional<double> value_;
   std::optional<Answer> answer_;  ///< to the latest attempt

@@ -1,0 +1,146 @@
+#include "platform/linux/hwmon/DeviceFacts.hpp"
+
+#include <cstddef>
+#include <optional>
+#include <set>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+#include "platform/linux/DevicePath.hpp"
+#include "platform/linux/Files.hpp"
+#include "platform/linux/StablePath.hpp"
+#include "platform/linux/Text.hpp"
+#include "platform/linux/hwmon/NameWords.hpp"
+
+namespace halvermonte::linuxos {
+namespace {
+
+/// The model in a SATA drive's own description of itself, all 40 characters of it; the kernel's
+/// `model` has only 16.
+std::string wholeModel(SystemCalls& calls, const std::string& device) {
+  constexpr size_t kModelStart = 114, kModelSize = 40;
+  std::string model = textOf(calls, device + "/vpd_pg89").value_or("");
+  if (model.size() < kModelStart + kModelSize) return "";
+  model = model.substr(kModelStart, kModelSize);
+  for (size_t i = 0; i < kModelSize; i += 2) std::swap(model[i], model[i + 1]);
+  return printableWords(model);
+}
+
+std::string scsiModel(SystemCalls& calls, const std::string& device) {
+  const std::string vendor = trimmedTextOf(calls, device + "/vendor");
+  const std::string model = printableWords(trimmedTextOf(calls, device + "/model"));
+  if (vendor.empty() || model.empty()) return model;
+  if (vendor != "ATA") return printableWords(vendor) + " " + model;
+  const std::string whole = wholeModel(calls, device);
+  return whole.starts_with(model) ? whole : model;
+}
+
+/// The PCI addresses of a device path, from the root on.
+std::vector<std::string_view> pciSteps(std::string_view devicePath) {
+  std::vector<std::string_view> steps;
+  for (const std::string_view step : split(devicePath, '/')) {
+    if (pciAddressOf(step)) steps.push_back(step);
+  }
+  return steps;
+}
+
+/// The way to a PCI device as `lspci -P` prints it, without steps that lead to the only device
+/// behind a bridge: "00:01.2/03.0". "" if it is not a PCI device.
+std::string pciPath(std::string_view devicePath) {
+  std::string path;
+  for (const std::string_view step : pciSteps(devicePath)) {
+    const std::string_view function = pciAddressOf(step)->function;
+    if (path.empty()) {
+      path = step.starts_with("0000:") ? step.substr(5) : step;
+    } else if (function != "00.0") {
+      path.append("/").append(function);
+    }
+  }
+  return path;
+}
+
+/// The number that is printed at the slot. "" if the device is not in one.
+std::string slotOf(SystemCalls& calls, const std::string& sys, std::string_view devicePath) {
+  const std::vector<std::string_view> steps = pciSteps(devicePath);
+  const std::string slots = sys + "/bus/pci/slots";
+  for (const std::string& slot : namesOrNone(calls, slots)) {
+    const std::string address = trimmedTextOf(calls, slots + "/" + slot + "/address");
+    for (const std::string_view step : steps) {
+      if (!address.empty() && pciAddressOf(step)->slot == address) return slot;
+    }
+  }
+  return "";
+}
+
+bool hasManySATAControllers(SystemCalls& calls, const std::string& sys) {
+  std::set<std::string> controllers;
+  const std::string ports = sys + "/class/ata_port";
+  for (const std::string& port : namesOrNone(calls, ports)) {
+    controllers.insert(pciPath(devicePath(sys, ports + "/" + port).value_or("")));
+  }
+  return controllers.size() > 1;
+}
+
+std::string joined(const std::string& first, const std::string& second) {
+  return first.empty() || second.empty() ? first + second : first + " " + second;
+}
+
+/// The place on a bus other than PCI. "" if the device is on none.
+std::string placeOnBus(SystemCalls& calls, const std::string& sys, const Chip& chip) {
+  const std::vector<std::string_view> steps = split(chip.stablePath, '/');
+  const std::string pci = pciPath(chip.device);
+  for (size_t i = 0; i < steps.size(); ++i) {
+    if (isNumbered(steps[i], "ata")) {
+      const std::string port = "SATA " + std::string(steps[i].substr(3));
+      return hasManySATAControllers(calls, sys) ? joined(pci, port) : port;
+    }
+    if (steps[i].starts_with("bay")) {
+      return "Bay " + std::string(steps[i].substr(3, steps[i].find('@') - 3));
+    }
+    if (steps[i].starts_with("usb") && i + 1 < steps.size()) {
+      return joined(pci, "USB " + std::string(steps[i + 1]));
+    }
+    if (isNumbered(steps[i], "i2c-") && i + 1 < steps.size()) {
+      const std::string adapter(steps[i].substr(4));
+      const std::string_view address = steps[i + 1].substr(steps[i + 1].starts_with("00") ? 2 : 0);
+      return joined(pci, "I2C " + adapter + "-" + std::string(address));
+    }
+  }
+  return "";
+}
+
+}  // namespace
+
+std::string driveModel(SystemCalls& calls, const Chip& chip) {
+  const bool isNVMe = chip.kind == "nvme";
+  std::string model = isNVMe ? printableWords(trimmedTextOf(calls, chip.parent + "/model"))
+                             : scsiModel(calls, chip.parent);
+  if (model.empty()) model = isNVMe ? "NVMe Drive" : "Drive";
+  return model;
+}
+
+bool isIntegratedGraphics(SystemCalls& calls, const Chip& chip) {
+  const std::vector<std::string_view> steps = pciSteps(chip.device);
+  if (steps.empty()) return false;
+  if (steps.size() == 1 && pciAddressOf(steps.front())->function == "02.0") return true;
+  // AMD has its security processor beside integrated graphics.
+  const std::string folder = chip.parent.substr(0, chip.parent.rfind('/'));
+  const std::string slot(pciAddressOf(steps.back())->slot);
+  for (const std::string& name : namesOrNone(calls, folder)) {
+    if (!name.starts_with(slot + ".")) continue;
+    if (trimmedTextOf(calls, folder + "/" + name + "/class").starts_with("0x1080")) return true;
+  }
+  return false;
+}
+
+std::string placeOf(SystemCalls& calls, const std::string& sys, const Chip& chip) {
+  if (std::string place = placeOnBus(calls, sys, chip); !place.empty()) return place;
+  if (const std::string slot = slotOf(calls, sys, chip.device); !slot.empty()) {
+    return "Slot " + slot;
+  }
+  if (std::string path = pciPath(chip.device); !path.empty()) return path;
+  return chip.stablePath.substr(chip.stablePath.rfind('/') + 1);
+}
+
+}  // namespace halvermonte::linuxos
