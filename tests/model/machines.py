@@ -8,9 +8,12 @@ import plistlib
 import random
 import struct
 
-from catalogue import FIXED_MINI, RELABELS, TEMPERATURE_KEYS
+from catalogue import FIXED_MINI, TEMPERATURE_KEYS
 from model import REPORT_COMMAND, SCALES
 from values import float32
+from vocabulary import (
+  ADDED_KEYS, ADDED_NAMES, FAN_NAMES, HID_PRODUCTS, KNOWN_PRODUCTS, PROCESSORS,
+)
 
 INT32_ENDS = [-(2**31) - 1, -(2**31), 2**31 - 1, 2**31]
 INT64_MIN, INT64_MAX = -(2**63), 2**63 - 1
@@ -29,27 +32,6 @@ WILD_FLOATS = [
   2147483520.0, 2147483648.0, -2147483648.0, -2147483904.0, 1.0, 119.99999, 0.99999994,
 ]
 HID_WILD = INT32_ENDS + [1e300, -1e300, 1e19, 16777217, 2147483646.5, -2147483648.5, 5e-324, -0.0]
-PROCESSORS = [
-  "", "Apple M1", "Apple M1 Pro", "Apple M1 Max", "Apple M2", "Apple M2 Ultra", "Apple M20",
-  "Apple M3", "Apple M3 Pro", "Apple M3 Max", "Apple M4", "Apple M4 Pro", "Apple M4 Max",
-  "Apple M4 Ultra", "Apple M4 Promo", "Apple M4 base", "Apple M5", "apple m1", " Apple M1",
-  "6-Core Intel Core i7", "Dual-Core Intel Core i5", "Apple M2 <&>\"'", "Apple", "Äpple M1",
-]
-KNOWN_PRODUCTS = [product for product, _ in RELABELS] + [
-  "pACC MTR Temp Sensor2", "eACC MTR Temp Sensor0", "GPU MTR Temp Sensor1",
-]
-HID_PRODUCTS = KNOWN_PRODUCTS + [name for _, name in RELABELS] + [
-  "pACC MTR", "pACC MTR Temp Sensor3", "pACC MTRx", " pACC MTR Temp",
-  "PACC MTR Temp Sensor4", "eACC MTR", "eACC MTR Temp Sensor3", "eACC MT",
-  "GPU MTR", "GPU MTR Temp Sensor4", "gpu MTR", "TC0P", "TG0P", "Tp01",
-  "TB0T", "Tg1b ", "tg1b", "Tg1b\n", "NAND CH0 temp\nTg1b", "Avg: pACC MTR", "Min:", "Max: all",
-  "Unknown", "", "PMU tdie1", "PMU tdev2", "Temperatur °C 温度 🌡", "CPU", "n/a", "\n",
-  "ISP MTR Temp Sensor50",
-]
-FAN_NAMES = [
-  "Left", "Right", "Left side", "Main", "ExhaustFan12", "", " Left", "n/a", "CPU\tfan", "A\nB",
-  "\n",
-]
 ODD_TYPES = ["flt?", "FLT ", " flt", "sp87", "si16", "{fds", "ch8*", "flag"]
 CODES_AND_RESULTS = [
   ("infoCode", KERNEL_CODES), ("readCode", KERNEL_CODES),
@@ -64,6 +46,7 @@ class Story:
   def __init__(self, seed):
     self.rng = random.Random(seed)
     self.last = {}
+    self.names = []
 
   def chance(self, probability):
     return self.rng.random() < probability
@@ -180,6 +163,11 @@ class Story:
       return self.fan_name_answer() if key.endswith("ID") else self.fan_speed_answer()
     return self.temperature_answer(key)
 
+  def choose_names(self):
+    """Pairs of key and name; some names are equal."""
+    keys = self.rng.sample(ADDED_KEYS, self.pick(1, 3, 12, len(ADDED_KEYS)))
+    return [[key, self.rng.choice(ADDED_NAMES)] for key in keys]
+
   def choose_keys(self):
     fixed = [key for key, _ in FIXED_MINI]
     keys = self.rng.sample(TEMPERATURE_KEYS, self.pick(0, 3, 10, 30, 90))
@@ -191,6 +179,7 @@ class Story:
     for index in range(min(self.fans, 10)):
       keys += [f"F{index}Ac"] if self.chance(0.9) else []
       keys += [f"F{index}ID"] if self.chance(0.85) else []
+    keys += [key for key, _ in self.names if self.chance(0.8)]
     return sorted(set(keys + ["#KEY", "TP0P", "FS! "][: self.pick(0, 0, 3)]))
 
   def smc(self, keys, is_first):
@@ -353,6 +342,8 @@ class Story:
       cores = self.pick(*range(21), -1, -(2**31), 2**31 - 1)
       machine["sysctl"] = {self.pick("hw.ncpu", *["hw.physicalcpu"] * 9): cores}
     self.hardware_report(machine)
+    if self.chance(0.4):
+      self.names = machine["names"] = self.choose_names()
     machine["ticks"] = self.ticks()
     return machine
 

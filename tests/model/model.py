@@ -167,7 +167,9 @@ class Engine:
   def __init__(self, machine, processor):
     self.machine = machine
     self.is_arm64 = processor == "arm64"
-    self.names = human_readable_names(processor_name(machine), physical_cores(machine))
+    added = machine.added_names()
+    self.keys = TEMPERATURE_KEYS + list(added)
+    self.names = human_readable_names(processor_name(machine), physical_cores(machine)) | added
     self.sensors_history = {}
     self.prev_tempos = None
     self.last_data_fetch = None
@@ -227,7 +229,7 @@ class Engine:
 
   def collect_catalogue(self, smc, full):
     highest = {}
-    for key in TEMPERATURE_KEYS:
+    for key in self.keys:
       reading = smc.temperature(key.encode())
       name = self.names.get(key)
       if name is None:

@@ -65,6 +65,10 @@ class Machine:
   def host_name(self):
     return self.description.get("hostName", self.description["name"])
 
+  def added_names(self):
+    """Key to display name, in the order in which the keys are read."""
+    return dict(self.description.get("names", []))
+
   def kernel_variable(self, name, before):
     return self.description.get("sysctl", {}).get(name, before)
 
@@ -150,7 +154,7 @@ class SmcConnection:
 
 
 def key_bytes(name):
-  return bytes.fromhex(name[4:]) if name.startswith("hex:") else name.encode()
+  return name.encode() if len(name) == 4 else bytes.fromhex(name[4:])
 
 
 def wave(description, time):

@@ -67,6 +67,8 @@ class Numbers(unittest.TestCase):
       "CPU Core 10", "Mem Bank A1", "Memory Bank 1",
     ]
     self.assertEqual(sorted(reversed(in_order), key=standard_order), in_order)
+    alike = ["007", "7", "Drive", "drive", "drive 02", "Drive 2", "Étude", "état"]
+    self.assertEqual(sorted(reversed(alike), key=standard_order), alike)
 
 
 class Record(unittest.TestCase):
@@ -235,6 +237,15 @@ class Temperatures(unittest.TestCase):
     record, = records(hid(*((name, 40) for name in eight), ("eACC MTR", 40)))
     self.assertEqual(record["sensors_temperatureMini"].count("\n"), 7)
     self.assertEqual(record["sensors_temperature"].count("\n"), 9)
+
+
+  def test_added_names_are_shown_among_the_others(self):
+    keys = {"Xa00": celsius(41), "Xa01": celsius(120), "Xa02": celsius(44), "TG0D": celsius(43)}
+    names = [["Xa00", "Drive 10"], ["Xa01", "Drive 2"], ["Xa02", "GPU Die"], ["Xa03", "Drive 1"]]
+    machine = {"name": "x", "names": names, "ticks": [smc(**keys), smc(Xa00=celsius(1))]}
+    for line, drive in zip(model.run(machine, 2, "x86_64"), ("41", "40")):
+      self.assertEqual(line["record"]["sensors_temperature"], "Drive 10\nGPU Die\n")
+      self.assertEqual(line["record"]["sensors_temperatureData"], f"{drive}\n44\n")
 
 
 class Reports(unittest.TestCase):

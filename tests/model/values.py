@@ -86,11 +86,16 @@ def decimal_text(scaled, digits):
 
 
 def standard_order(text):
-  """Sort key of display names: case ignored, runs of digits by value, the rest by code point."""
-  return [
-    (ord("0"), int(run)) if run.isdigit() else (ord(run.lower()), 0)
-    for run in re.findall(r"[0-9]+|[^0-9]", text)
-  ]
+  """Sort key of display names: case ignored in ASCII, runs of digits by value, the rest by code
+  point. Of names that are equal then, more leading zeros come first, then the lower code point."""
+  parts, zeros = [], []
+  for run in re.findall(r"[0-9]+|[^0-9]", text):
+    if run[0] in "0123456789":
+      parts.append((ord("0"), int(run)))
+      zeros.append(len(run.lstrip("0")) - len(run))
+    else:
+      parts.append((ord(run.lower() if run.isascii() else run), 0))
+  return parts, zeros, text
 
 
 def nextstep_text(raw):
