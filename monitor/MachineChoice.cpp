@@ -107,7 +107,7 @@ std::string reasonForNone(const SensorInventory& inventory, Offer offer) {
 }
 
 std::string hintOf(Machine& machine, Offer offer) {
-  const size_t refused = machine.sensorCounts().refused;
+  const size_t refused = machine.refusedSensors();
   if (refused > 0) {
     return "sensors that this user may not read: " + std::to_string(refused) + " (see --list)";
   }

@@ -70,9 +70,9 @@ SensorInventory LinuxMachine::inventory() {
   return controller_->inventory();
 }
 
-SensorCounts LinuxMachine::sensorCounts() {
+size_t LinuxMachine::refusedSensors() {
   const std::lock_guard lock(mutex_);
-  return {.known = controller_->sensors(), .refused = controller_->deniedSensors()};
+  return controller_->refusedSensors();
 }
 
 std::optional<size_t> LinuxMachine::driveCount() {

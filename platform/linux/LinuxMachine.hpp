@@ -70,7 +70,7 @@ class LinuxMachine : public Machine {
   /// Every sensor that the kernel offers, shown or not. Reads them, and waits at most 0.3 seconds
   /// for those that were never read.
   SensorInventory inventory() override;
-  SensorCounts sensorCounts() override;
+  size_t refusedSensors() override;
 
   std::optional<size_t> driveCount() override;
   void beginDriveWalk() override;

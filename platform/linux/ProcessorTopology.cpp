@@ -25,57 +25,57 @@ std::set<int64_t> numbersIn(std::string_view list) {
   return numbers;
 }
 
-}  // namespace
+struct Processor {
+  int64_t package = 0, die = 0, core = 0;
+  bool isEfficient = false;
+};
 
-ProcessorTopology::ProcessorTopology(SystemCalls& calls, const std::string& sys) {
+std::vector<Processor> processorsIn(SystemCalls& calls, const std::string& sys) {
   const std::set<int64_t> efficient =
       numbersIn(trimmedTextOf(calls, sys + "/devices/cpu_atom/cpus"));
   const std::string folder = sys + "/devices/system/cpu";
+  std::vector<Processor> processors;
   for (const std::string& name : namesOrNone(calls, folder)) {
     if (!isNumbered(name, "cpu")) continue;
     const std::string topology = folder + "/" + name + "/topology/";
     const auto package = integer(trimmedTextOf(calls, topology + "physical_package_id"));
     if (!package) continue;  // it is offline
-    processors_.push_back({.package = *package,
-                           .die = integer(trimmedTextOf(calls, topology + "die_id")).value_or(0),
-                           .core = integer(trimmedTextOf(calls, topology + "core_id")).value_or(-1),
-                           .isEfficient = efficient.contains(*integer(name.substr(3)))});
+    processors.push_back({.package = *package,
+                          .die = integer(trimmedTextOf(calls, topology + "die_id")).value_or(0),
+                          .core = integer(trimmedTextOf(calls, topology + "core_id")).value_or(-1),
+                          .isEfficient = efficient.contains(*integer(name.substr(3)))});
+  }
+  return processors;
+}
+
+}  // namespace
+
+ProcessorTopology::ProcessorTopology(SystemCalls& calls, const std::string& sys) {
+  std::map<int64_t, std::map<int64_t, Core>> coresByPackage;
+  std::map<int64_t, std::set<int64_t>> diesByPackage;
+  for (const Processor& each : processorsIn(calls, sys)) {
+    coresByPackage[each.package][each.core].isEfficient = each.isEfficient;
+    diesByPackage[each.package].insert(each.die);
+  }
+  for (const auto& [package, cores] : coresByPackage) {
+    size_t counts[2] = {0, 0};  // of large and small cores
+    for (auto [number, core] : cores) {
+      core.place = counts[core.isEfficient ? 1 : 0]++;
+      cores_[{packages_, number}] = core;
+    }
+    packagesOfDies_.insert(packagesOfDies_.end(), diesByPackage[package].size(), packages_);
+    ++packages_;
   }
 }
 
-std::vector<int64_t> ProcessorTopology::packageNumbers() const {
-  std::set<int64_t> numbers;
-  for (const Processor& processor : processors_) numbers.insert(processor.package);
-  return {numbers.begin(), numbers.end()};
-}
-
-size_t ProcessorTopology::packages() const { return packageNumbers().size(); }
-
 size_t ProcessorTopology::packageOfDie(size_t die) const {
-  std::set<std::pair<int64_t, int64_t>> dies;
-  for (const Processor& processor : processors_) dies.insert({processor.package, processor.die});
-  if (die >= dies.size()) return die;
-  const int64_t number = std::next(dies.begin(), static_cast<ptrdiff_t>(die))->first;
-  const std::vector<int64_t> packages = packageNumbers();
-  return static_cast<size_t>(std::find(packages.begin(), packages.end(), number) -
-                             packages.begin());
+  return die < packagesOfDies_.size() ? packagesOfDies_[die] : die;
 }
 
 std::optional<ProcessorTopology::Core> ProcessorTopology::core(size_t package,
                                                                int64_t number) const {
-  const std::vector<int64_t> packages = packageNumbers();
-  if (package >= packages.size()) return std::nullopt;
-  const auto isMeant = [&](const Processor& each) {
-    return each.package == packages[package] && each.core == number;
-  };
-  const auto found = std::find_if(processors_.begin(), processors_.end(), isMeant);
-  if (found == processors_.end()) return std::nullopt;
-  std::set<int64_t> before;
-  for (const Processor& each : processors_) {
-    const bool isAlike = each.package == found->package && each.isEfficient == found->isEfficient;
-    if (isAlike && each.core < number) before.insert(each.core);
-  }
-  return Core{found->isEfficient, before.size()};
+  const auto found = cores_.find({package, number});
+  return found == cores_.end() ? std::nullopt : std::optional(found->second);
 }
 
 }  // namespace halvermonte::linuxos

@@ -3,24 +3,27 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <map>
 #include <optional>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "platform/linux/SystemCalls.hpp"
 
 namespace halvermonte::linuxos {
 
+/// Packages and dies are counted from 0, in the order of the kernel's numbers for them. Processors
+/// that are offline are not known.
 class ProcessorTopology {
  public:
-  /// Empty if the kernel tells nothing about its processors.
-  ProcessorTopology() = default;
+  /// Empty if the kernel does not list its processors.
   ProcessorTopology(SystemCalls& calls, const std::string& sys);
 
   /// 0 if unknown.
-  size_t packages() const;
-  /// The package of a die, both counted from 0: the dies of all packages are counted on. If the die
-  /// is unknown, each package has one.
+  size_t packages() const noexcept { return packages_; }
+  /// The package of a die, of which those of all packages are counted on. If the die is unknown,
+  /// each package has one.
   size_t packageOfDie(size_t die) const;
 
   struct Core {
@@ -31,14 +34,9 @@ class ProcessorTopology {
   std::optional<Core> core(size_t package, int64_t number) const;
 
  private:
-  struct Processor {
-    int64_t package = 0, die = 0, core = 0;
-    bool isEfficient = false;
-  };
-
-  std::vector<int64_t> packageNumbers() const;
-
-  std::vector<Processor> processors_;
+  size_t packages_ = 0;
+  std::vector<size_t> packagesOfDies_;
+  std::map<std::pair<size_t, int64_t>, Core> cores_;  ///< by package and number
 };
 
 }  // namespace halvermonte::linuxos

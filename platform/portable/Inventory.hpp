@@ -1,7 +1,6 @@
 // The sensors that a machine knows, and why some of them are not shown.
 #pragma once
 
-#include <cstddef>
 #include <string>
 #include <vector>
 
@@ -23,11 +22,5 @@ struct SensorListing {
 };
 
 using SensorInventory = std::vector<SensorListing>;
-
-/// How many of a machine's sensors have keys.
-struct SensorCounts {
-  size_t known = 0;    ///< as of the last opening of the controller
-  size_t refused = 0;  ///< how many of them this user was not allowed to read the last time
-};
 
 }  // namespace halvermonte

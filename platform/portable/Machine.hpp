@@ -127,7 +127,8 @@ class Machine {
 
   /// Every sensor that the machine can list, shown or not. May read them.
   virtual SensorInventory inventory() { return {}; }
-  virtual SensorCounts sensorCounts() { return {}; }
+  /// How many of the sensors that have keys this user was not allowed to read the last time.
+  virtual size_t refusedSensors() { return 0; }
   /// What a person calls the source of a drive's counters; "" if the machine cannot say.
   virtual std::string driveSource(size_t /*index*/) { return ""; }
 
@@ -187,7 +188,7 @@ class MachineWrapper : public Machine {
   }
   std::optional<HostFacts> hostFacts() override { return inner_.hostFacts(); }
   SensorInventory inventory() override { return inner_.inventory(); }
-  SensorCounts sensorCounts() override { return inner_.sensorCounts(); }
+  size_t refusedSensors() override { return inner_.refusedSensors(); }
   std::string driveSource(size_t index) override { return inner_.driveSource(index); }
 
  protected:

@@ -88,6 +88,20 @@ TEST_F(SlowSensors, ReadThatNeverReturnsHoldsUpNeitherPassesNorTheEnd) {
   EXPECT_EQ(temperature(next, "TC1C"), 41);
 }
 
+TEST_F(SlowSensors, DriveThatHasToSpinUpHoldsUpNoPassAlthoughItWasFastBefore) {
+  addChip(tree, 5, "nvme", "pci0000:01/nvme/nvme0", {{"temp1", "31000", "Composite"}});
+  const std::string drive = keyOf("nvme", "pci0000:01/nvme/nvme0", "Composite");
+  EXPECT_EQ(temperature(machine(), drive), 31);
+  tree.write(chipFile(5, "temp1_input"), "35000\n");
+  calls.hold("hwmon5/temp1_input");
+  calls.seconds += 10;
+  const double began = calls.seconds;
+  EXPECT_EQ(temperature(machine(), drive), 31);
+  EXPECT_LT(calls.seconds - began, 0.05);
+  calls.release("");
+  while (temperature(machine(), drive) != 35) std::this_thread::yield();
+}
+
 TEST_F(SlowSensors, ReadingsAreMadeEveryTenSecondsOnceOneTookLong) {
   EXPECT_EQ(package(), 51);
   EXPECT_EQ(calls.threads(), 1u) << "that of the trial";

@@ -68,7 +68,6 @@ void HwmonController::rescan() {
   keyedSensors_.clear();
   gates_.clear();
   entries_.clear();
-  trial_.renewPatience();
   findSensors();
   for (const FoundSensor& found : found_) {
     if (!found.key.empty()) {
@@ -225,7 +224,6 @@ SMCKeyBytes HwmonController::bytes(uint32_t key) {
 }
 
 SensorInventory HwmonController::inventory() {
-  trial_.renewPatience();
   open();
   std::vector<Sensor*> sensors;
   for (const FoundSensor& found : found_) {
@@ -243,9 +241,7 @@ SensorInventory HwmonController::inventory() {
   return inventory;
 }
 
-size_t HwmonController::sensors() const { return keyedSensors_.size(); }
-
-size_t HwmonController::deniedSensors() const {
+size_t HwmonController::refusedSensors() const {
   return static_cast<size_t>(
       std::count_if(keyedSensors_.begin(), keyedSensors_.end(),
                     [](const Sensor* sensor) { return sensor->isDenied(); }));

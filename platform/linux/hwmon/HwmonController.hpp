@@ -46,10 +46,8 @@ class HwmonController {
   /// Every sensor, in the order of the hardware. Begins a pass, and also reads sensors without a
   /// key, unless their device is asleep or they are read only on request.
   SensorInventory inventory();
-  /// The number of sensors that have keys.
-  size_t sensors() const;
   /// The number of sensors with keys that the user was not allowed to read at the last attempt.
-  size_t deniedSensors() const;
+  size_t refusedSensors() const;
 
  private:
   enum class Kind : uint8_t { value, fanSpeed, fanName, fanCount };

@@ -26,6 +26,7 @@ void Sensor::continueFrom(Sensor& former, bool isSamePlace) {
     reader_->continueFrom(std::move(history));
   }
   isTried_ = former.isTried_;
+  attempts_ = former.attempts_;
   hasHadValue_ = former.hasHadValue_;
   isConnected_ = former.isConnected_;
   if (!traits_.isRateLimited) return;
@@ -36,15 +37,20 @@ void Sensor::continueFrom(Sensor& former, bool isSamePlace) {
 }
 
 void Sensor::joinTrial(Trial& trial, const Pass& pass) {
-  if (isTried_ || reader_->speed() != Speed::unknown || !checkAwake(pass)) return;
-  trial.add(reader_);
+  const Speed speed = reader_->speed();
+  const bool isNew = !isTried_ && speed == Speed::unknown;
+  if ((isNew || (speed == Speed::fast && isCommandDue(pass))) && checkAwake(pass)) {
+    trial.add(reader_);
+  }
 }
 
 void Sensor::leaveTrial(const Pass& pass) {
-  if (isTried_ || reader_->speed() == Speed::unknown) return;
+  const SourceReader::History history = reader_->history();
+  if (history.speed == Speed::unknown || (isTried_ && !isCommandDue(pass))) return;
   isTried_ = true;
-  const bool isRecent = pass.seconds < reader_->history().nextAttempt;
-  if (!isRecent || !checkAwake(pass)) return;
+  const bool isAnswered = history.speed == Speed::slow || history.attempts != attempts_;
+  const bool isRecent = pass.seconds < history.nextAttempt;
+  if (!isAnswered || !isRecent || !checkAwake(pass)) return;
   pass_ = pass.number;
   takeLatest(pass);
 }
@@ -66,10 +72,15 @@ void Sensor::update(const Pass& pass) {
   }
   if (!isTried_) return;
   if (isFast()) {
-    if (pass.seconds < nextRead_) return;
+    // A command was sent by a trial, as a device that was fast may take seconds to wake up.
+    if (traits_.isRateLimited || pass.seconds < nextRead_) return;
     reader_->attempt();
   }
   takeLatest(pass);
+}
+
+bool Sensor::isCommandDue(const Pass& pass) const {
+  return traits_.isRateLimited && pass.seconds >= nextRead_;
 }
 
 bool Sensor::checkAwake(const Pass& pass) {
@@ -80,6 +91,7 @@ bool Sensor::checkAwake(const Pass& pass) {
 void Sensor::takeLatest(const Pass& pass) {
   if (!isFast()) allowBackground(pass);
   SourceReader::History history = reader_->history();
+  attempts_ = history.attempts;
   if (history.speed == Speed::fast) {
     acceptAnswer(std::move(*history.latest), pass);
   } else {

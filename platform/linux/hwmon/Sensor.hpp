@@ -43,7 +43,8 @@ class Sensor {
   /// takes over a read that is under way. REQUIRES: it was not read yet.
   void continueFrom(Sensor& former, bool isSamePlace);
 
-  /// Puts a sensor of unknown speed on trial, unless its device is asleep.
+  /// Puts the sensor on trial if its speed is unknown, or if it is time to send a command to its
+  /// device. A device that is asleep is left alone.
   void joinTrial(Trial& trial, const Pass& pass);
   /// Makes the trial's reading that of this pass, if it has ended recently.
   void leaveTrial(const Pass& pass);
@@ -64,6 +65,7 @@ class Sensor {
  private:
   void update(const Pass& pass);
   bool checkAwake(const Pass& pass);
+  bool isCommandDue(const Pass& pass) const;
   void takeLatest(const Pass& pass);
   void acceptAnswer(Answer answer, const Pass& pass);
   void allowBackground(const Pass& pass);
@@ -78,6 +80,7 @@ class Sensor {
   bool isTried_ = false;
   bool hasHadValue_ = false;
   bool isConnected_ = false;  ///< an open input never gave such a number
+  uint64_t attempts_ = 0;     ///< the source's, at the latest answer
   double nextRead_ = 0;
   std::optional<double> value_;
   std::optional<Answer> answer_;  ///< to the latest attempt

@@ -18,11 +18,13 @@ void SourceReader::continueFrom(History history) {
 }
 
 void SourceReader::attempt() {
+  const double began = calls_.steadySeconds();
   {
     const std::lock_guard lock(mutex_);
+    if (isReading_) return;
     isReading_ = true;
+    history_.nextAttempt = began + kRetrySeconds;
   }
-  const double began = calls_.steadySeconds();
   Answer answer = source_->read();
   const double ended = calls_.steadySeconds();
 
@@ -30,6 +32,7 @@ void SourceReader::attempt() {
   isReading_ = false;
   const bool isSlow = ended - began > kSlowSeconds || history_.speed == Speed::slow;
   history_.speed = isSlow ? Speed::slow : Speed::fast;
+  ++history_.attempts;
   history_.nextAttempt = ended + kRetrySeconds;
   if (answer.error == 0) {
     history_.reading = answer;
@@ -40,7 +43,7 @@ void SourceReader::attempt() {
 
 void SourceReader::giveUp() {
   const std::lock_guard lock(mutex_);
-  if (history_.speed == Speed::unknown) history_.speed = Speed::slow;
+  history_.speed = Speed::slow;
 }
 
 void SourceReader::keepReading(double now, double end) {

@@ -26,6 +26,7 @@ class SourceReader : public std::enable_shared_from_this<SourceReader> {
   enum class Speed : uint8_t { unknown, fast, slow };
   struct History {
     Speed speed = Speed::unknown;
+    uint64_t attempts = 0;                         ///< that have ended
     std::optional<Answer> latest = std::nullopt;   ///< of the latest attempt
     std::optional<Answer> reading = std::nullopt;  ///< of the latest attempt that did not fail
     double readingTime = 0;                        ///< when that ended
@@ -40,9 +41,9 @@ class SourceReader : public std::enable_shared_from_this<SourceReader> {
   /// Goes on as another reader of the same sensor. REQUIRES: no attempt was made yet.
   void continueFrom(History history);
 
-  /// Reads the source on this thread. REQUIRES: no other thread does.
+  /// Reads the source on this thread. Does nothing if another one is reading it.
   void attempt();
-  /// A first attempt has taken too long, and is still under way.
+  /// An attempt has taken too long, and may still be under way.
   void giveUp();
 
   /// Reads a slow source every ten seconds, on a thread that ends some time after `end`. Does

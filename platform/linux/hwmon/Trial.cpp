@@ -3,6 +3,11 @@
 #include <algorithm>
 
 namespace halvermonte::linuxos {
+namespace {
+
+constexpr double kPatienceSeconds = 0.3;
+
+}  // namespace
 
 Trial::~Trial() {
   const std::lock_guard lock(shared_->mutex);
@@ -11,6 +16,7 @@ Trial::~Trial() {
 
 void Trial::add(const std::shared_ptr<SourceReader>& reader) {
   const std::lock_guard lock(shared_->mutex);
+  if (shared_->isDone()) patience_ = kPatienceSeconds;
   auto& waiting = shared_->waiting;
   const bool isKnown = shared_->current == reader ||
                        std::find(waiting.begin(), waiting.end(), reader) != waiting.end();

@@ -1,4 +1,4 @@
-// The first reading of sources whose speed is not known yet.
+// Readings that may take long: a source's first one, and each command to a device.
 #pragma once
 
 #include <condition_variable>
@@ -21,11 +21,10 @@ class Trial {
   /// Does not wait.
   ~Trial();
 
-  /// Does nothing if the source is on trial already.
+  /// Does nothing if the source is on trial already. The first one of a trial allows the supervisor
+  /// to wait for 0.3 seconds in all.
   void add(const std::shared_ptr<SourceReader>& reader);
 
-  /// Allows the supervisor to wait for 0.3 seconds in all, once more.
-  void renewPatience() { patience_ = 0.3; }
   /// Waits for the sources on trial, but not longer than it takes to see that one is slow, and not
   /// longer in all than it may.
   void supervise();
