@@ -1,6 +1,7 @@
 #include "platform/linux/hwmon/FileSource.hpp"
 
 #include <array>
+#include <string_view>
 
 #include "platform/linux/Text.hpp"
 
