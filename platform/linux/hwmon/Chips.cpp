@@ -162,12 +162,6 @@ std::optional<Chip> chipOf(SystemCalls& calls, const std::string& sys, const std
   return chip;
 }
 
-bool standsBefore(const Chip& first, const Chip& second) {
-  if (first.device != second.device) return standsBeforeInHardware(first.device, second.device);
-  if (first.driver != second.driver) return first.driver < second.driver;
-  return standsBeforeInHardware(first.folder, second.folder);
-}
-
 }  // namespace
 
 std::string_view nameOf(Quantity quantity) { return rowOf(quantity).name; }
@@ -188,6 +182,12 @@ std::vector<Chip> chipsIn(SystemCalls& calls, const std::string& sys) {
   }
   std::sort(chips.begin(), chips.end(), standsBefore);
   return chips;
+}
+
+bool standsBefore(const Chip& first, const Chip& second) {
+  if (first.device != second.device) return standsBeforeInHardware(first.device, second.device);
+  if (first.driver != second.driver) return first.driver < second.driver;
+  return standsBeforeInHardware(first.folder, second.folder);
 }
 
 std::string firstLine(std::string_view text) {

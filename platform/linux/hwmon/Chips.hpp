@@ -56,6 +56,9 @@ struct Chip {
 /// ignored because they change from boot to boot.
 std::vector<Chip> chipsIn(SystemCalls& calls, const std::string& sys);
 
+/// The order of the hardware.
+bool standsBefore(const Chip& first, const Chip& second);
+
 /// The text's first line, without its end. A tab becomes a space, and any other character that is
 /// not printable ASCII becomes "?".
 std::string firstLine(std::string_view text);
