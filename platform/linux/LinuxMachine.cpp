@@ -18,12 +18,16 @@
 
 namespace halvermonte {
 
-LinuxMachine::LinuxMachine(LinuxRoots roots, LinuxOptions options, linuxos::SystemCalls& calls)
+LinuxMachine::LinuxMachine(LinuxRoots roots, const LinuxOptions& options,
+                           linuxos::SystemCalls& calls)
     : roots_(std::move(roots)),
       calls_(calls),
       commands_(std::make_unique<linuxos::Commands>()),
-      controller_(std::make_unique<linuxos::HwmonController>(calls_, roots_.sys, roots_.proc,
-                                                             options.driveTemperatures)),
+      controller_(std::make_unique<linuxos::HwmonController>(
+          calls_, linuxos::HwmonOptions{.sys = roots_.sys,
+                                        .proc = roots_.proc,
+                                        .driveTemperatures = options.driveTemperatures,
+                                        .managementLibrary = managementLibrary(options)})),
       drives_(std::make_unique<linuxos::BlockDrives>(calls_, roots_.sys, roots_.proc)),
       facts_(std::make_unique<linuxos::HostFactsReader>(calls_, roots_.sys, roots_.proc)) {}
 
@@ -40,6 +44,11 @@ std::string LinuxMachine::name() {
 bool LinuxMachine::isThisComputer() {
   const LinuxRoots here;
   return roots_.sys == here.sys && roots_.proc == here.proc && roots_.etc == here.etc;
+}
+
+std::string LinuxMachine::managementLibrary(const LinuxOptions& options) {
+  const bool isDefault = options.managementLibrary == LinuxOptions().managementLibrary;
+  return isThisComputer() || !isDefault ? options.managementLibrary : "";
 }
 
 SMCService LinuxMachine::smcService() { return {.present = true}; }

@@ -35,11 +35,14 @@ struct LinuxRoots {
 struct LinuxOptions {
   /// Asks SATA and SCSI drives for their temperatures, which may keep a drive from spinning down.
   bool driveTemperatures = false;
+  /// NVIDIA's management library, as dlopen() takes it. It knows the devices of this computer, so a
+  /// tree uses it only if it is another than this one.
+  std::string managementLibrary = "libnvidia-ml.so.1";
 };
 
 /// Answers from this computer, or from a tree. Reads only: nothing is written, no device is opened
-/// and nothing that sleeps is woken. What cannot be read is absent, and no question fails because
-/// of it.
+/// except by NVIDIA's library, and nothing that sleeps is woken. What cannot be read is absent, and
+/// no question fails because of it.
 ///
 /// Any thread may ask, while others do. The machine starts threads of its own only to read sensors:
 /// one for a moment when there are new ones, and one for each slow sensor. They get no signals, and
@@ -49,7 +52,7 @@ struct LinuxOptions {
 /// REQUIRES: the calls outlive the machine and its threads.
 class LinuxMachine : public Machine {
  public:
-  explicit LinuxMachine(LinuxRoots roots = {}, LinuxOptions options = {},
+  explicit LinuxMachine(LinuxRoots roots = {}, const LinuxOptions& options = {},
                         linuxos::SystemCalls& calls = linuxos::SystemCalls::real());
   ~LinuxMachine() override;
 
@@ -90,6 +93,8 @@ class LinuxMachine : public Machine {
   std::optional<HostFacts> hostFacts() override;
 
  private:
+  std::string managementLibrary(const LinuxOptions& options);
+
   const LinuxRoots roots_;
   linuxos::SystemCalls& calls_;
   std::unique_ptr<linuxos::Commands> commands_;

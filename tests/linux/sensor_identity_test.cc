@@ -18,7 +18,7 @@ using ::testing::ElementsAre;
 using ::testing::Key;
 using ::testing::Pair;
 
-constexpr LinuxOptions kWithDrives{.driveTemperatures = true};
+const LinuxOptions kWithDrives{.driveTemperatures = true};
 
 /// The numbers that a kernel gives at one boot.
 struct Numbers {

@@ -15,7 +15,7 @@ using ::testing::Pair;
 
 using Shown = std::map<std::string, int>;
 
-constexpr LinuxOptions kWithDrives{.driveTemperatures = true};
+const LinuxOptions kWithDrives{.driveTemperatures = true};
 
 /// The temperatures in the record of a computer with one chip.
 Shown shownOf(const std::string& driver, const std::string& device,

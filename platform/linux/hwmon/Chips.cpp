@@ -156,9 +156,8 @@ std::optional<Chip> chipOf(SystemCalls& calls, const std::string& sys, const std
   chip->parent = realPath(folder + "/device").value_or("");
   chip->device = chip->parent.empty() ? withoutNumber(devicePath(sys, folder).value_or(""))
                                       : devicePath(sys, chip->parent).value_or("");
-  chip->stablePath = stablePath(calls, sys, chip->device);
   chip->label = firstLine(trimmed(textOf(calls, chip->folder + "/label").value_or("")));
-  chip->kind = kindOf(calls, *chip);
+  identify(calls, sys, *chip);
   return chip;
 }
 
@@ -171,6 +170,11 @@ double unitOf(Quantity quantity) { return rowOf(quantity).unit; }
 std::string_view labelOrName(const Channel& channel) {
   const std::string_view label = trimmed(channel.label);
   return label.empty() ? std::string_view(channel.name) : label;
+}
+
+void identify(SystemCalls& calls, const std::string& sys, Chip& chip) {
+  chip.stablePath = stablePath(calls, sys, chip.device);
+  chip.kind = kindOf(calls, chip);
 }
 
 std::vector<Chip> chipsIn(SystemCalls& calls, const std::string& sys) {

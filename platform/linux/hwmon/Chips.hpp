@@ -43,14 +43,17 @@ std::string_view labelOrName(const Channel& channel);
 
 struct Chip {
   std::string driver;      ///< the chip's `name`
-  std::string kind;        ///< the same without a number, or "(Ethernet)" for an interface's name
-  std::string label;       ///< what the firmware calls the chip; "" if it does not
+  std::string kind = "";   ///< the same without a number, or "(Ethernet)" for an interface's name
+  std::string label = "";  ///< what the firmware calls the chip; "" if it does not
   std::string device;      ///< device path
-  std::string stablePath;  ///< the same without what may change at a boot
-  std::string parent;      ///< the device's folder; "" if there is none
-  std::string folder;      ///< of the channels' files
+  std::string stablePath = "";  ///< the same without what may change at a boot
+  std::string parent;           ///< the device's folder; "" if there is none
+  std::string folder;           ///< of the channels' files
   std::vector<Channel> channels;
 };
+
+/// Sets the chip's kind and stable path, which follow from its driver and its device.
+void identify(SystemCalls& calls, const std::string& sys, Chip& chip);
 
 /// All chips that have a channel, in the order of the hardware. The kernel's numbers for them are
 /// ignored because they change from boot to boot.

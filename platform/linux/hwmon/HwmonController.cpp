@@ -32,13 +32,11 @@ SMCKeyBytes floatBytes(float value) {
 
 }  // namespace
 
-HwmonController::HwmonController(SystemCalls& calls, std::string sys, std::string proc,
-                                 bool driveTemperatures)
+HwmonController::HwmonController(SystemCalls& calls, HwmonOptions options)
     : calls_(calls),
-      sys_(std::move(sys)),
-      proc_(std::move(proc)),
-      driveTemperatures_(driveTemperatures),
-      watch_(calls, sys_ + "/class/hwmon"),
+      options_(std::move(options)),
+      watch_(calls, options_.sys + "/class/hwmon"),
+      nvidia_(calls, options_.sys, options_.managementLibrary),
       trial_(calls) {}
 
 void HwmonController::open() {
@@ -83,21 +81,30 @@ void HwmonController::rescan() {
   formerSensors_.clear();
 }
 
+void HwmonController::findChips() {
+  chips_ = chipsIn(calls_, options_.sys);
+  for (Chip& chip : nvidia_.findChips()) {
+    const auto place = std::upper_bound(chips_.begin(), chips_.end(), chip, standsBefore);
+    chips_.insert(place, std::move(chip));
+  }
+}
+
 void HwmonController::findSensors() {
-  chips_ = chipsIn(calls_, sys_);
+  findChips();
   found_ = sensorsOf(chips_);
   assignKeys(calls_, chips_, found_,
-             {.sys = sys_,
-              .deviceTree = deviceTreeSensors(calls_, sys_),
+             {.sys = options_.sys,
+              .deviceTree = deviceTreeSensors(calls_, options_.sys),
               .builtInNames = namesOnThisProcessor(),
-              .driveTemperatures = driveTemperatures_});
+              .driveTemperatures = options_.driveTemperatures});
   fanNames_ =
       fanNames(assignFans(found_, [this](const FoundSensor& fan) { return isTurning(fan); }));
 }
 
 std::vector<NamedKey> HwmonController::namesOnThisProcessor() const {
-  const int64_t cores = physicalCores(calls_, sys_, proc_).value_or(0);
-  return builtInNames(processorName(calls_, sys_, proc_).text, static_cast<int32_t>(cores));
+  const int64_t cores = physicalCores(calls_, options_.sys, options_.proc).value_or(0);
+  return builtInNames(processorName(calls_, options_.sys, options_.proc).text,
+                      static_cast<int32_t>(cores));
 }
 
 void HwmonController::addSensor(const FoundSensor& found) {
@@ -139,6 +146,7 @@ HwmonController::KnownSensors::iterator HwmonController::findFormer(const std::s
 }
 
 std::unique_ptr<Source> HwmonController::makeSource(const FoundSensor& found) {
+  if (auto source = nvidia_.makeSource(*found.chip, *found.channel)) return source;
   const std::string channel = found.chip->folder + "/" + found.channel->name;
   std::vector<Gate> gates;
   if (found.channel->hasFault) gates.emplace_back(calls_, channel + "_fault", Gate::Kind::fault);
@@ -227,7 +235,7 @@ SensorInventory HwmonController::inventory() {
   open();
   std::vector<Sensor*> sensors;
   for (const FoundSensor& found : found_) {
-    const bool isRead = !found.key.empty() || mayRead(found, driveTemperatures_);
+    const bool isRead = !found.key.empty() || mayRead(found, options_.driveTemperatures);
     sensors.push_back(isRead ? &findOrAddSensor(found) : nullptr);
   }
   std::vector<Sensor*> readSensors;

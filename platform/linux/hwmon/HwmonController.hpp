@@ -1,4 +1,5 @@
-// A controller whose SMC keys are read from the kernel's hardware monitoring.
+// A controller whose SMC keys are read from the kernel's hardware monitoring, and from NVIDIA's
+// library.
 #pragma once
 
 #include <cstddef>
@@ -20,17 +21,24 @@
 #include "platform/linux/hwmon/Sensor.hpp"
 #include "platform/linux/hwmon/Source.hpp"
 #include "platform/linux/hwmon/Trial.hpp"
+#include "platform/linux/nvidia/NvidiaDevices.hpp"
 #include "platform/portable/Inventory.hpp"
 #include "platform/portable/Machine.hpp"
 
 namespace halvermonte::linuxos {
+
+struct HwmonOptions {
+  std::string sys, proc;  ///< the folders of the kernel's files
+  bool driveTemperatures = false;
+  std::string managementLibrary = "";  ///< NVIDIA's; "" if it may not be asked
+};
 
 /// Temperatures and fan speeds have the type "flt ", fan names the type "{fds". Info comes from
 /// memory. Bytes are read from the kernel at most once a pass. Sensors of unknown speed and slow
 /// ones are read on threads, for which neither a pass nor the destructor waits. Not thread-safe.
 class HwmonController {
  public:
-  HwmonController(SystemCalls& calls, std::string sys, std::string proc, bool driveTemperatures);
+  HwmonController(SystemCalls& calls, HwmonOptions options);
 
   /// Begins a pass. Scans the computer's chips again if some were added or removed, and reads
   /// sensors that were never read.
@@ -67,6 +75,7 @@ class HwmonController {
   void rescan();
   void findSensors();
   std::vector<NamedKey> namesOnThisProcessor() const;
+  void findChips();
   void addSensor(const FoundSensor& found);
   void addFanEntries();
   Sensor& findOrAddSensor(const FoundSensor& found);
@@ -84,10 +93,9 @@ class HwmonController {
   SensorListing makeListing(const FoundSensor& found, Sensor* sensor) const;
 
   SystemCalls& calls_;
-  std::string sys_;
-  std::string proc_;
-  bool driveTemperatures_;
+  const HwmonOptions options_;
   FolderWatch watch_;
+  NvidiaDevices nvidia_;
   bool rescansAgain_ = false;
   Pass pass_;
   std::vector<Chip> chips_;
