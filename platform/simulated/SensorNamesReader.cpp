@@ -40,9 +40,8 @@ std::vector<SensorName> readSensorNames(const JsonPlace& place) {
 std::string_view unmetByKey(std::string_view key, const std::vector<SensorName>& before) {
   if (key.size() != 4 || !std::ranges::all_of(key, isPrintable)) return kKeyShape;
   if (isBuiltInKey(key)) return "a key that is not in the built-in catalogue";
-  if (std::ranges::count(before, key, &SensorName::key) > 0)
-    return "a key that no earlier name has";
-  return {};
+  const bool isGiven = std::ranges::count(before, key, &SensorName::key) > 0;
+  return isGiven ? "a key that no earlier name has" : "";
 }
 
 std::string_view unmetByName(std::string_view name) {
