@@ -1,4 +1,5 @@
 #include "platform/linux/ProcessorCores.hpp"
+#include <cstddef>
 
 #include <set>
 #include <string>

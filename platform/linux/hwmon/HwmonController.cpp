@@ -1,4 +1,5 @@
 #include "platform/linux/hwmon/HwmonController.hpp"
+#include "platform/linux/hwmon/NameTable.hpp"
 
 #include <algorithm>
 #include <cstring>

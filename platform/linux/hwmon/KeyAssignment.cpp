@@ -1,4 +1,7 @@
 #include "platform/linux/hwmon/KeyAssignment.hpp"
+#include <cstddef>
+#include <utility>
+#include "catalogue/Tables.hpp"
 
 #include <algorithm>
 #include <cstdint>

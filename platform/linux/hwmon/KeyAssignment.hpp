@@ -3,6 +3,7 @@
 
 #include <string>
 #include <vector>
+#include "catalogue/Tables.hpp"
 
 #include "catalogue/BuiltInNames.hpp"
 #include "platform/linux/SystemCalls.hpp"

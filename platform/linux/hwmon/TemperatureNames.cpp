@@ -1,4 +1,5 @@
 #include "platform/linux/hwmon/TemperatureNames.hpp"
+#include <cstdint>
 
 #include <algorithm>
 #include <cstddef>
