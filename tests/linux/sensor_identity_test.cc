@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "tests/linux/Computer.hpp"
+#include "tests/support/Sampler.hpp"
 
 namespace halvermonte::test {
 namespace {
@@ -179,6 +180,21 @@ TEST(SensorIdentity, KeyIsTheSameInEveryRelease) {
   LinuxMachine machine(tree.roots());
   ASSERT_EQ(machine.sensorNames().size(), 1u);
   EXPECT_EQ(machine.sensorNames()[0].key, "wbNN") << "other keys break recordings and dashboards";
+}
+
+TEST(SensorIdentity, SensorThatIsFoundLaterIsShownByTheNextEngine) {
+  Tree tree;
+  addChip(tree, 0, "lm75", "pci0000:00/i2c-1/1-0048", {{"temp1", "30000"}});
+  LinuxMachine machine(tree.roots());
+  Sampler sampler(machine);
+  addChip(tree, 1, "lm75", "pci0000:00/i2c-1/1-0049", {{"temp1", "40000"}});
+  sampler.pass();
+  EXPECT_EQ(sampler.full(), (Entries{{"lm75 Sensor 1", "30"}}));
+  EXPECT_EQ(temperature(machine, keyOf("lm75", "pci0000:00/i2c-1/1-0049")), 40);
+  Sampler next(machine);
+  next.pass();
+  EXPECT_EQ(next.full(),
+            (Entries{{"lm75 Sensor 1 (I2C 0-48)", "30"}, {"lm75 Sensor 1 (I2C 0-49)", "40"}}));
 }
 
 TEST(SensorIdentity, SecondGraphicsCardLeavesTheFirstItsKey) {
