@@ -9,6 +9,8 @@ set_target_properties(halvermonte PROPERTIES
 
 set(exports ${CMAKE_CURRENT_LIST_DIR}/exports.map)
 target_link_options(halvermonte PRIVATE LINKER:--version-script=${exports}
+  # A host may have functions of its own under the same names: the library calls its own.
+  LINKER:-Bsymbolic-functions
   # A thread may still hang in a sensor's driver when the host unloads the library, so it stays loaded.
   LINKER:-z,nodelete
   # clang leaves the functions of its sanitizers to the program.
