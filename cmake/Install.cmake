@@ -1,21 +1,30 @@
-# The shared library, its headers, and how CMake and pkg-config find them.
+# Both libraries, their headers, and how CMake and pkg-config find them.
 include(CMakePackageConfigHelpers)
 
 set(package ${CMAKE_INSTALL_LIBDIR}/cmake/halvermonte)
 set(generated ${CMAKE_CURRENT_BINARY_DIR}/install)
 
-install(TARGETS halvermonte EXPORT halvermonte
-  LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR}
-  FILE_SET HEADERS DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}
-  FILE_SET platform_types DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/halvermonte/portable)
-install(EXPORT halvermonte NAMESPACE halvermonte:: FILE halvermonteConfig.cmake
-  DESTINATION ${package})
+install(DIRECTORY include/halvermonte DESTINATION ${CMAKE_INSTALL_INCLUDEDIR})
+install(FILES platform/portable/include/CoreFoundation/CoreFoundation.h
+  DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/halvermonte/portable/CoreFoundation)
+
+# Apart, so that a host of the shared library does not need what the static one links.
+foreach(library halvermonte halvermonte_static)
+  install(TARGETS ${library} EXPORT ${library} DESTINATION ${CMAKE_INSTALL_LIBDIR})
+  install(EXPORT ${library} NAMESPACE halvermonte:: FILE ${library}-targets.cmake DESTINATION ${package})
+endforeach()
+
+configure_package_config_file(cmake/halvermonteConfig.cmake.in ${generated}/halvermonteConfig.cmake
+  INSTALL_DESTINATION ${package} NO_SET_AND_CHECK_MACRO)
 write_basic_package_version_file(${generated}/halvermonteConfigVersion.cmake
   COMPATIBILITY SameMajorVersion)
-install(FILES ${generated}/halvermonteConfigVersion.cmake DESTINATION ${package})
+install(FILES ${generated}/halvermonteConfig.cmake ${generated}/halvermonteConfigVersion.cmake
+  DESTINATION ${package})
 
 # Relative, so that an installed copy may be moved.
 file(RELATIVE_PATH prefix_from_pc
   ${CMAKE_INSTALL_FULL_LIBDIR}/pkgconfig ${CMAKE_INSTALL_PREFIX})
-configure_file(cmake/halvermonte.pc.in ${generated}/halvermonte.pc @ONLY)
-install(FILES ${generated}/halvermonte.pc DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig)
+foreach(name halvermonte halvermonte-c halvermonte-static)
+  configure_file(cmake/${name}.pc.in ${generated}/${name}.pc @ONLY)
+  install(FILES ${generated}/${name}.pc DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig)
+endforeach()

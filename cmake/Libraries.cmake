@@ -1,7 +1,26 @@
-# Two libraries of the same objects: the shared one for hosts, which exports its public names alone, and
-# the static one with everything in reach, for the monitor and the tests.
+# Two libraries of the same objects: the shared one, which exports its public names alone, and the static
+# one, for hosts that carry the library inside them, for the monitor and for the tests.
+include(CheckCXXSymbolExists)
+check_cxx_symbol_exists(_LIBCPP_VERSION version HALVERMONTE_LIBCXX)
+set(definitions HALVERMONTE_BUILT_WITH_LIBSTDCXX)
+if(HALVERMONTE_LIBCXX)
+  set(definitions HALVERMONTE_BUILT_WITH_LIBCXX)
+endif()
+
+# What a host needs to include the public headers. Those of HIDSensors.h include CoreFoundation's.
+function(halvermonte_public_face target)
+  target_include_directories(${target} INTERFACE
+    $<BUILD_INTERFACE:${PROJECT_SOURCE_DIR}/include>
+    $<BUILD_INTERFACE:${PROJECT_SOURCE_DIR}/platform/portable/include>
+    $<INSTALL_INTERFACE:${CMAKE_INSTALL_INCLUDEDIR}>
+    $<INSTALL_INTERFACE:${CMAKE_INSTALL_INCLUDEDIR}/halvermonte/portable>)
+  target_compile_definitions(${target} INTERFACE ${definitions})
+  target_compile_features(${target} PUBLIC cxx_std_20)
+endfunction()
+
 add_library(halvermonte SHARED)
 add_library(halvermonte::halvermonte ALIAS halvermonte)
+halvermonte_public_face(halvermonte)
 target_link_libraries(halvermonte PRIVATE halvermonte_core)
 set_target_properties(halvermonte PROPERTIES
   VERSION ${PROJECT_VERSION}
@@ -17,24 +36,19 @@ target_link_options(halvermonte PRIVATE LINKER:--version-script=${exports}
   $<$<CXX_COMPILER_ID:GNU>:LINKER:--no-undefined>)
 set_property(TARGET halvermonte PROPERTY LINK_DEPENDS ${exports})
 
-# What hosts include, and the types that HIDSensors.h needs.
-set(public ${PROJECT_SOURCE_DIR}/include)
-set(portable ${PROJECT_SOURCE_DIR}/platform/portable/include)
-target_sources(halvermonte PUBLIC
-  FILE_SET HEADERS BASE_DIRS ${public} FILES
-    ${public}/halvermonte/Atomic.hpp
-    ${public}/halvermonte/DiskCounters.h
-    ${public}/halvermonte/Exceptions.hpp
-    ${public}/halvermonte/Export.h
-    ${public}/halvermonte/HIDSensors.h
-    ${public}/halvermonte/HalvermonteSensorsEngine.hpp
-    ${public}/halvermonte/SMC.h
-    ${public}/halvermonte/StatisticsData.hpp
-    ${public}/halvermonte/Values.hpp
-    ${public}/halvermonte/Version.h
-    ${public}/halvermonte/properties.def
-  FILE_SET platform_types TYPE HEADERS BASE_DIRS ${portable} FILES
-    ${portable}/CoreFoundation/CoreFoundation.h)
+add_library(halvermonte_static STATIC)
+add_library(halvermonte::halvermonte_static ALIAS halvermonte_static)
+halvermonte_public_face(halvermonte_static)
+target_sources(halvermonte_static PRIVATE $<TARGET_OBJECTS:halvermonte_core>)
+target_link_libraries(halvermonte_static PRIVATE PkgConfig::LIBPLIST)
+set_target_properties(halvermonte_static PROPERTIES
+  OUTPUT_NAME halvermonte
+  EXCLUDE_FROM_ALL $<NOT:$<BOOL:${HALVERMONTE_INSTALL}>>)
 
-add_library(halvermonte_static STATIC EXCLUDE_FROM_ALL)
-target_link_libraries(halvermonte_static PUBLIC halvermonte_core)
+# The static library with the headers of its sources in reach, for the monitor and the tests.
+add_library(halvermonte_inside INTERFACE)
+target_link_libraries(halvermonte_inside INTERFACE halvermonte_static)
+target_include_directories(halvermonte_inside INTERFACE
+  $<TARGET_PROPERTY:halvermonte_core,INTERFACE_INCLUDE_DIRECTORIES>)
+target_compile_definitions(halvermonte_inside INTERFACE
+  $<TARGET_PROPERTY:halvermonte_core,INTERFACE_COMPILE_DEFINITIONS>)

@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "halvermonte/Export.h"
+#include "halvermonte/StandardLibrary.hpp"
 
 namespace halvermonte {
 

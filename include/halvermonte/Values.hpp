@@ -16,6 +16,7 @@
 #include <vector>
 
 #include "halvermonte/Export.h"
+#include "halvermonte/StandardLibrary.hpp"
 
 namespace halvermonte {
 
