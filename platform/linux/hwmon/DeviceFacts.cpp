@@ -60,15 +60,14 @@ std::string pciPath(std::string_view devicePath) {
   return path;
 }
 
-/// The number that is printed at the slot. "" if the device is not in one.
+/// The number that is printed at the slot. "" if the device is not in one by itself.
 std::string slotOf(SystemCalls& calls, const std::string& sys, std::string_view devicePath) {
   const std::vector<std::string_view> steps = pciSteps(devicePath);
+  if (steps.empty()) return "";
   const std::string slots = sys + "/bus/pci/slots";
   for (const std::string& slot : namesOrNone(calls, slots)) {
     const std::string address = trimmedTextOf(calls, slots + "/" + slot + "/address");
-    for (const std::string_view step : steps) {
-      if (!address.empty() && pciAddressOf(step)->slot == address) return slot;
-    }
+    if (pciAddressOf(steps.back())->slot == address) return slot;
   }
   return "";
 }
