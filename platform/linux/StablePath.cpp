@@ -70,7 +70,7 @@ class Walk {
     if (former_ == "mdio_bus") return "mdio";
     if (isBelow(former_, step)) return std::string(afterFirst(step, ':'));
     if (isNumbered(step, "ata")) return "ata" + portOf(step, parent);
-    if (isSCSIAddress(step)) return std::string(afterFirst(step, ':'));
+    if (isSCSIAddress(step)) return unitOf(step);
     if (step.starts_with("end_device-")) return placeBehindSAS(step);
     if (isNumbered(step, "usb")) return "usb" + trimmedTextOf(calls_, folder_ + "/version");
     if (isNumbered(step, "i2c-")) return "i2c-" + std::to_string(rankOf(step, "i2c-", parent));
@@ -97,8 +97,15 @@ class Walk {
     return port.empty() ? std::to_string(rankOf(ata, "ata", parent) + 1) : port;
   }
 
+  /// A SCSI device without its host and, behind SAS, without the target, which is counted there.
+  std::string unitOf(std::string_view address) const {
+    return std::string(isBehindSAS_ ? address.substr(address.rfind(':') + 1)
+                                    : afterFirst(address, ':'));
+  }
+
   /// The bay or, if the enclosure does not tell it, the device's own address.
-  std::string placeBehindSAS(std::string_view device) const {
+  std::string placeBehindSAS(std::string_view device) {
+    isBehindSAS_ = true;
     const std::string facts = folder_ + "/sas_device/" + std::string(device) + "/";
     const std::string bay = trimmedTextOf(calls_, facts + "bay_identifier");
     const std::string enclosure = trimmedTextOf(calls_, facts + "enclosure_identifier");
@@ -129,6 +136,7 @@ class Walk {
   SystemCalls& calls_;
   std::string folder_;  ///< of the step
   std::string_view former_;
+  bool isBehindSAS_ = false;
   std::string path_;
 };
 
