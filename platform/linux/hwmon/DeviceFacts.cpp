@@ -3,6 +3,7 @@
 #include <cstddef>
 #include <optional>
 #include <set>
+#include <span>
 #include <string_view>
 #include <utility>
 #include <vector>
@@ -85,6 +86,30 @@ std::string joined(const std::string& first, const std::string& second) {
   return first.empty() || second.empty() ? first + second : first + " " + second;
 }
 
+/// The ports on the way from the bus to the device: "4.2" is the second one of a hub at the fourth.
+std::string portsOnUSB(std::string_view devicePath) {
+  std::string bus = "usb";
+  std::string_view ports;
+  for (const std::string_view step : split(devicePath, '/')) {
+    if (isNumbered(step, "usb")) bus = std::string(step.substr(3)) + "-";
+    const bool isInterface = step.find(':') != step.npos;
+    if (step.starts_with(bus) && !isInterface) ports = step.substr(bus.size());
+  }
+  return std::string(ports);
+}
+
+/// The adapters on the way to the device, and its address: "0-48", or "0-2-48" behind a
+/// multiplexer.
+std::string addressOnI2C(std::span<const std::string_view> steps) {
+  std::string way;
+  for (const std::string_view step : steps) {
+    if (!isNumbered(step, "i2c-"))
+      return way + std::string(step.substr(step.starts_with("00") ? 2 : 0));
+    way.append(step.substr(4)).append("-");
+  }
+  return way;
+}
+
 /// The place on a bus other than PCI. "" if the device is on none.
 std::string placeOnBus(SystemCalls& calls, const std::string& sys, const Chip& chip) {
   const std::vector<std::string_view> steps = split(chip.stablePath, '/');
@@ -97,13 +122,9 @@ std::string placeOnBus(SystemCalls& calls, const std::string& sys, const Chip& c
     if (steps[i].starts_with("bay")) {
       return "Bay " + std::string(steps[i].substr(3, steps[i].find('@') - 3));
     }
-    if (steps[i].starts_with("usb") && i + 1 < steps.size()) {
-      return joined(pci, "USB " + std::string(steps[i + 1]));
-    }
-    if (isNumbered(steps[i], "i2c-") && i + 1 < steps.size()) {
-      const std::string adapter(steps[i].substr(4));
-      const std::string_view address = steps[i + 1].substr(steps[i + 1].starts_with("00") ? 2 : 0);
-      return joined(pci, "I2C " + adapter + "-" + std::string(address));
+    if (steps[i].starts_with("usb")) return joined(pci, "USB " + portsOnUSB(chip.device));
+    if (isNumbered(steps[i], "i2c-")) {
+      return joined(pci, "I2C " + addressOnI2C(std::span(steps).subspan(i)));
     }
   }
   return "";

@@ -1,14 +1,14 @@
 #include "platform/linux/hwmon/KeyAssignment.hpp"
-#include <cstddef>
-#include <utility>
-#include "catalogue/Tables.hpp"
 
 #include <algorithm>
+#include <cstddef>
 #include <cstdint>
 #include <map>
 #include <set>
 #include <string_view>
+#include <utility>
 
+#include "catalogue/Tables.hpp"
 #include "platform/linux/Text.hpp"
 #include "platform/linux/hwmon/NameWords.hpp"
 #include "platform/linux/hwmon/TemperatureNames.hpp"

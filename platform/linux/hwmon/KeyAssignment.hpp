@@ -3,9 +3,9 @@
 
 #include <string>
 #include <vector>
-#include "catalogue/Tables.hpp"
 
 #include "catalogue/BuiltInNames.hpp"
+#include "catalogue/Tables.hpp"
 #include "platform/linux/SystemCalls.hpp"
 #include "platform/linux/hwmon/Chips.hpp"
 #include "platform/linux/hwmon/DeviceTreeKeys.hpp"

@@ -1,8 +1,8 @@
 #include "platform/linux/hwmon/TemperatureNames.hpp"
-#include <cstdint>
 
 #include <algorithm>
 #include <cstddef>
+#include <cstdint>
 #include <map>
 #include <string_view>
 #include <utility>
@@ -17,7 +17,8 @@ namespace halvermonte::linuxos {
 namespace {
 
 constexpr size_t kLongestName = 40;
-constexpr size_t kLongestPlace = 24;  // what is left names the device and the sensor
+constexpr size_t kLeastOfSubject = 11;
+constexpr size_t kLongestPlace = 17;  // leaves room for that and a sensor such as "Sensor 1"
 
 std::string joined(const std::string& first, const std::string& second) {
   return first.empty() || second.empty() ? first + second : first + " " + second;
@@ -156,12 +157,12 @@ DevicesInNeed devicesWithSharedNames(Temperatures& temperatures) {
 }  // namespace
 
 std::string NamedTemperature::name() const {
-  constexpr size_t kLeastOfSubject = 12;
   const std::string end = place.empty() ? "" : " (" + place + ")";
   const size_t room = kLongestName - end.size();
   const size_t least = std::min(subject.size(), kLeastOfSubject);
-  const std::string middle = sensor.empty() ? "" : " " + cut(sensor, room - least - 1);
-  return cut(subject, room - middle.size()) + middle + end;
+  const std::string rest = cut(sensor, room - least - 1);
+  const std::string start = cut(subject, rest.empty() ? room : room - rest.size() - 1);
+  return joined(start, rest) + end;
 }
 
 TemperatureNames::TemperatureNames(SystemCalls& calls, const std::string& sys,
