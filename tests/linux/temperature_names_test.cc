@@ -150,7 +150,7 @@ TEST(TemperatureNames, GraphicsHaveDieJunctionAndMemory) {
                {"temp5", "63000", "mctrl"},
                {"temp6", "64000", "pcie"}}),
       ElementsAre(Pair("GPU Die", 44), Pair("GPU Memory", 61), Pair("GPU Memory Channel 3", 62),
-                  Pair("GPU Memory Controller", 63), Pair("GPU Pcie", 64)));
+                  Pair("GPU Memory Controller", 63), Pair("GPU PCIe", 64)));
   EXPECT_THAT(shownOf("nouveau", device, {{"temp1", "39000"}}), ElementsAre(Pair("GPU Die", 39)));
   EXPECT_THAT(shownOf("gpu_thermal", "virtual/thermal/thermal_zone1", {{"temp1", "47500"}}),
               ElementsAre(Pair("GPU Die", 47)));

@@ -13,7 +13,7 @@ constexpr std::string_view kEthernet =
 constexpr std::string_view kGraphics = "amdgpu|i915|nouveau|nvidia|radeon|xe";
 constexpr std::string_view kBoards = "nct61*|nct67*";
 constexpr std::string_view kOpenBoards = "nct61*|nct67*|it8*|f718*|w83*";
-constexpr std::string_view kBatteries = "BAT*|CMB*|macsmc_battery";
+constexpr std::string_view kBatteries = "BAT*|CMB*|*_bat|*_battery";
 constexpr std::string_view kPowerSupplies = "cffps*|crps|dps920ab|fsp*|ibm_cffps*|pfe*";
 constexpr std::string_view kCoolers = "d5next|kraken*|rog_ryujin|waterforce|x53|z53";
 constexpr std::string_view kFirmwares =
@@ -72,7 +72,7 @@ constexpr auto kNameRows = std::to_array<NameRow>({
     // The board, by its own drivers.
     {"asusec", "CPU*", "ASUS|{label}"},
     {"asusec", "*", "{label}"},
-    {"asus_wmi_sensors", "*", "ASUS|{label}"},
+    {"asus|asus_wmi_sensors|atk0110", "*", "ASUS|{label}"},
     {"hp_wmi_sensors|hp_wmi", "*", "HP|{label}"},
     {"lenovo_ec", "*", "Lenovo|{label}"},
     {"system76_acpi", "*", "System76|{label}"},

@@ -14,7 +14,7 @@ namespace {
 
 /// The usual spelling of words that drivers write in lower case.
 constexpr auto kSpellings = std::to_array<std::string_view>(
-    {"ASIC", "CPU", "DDR", "GPU", "MAC", "NPU", "PCH", "PHY", "PSU", "SoC", "VRM"});
+    {"ASIC", "CPU", "DDR", "GPU", "MAC", "NPU", "PCH", "PCIe", "PHY", "PSU", "SoC", "VRM"});
 
 /// They add nothing, as all of these are temperatures.
 constexpr auto kEndings =
@@ -81,7 +81,7 @@ std::string wordsOfLabel(std::string_view label) {
 
 std::string wordsOfZone(std::string_view driver) {
   constexpr std::string_view kEnd = "_thermal";
-  if (driver.ends_with(kEnd)) driver.remove_suffix(kEnd.size());
+  if (driver.ends_with(kEnd) && driver != kEnd) driver.remove_suffix(kEnd.size());
   std::string text = printableWords(driver);
   std::replace(text.begin(), text.end(), '_', ' ');
   return spelledWords(text);
