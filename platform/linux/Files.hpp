@@ -41,7 +41,7 @@ inline constexpr size_t kAttributeBound = 4096;
 /// For tables of many processors or devices.
 inline constexpr size_t kTableBound = size_t{4} << 20;
 
-/// The file's text up to the bound. Absent if it cannot be opened or read.
+/// The file's text up to the bound. Absent if it cannot be opened or read; errno says why.
 std::optional<std::string> textOf(SystemCalls& calls, const std::string& path,
                                   size_t bound = kAttributeBound);
 

@@ -10,11 +10,13 @@
 #include "platform/linux/HardwareReport.hpp"
 #include "platform/linux/HostFacts.hpp"
 #include "platform/linux/HostName.hpp"
+#include "platform/linux/Processes.hpp"
 #include "platform/linux/ProcessorCores.hpp"
 #include "platform/linux/ProcessorName.hpp"
 #include "platform/linux/hwmon/HwmonController.hpp"
 #include "platform/portable/HostFacts.hpp"
 #include "platform/portable/Inventory.hpp"
+#include "platform/portable/Process.hpp"
 
 namespace halvermonte {
 
@@ -131,6 +133,10 @@ std::optional<int64_t> LinuxMachine::kernelVariable(const std::string& name) {
 std::optional<HostFacts> LinuxMachine::hostFacts() {
   const std::lock_guard lock(mutex_);
   return facts_->read();
+}
+
+Process LinuxMachine::process(int32_t identifier) {
+  return linuxos::readProcess(calls_, roots_.proc, identifier);
 }
 
 }  // namespace halvermonte

@@ -14,6 +14,7 @@
 #include "platform/portable/HostFacts.hpp"
 #include "platform/portable/Inventory.hpp"
 #include "platform/portable/Machine.hpp"
+#include "platform/portable/Process.hpp"
 
 namespace halvermonte {
 
@@ -91,6 +92,8 @@ class LinuxMachine : public Machine {
   std::optional<int64_t> kernelVariable(const std::string& name) override;
   /// Always present.
   std::optional<HostFacts> hostFacts() override;
+  /// Starts no process to find out.
+  Process process(int32_t identifier) override;
 
  private:
   std::string managementLibrary(const LinuxOptions& options);

@@ -15,6 +15,7 @@
 #include "platform/SensorNames.hpp"
 #include "platform/portable/HostFacts.hpp"
 #include "platform/portable/Inventory.hpp"
+#include "platform/portable/Process.hpp"
 
 namespace halvermonte {
 
@@ -134,6 +135,8 @@ class Machine {
 
   /// What the machine says about itself as a host; absent if it says nothing.
   virtual std::optional<HostFacts> hostFacts() { return std::nullopt; }
+  /// The process with an identifier above 0.
+  virtual Process process(int32_t /*identifier*/) { return NoProcess{}; }
 
   /// The machine that answers the calling thread: the innermost ScopedMachine's, else the
   /// process's.
@@ -187,6 +190,7 @@ class MachineWrapper : public Machine {
     return inner_.kernelVariable(name);
   }
   std::optional<HostFacts> hostFacts() override { return inner_.hostFacts(); }
+  Process process(int32_t identifier) override { return inner_.process(identifier); }
   SensorInventory inventory() override { return inner_.inventory(); }
   size_t refusedSensors() override { return inner_.refusedSensors(); }
   std::string driveSource(size_t index) override { return inner_.driveSource(index); }

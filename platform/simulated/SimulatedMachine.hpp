@@ -14,6 +14,7 @@
 #include "platform/SensorNames.hpp"
 #include "platform/portable/Inventory.hpp"
 #include "platform/portable/Machine.hpp"
+#include "platform/portable/Process.hpp"
 #include "platform/simulated/HIDKindNames.hpp"
 #include "platform/simulated/MachineFile.hpp"
 #include "platform/simulated/SMCAnswer.hpp"
@@ -49,6 +50,9 @@ class SimulatedMachine : public Machine {
   std::optional<std::string> localizedHostName() override { return file_.hostName; }
   std::optional<std::string> outputOfCommand(const std::string& command) override;
   std::optional<int64_t> kernelVariable(const std::string& name) override;
+  Process process(int32_t /*identifier*/) override {
+    return UnreadableProcess{"a simulated machine has no processes"};
+  }
   /// The keys that the controller has in this tick, in order.
   SensorInventory inventory() override;
 
