@@ -26,7 +26,7 @@ Shows temperatures, fans and disk traffic, of this computer or a simulated one.
                           rates below that
       --watch             run until Ctrl-C; at a terminal, redraw in place
       --fahrenheit        show degrees Fahrenheit in text
-      --pid PID           show a process's CPU use in text
+      --pid PID           show a process's current CPU use; 100 = one core
       --list              list every sensor: key, name, source and reading
       --record FILE       write N passes to a machine file, with the host's
                           name only if --with-host-name is given
@@ -101,6 +101,7 @@ class CommandLine {
     app_.parse(argc, argv);
     if (json_ && format_ == Format::text) refuse("--json", "cannot be combined with --format text");
     if (options_.sys || options_.proc) expectThisComputer();
+    if (options_.process && !options_.machine) options_.machine = "host";
     if (options_.list && options_.recordingPath)
       refuse("--list", "cannot be combined with --record");
     if (options_.recordingPath && options_.watch)

@@ -29,9 +29,11 @@ struct DisksView {
   std::string historyScaleText;  ///< "100 MB"
 };
 
-struct ProcessLoad {
+struct ProcessUse {
   int32_t identifier = 0;
-  float percentOfOneCore = 0;  ///< negative if it is not known
+  /// Since the pass before. Absent if it is not known.
+  std::optional<float> percentOfOneCore = std::nullopt;
+  bool hasEnded = false;
 };
 
 struct PassView {
@@ -50,7 +52,7 @@ struct PassView {
   std::string memoryTotal;  ///< "" if it is not known
   std::vector<Reading> readings;
   DisksView disks;
-  std::optional<ProcessLoad> process;  ///< absent unless somebody asks for one
+  std::optional<ProcessUse> process;  ///< absent unless somebody asks for one
   std::chrono::steady_clock::duration cost{};
   std::chrono::steady_clock::time_point counted;  ///< when the drives' bytes had been read
   std::optional<std::string> exception;           ///< why the pass ended early

@@ -63,6 +63,10 @@ const PassView& Sampling::firstPass() {
   return view_;
 }
 
+void Sampling::watchProcess(int32_t identifier) {
+  process_.emplace(machine_, identifier, ProcessWatch::Clock::now());
+}
+
 void Sampling::makePass() {
   const auto start = std::chrono::steady_clock::now();
   view_.exception = foundation::reasonRaisedBy([this] { engine_.getSensorsInfo(record_); });
@@ -81,7 +85,7 @@ void Sampling::storeFacts() {
 }
 
 void Sampling::addExtras() {
-  if (process_) view_.process = {*process_, engine_.askSystemPS(*process_)};
+  if (process_) view_.process = process_->use(ProcessWatch::Clock::now());
   if (messages_ != nullptr) view_.complaints = messages_->takeNew();
 }
 

@@ -14,6 +14,7 @@
 #include "monitor/ClockWatch.hpp"
 #include "monitor/Options.hpp"
 #include "monitor/PassView.hpp"
+#include "monitor/ProcessWatch.hpp"
 #include "monitor/Signals.hpp"
 #include "monitor/StandardStreams.hpp"
 #include "platform/portable/Machine.hpp"
@@ -64,8 +65,9 @@ class Sampling {
   /// Whether pass() was called.
   bool hasPassed() const { return hasPassed_; }
 
-  /// Adds the CPU use of a process to the next views.
-  void watchProcess(int32_t identifier) { process_ = identifier; }
+  /// Adds the CPU use of a process to the next views. Throws a Failure if there is no such process,
+  /// or if the machine cannot read it.
+  void watchProcess(int32_t identifier);
   /// Adds what the engine prints to the next views. The messages last until the last pass.
   void collectComplaints(HeldMessages& messages) { messages_ = &messages; }
 
@@ -91,7 +93,7 @@ class Sampling {
   PassView view_;
   bool hasPassed_ = false;
   bool isAhead_ = false;  ///< the first pass was made, and pass() has not returned it yet
-  std::optional<int32_t> process_;
+  std::optional<ProcessWatch> process_;
   HeldMessages* messages_ = nullptr;
 };
 

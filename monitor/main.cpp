@@ -42,8 +42,9 @@ void record(Sampling& sampling, const Options& options, const Output& output) {
 void run(const Options& options, const Output& output) {
   if (options.machine == "list") return output.write(machineList());
   const Choice choice = chooseMachine(options);
-  if (!choice.hint.empty()) complain(choice.hint);
   Sampling& sampling = *choice.sampling;
+  if (options.process) sampling.watchProcess(*options.process);
+  if (!choice.hint.empty()) complain(choice.hint);
   if (options.list) return output.write(sensorList(sampling));
   if (options.recordingPath) return record(sampling, options, output);
   if (options.format == Format::json) return printJson(sampling, options, output);

@@ -128,9 +128,10 @@ class Report {
 
   std::string processText() const {
     if (!view_.process) return "";
-    const auto [identifier, percent] = *view_.process;
-    return "process " + std::to_string(identifier) + ": " +
-           (percent < 0 ? "not known" : percentText(percent) + " of one core");
+    const auto [identifier, percent, hasEnded] = *view_.process;
+    const std::string name = "process " + std::to_string(identifier);
+    if (hasEnded) return name + " has ended";
+    return name + ": " + (percent ? percentText(*percent) + " of one core" : "not known yet");
   }
 
   void addException() {

@@ -76,7 +76,6 @@ class Watcher {
         screen_(output),
         beat_(intervalOf(options), sampling.view().counted, Beat::Clock::now()) {
     sampling_.collectComplaints(messages_);
-    if (options_.process) sampling_.watchProcess(*options_.process);
   }
 
   void run() {
@@ -151,7 +150,6 @@ void printReports(Sampling& sampling, const Options& options, const Output& outp
   const bool colour = usesColour(output);
   HeldMessages messages(HeldMessages::Streams::output);
   sampling.collectComplaints(messages);
-  if (options.process) sampling.watchProcess(*options.process);
   printOnStandardError(sampling.pass().complaints);
   std::string separator;
   makePasses(sampling, pause, options.ticks, [&](const PassView& view) {

@@ -75,6 +75,12 @@ TEST(Options, OtherFoldersMeanThisComputer) {
   EXPECT_THAT(complaint({"--proc", "/tmp", "-m", "M1"}), StartsWith("--proc: "));
 }
 
+TEST(Options, ProcessIsOneOfThisComputerUnlessAMachineIsNamed) {
+  EXPECT_THAT(options({"--pid", "1"}).process, Optional(1));
+  EXPECT_THAT(options({"--pid", "1"}).machine, Optional(std::string("host")));
+  EXPECT_THAT(options({"--pid", "1", "-m", "M1"}).machine, Optional(std::string("M1")));
+}
+
 TEST(Options, BadValuesAreOneLineThatNamesTheOptionAndTheExpectation) {
   for (const char* value : {"0", "-1", "1.5", "x", "", "3x", "18446744073709551616"}) {
     EXPECT_EQ(complaint({"--ticks", value}), "--ticks: expected a positive integer, not \"" +

@@ -199,11 +199,19 @@ TEST_F(ReportLines, EarlyEndOfAPassIsShown) {
   EXPECT_EQ(report()[2], "this pass ended early: index 3 beyond bounds");
 }
 
-TEST_F(ReportLines, ProcessLoadIsOfOneCore) {
-  view.process = ProcessLoad{42, 150.25F};
+TEST_F(ReportLines, ProcessUseIsOfOneCore) {
+  view.process = {.identifier = 42, .percentOfOneCore = 150.25F};
   EXPECT_EQ(report()[1], "desk   process 42: 150.2 % of one core");
-  view.process->percentOfOneCore = -1;
-  EXPECT_EQ(report()[1], "desk   process 42: not known");
+}
+
+TEST_F(ReportLines, ProcessUseThatIsNotMeasuredYetIsNotZero) {
+  view.process = {.identifier = 42};
+  EXPECT_EQ(report()[1], "desk   process 42: not known yet");
+}
+
+TEST_F(ReportLines, EndOfTheProcessIsShownInPlaceOfItsUse) {
+  view.process = {.identifier = 42, .hasEnded = true};
+  EXPECT_EQ(report()[1], "desk   process 42 has ended");
 }
 
 TEST_F(ReportLines, NamesCannotSteerTheTerminal) {

@@ -16,10 +16,13 @@
 namespace halvermonte::test {
 namespace {
 
+using ::testing::Contains;
 using ::testing::ElementsAre;
 using ::testing::HasSubstr;
 using ::testing::IsEmpty;
+using ::testing::Not;
 using ::testing::Optional;
+using ::testing::StartsWith;
 
 // Its first list of sensors, of which the values are taken, is shorter than the next, of the names.
 class ForgetfulComputer : public TestMachine {
@@ -133,15 +136,35 @@ TEST(Sampling, ComplaintsOfTheEngineAreCollectedOnceWhileTheyRepeat) {
   EXPECT_THAT(sampling.pass().complaints, ElementsAre(complaint));
 }
 
-TEST(Sampling, ProcessLoadIsThereOnlyIfSomebodyAsksForIt) {
-  auto owned = std::make_unique<TestMachine>();
-  owned->commands["ps -p 42 -o %cpu"] = "%CPU\n 12.5\n";
-  Sampling sampling({.machine = std::move(owned)});
+// Counts how often it was asked for a process.
+class ComputerOfProcesses : public TestMachine {
+ public:
+  Process process(int32_t identifier) override {
+    identifiers.push_back(identifier);
+    return ProcessTimes{};
+  }
+
+  std::vector<int32_t> identifiers;
+};
+
+TEST(Sampling, ProcessIsInTheViewOnlyIfSomebodyAsksForIt) {
+  Sampling sampling({.machine = std::make_unique<ComputerOfProcesses>()});
   EXPECT_FALSE(sampling.pass().process);
   sampling.watchProcess(42);
   ASSERT_TRUE(sampling.pass().process);
   EXPECT_EQ(sampling.view().process->identifier, 42);
-  EXPECT_EQ(sampling.view().process->percentOfOneCore, 12.5F);
+}
+
+TEST(Sampling, WatchedProcessIsAskedForOnceInEachPassAndWithoutACommand) {
+  auto owned = std::make_unique<ComputerOfProcesses>();
+  ComputerOfProcesses& machine = *owned;
+  Sampling sampling({.machine = std::move(owned)});
+  sampling.watchProcess(42);
+  machine.identifiers.clear();
+  sampling.pass();
+  sampling.pass();
+  EXPECT_THAT(machine.identifiers, ElementsAre(42, 42));
+  EXPECT_THAT(machine.asked, Not(Contains(StartsWith("ps "))));
 }
 
 TEST(MakePasses, ShowsAsManyPassesAsAreAskedFor) {
