@@ -4,10 +4,7 @@
 
 namespace halvermonte {
 
-void printJsonLine(const PassView& view, const Output& output) {
-  output.write(view.exception ? jsonLine(view.number, *view.exception)
-                              : jsonLine(view.number, *view.record));
-}
+void printJsonLine(const PassView& view, const Output& output) { output.write(jsonLine(view)); }
 
 void printJson(Sampling& sampling, const Options& options, const Output& output) {
   const Pause pause(options);

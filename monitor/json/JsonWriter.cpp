@@ -127,31 +127,38 @@ class JsonWriter {
   std::string out_;
 };
 
-void beginLine(JsonWriter& json, uint64_t tick) {
-  json.raw("{\"tick\":");
-  json.figure(tick);
+void addProcess(JsonWriter& json, const ProcessUse& process) {
+  json.raw(",\"process\":{\"pid\":");
+  json.figure(process.identifier);
+  json.raw(",\"cpuPercent\":");
+  json.value(process.percentOfOneCore ? Value(Number::ofFloat32(*process.percentOfOneCore))
+                                      : Value());
+  json.raw(process.hasEnded ? ",\"hasEnded\":true}" : ",\"hasEnded\":false}");
 }
 
-}  // namespace
-
-std::string jsonLine(uint64_t tick, const StatisticsData& record) {
-  JsonWriter json;
-  beginLine(json, tick);
+void addRecord(JsonWriter& json, const StatisticsData& record) {
   std::string_view separator = ",\"record\":{";
 #define PROPERTY(name, Name, Type, initial, copy, turn) \
   json.raw(std::exchange(separator, ","));              \
   json.raw("\"" #name "\":");                           \
   json.value(record.name());
 #include "halvermonte/properties.def"
-  json.raw("}}\n");
-  return json.take();
+  json.raw("}");
 }
 
-std::string jsonLine(uint64_t tick, std::string_view exceptionReason) {
+}  // namespace
+
+std::string jsonLine(const PassView& view) {
   JsonWriter json;
-  beginLine(json, tick);
-  json.raw(",\"exception\":");
-  json.text(exceptionReason);
+  json.raw("{\"tick\":");
+  json.figure(view.number);
+  if (view.process) addProcess(json, *view.process);
+  if (view.exception) {
+    json.raw(",\"exception\":");
+    json.text(*view.exception);
+  } else {
+    addRecord(json, *view.record);
+  }
   json.raw("}\n");
   return json.take();
 }

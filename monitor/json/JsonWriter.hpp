@@ -1,18 +1,14 @@
 // The record as JSON lines (docs/record-json.md): numbers and order do not depend on the locale.
 #pragma once
 
-#include <cstdint>
 #include <string>
-#include <string_view>
 
-#include "halvermonte/StatisticsData.hpp"
+#include "monitor/PassView.hpp"
 
 namespace halvermonte {
 
-/// One pass's line, line feed included.
-std::string jsonLine(uint64_t tick, const StatisticsData& record);
-
-/// The line of a pass that ended in an exception, line feed included.
-std::string jsonLine(uint64_t tick, std::string_view exceptionReason);
+/// One pass's line, line feed included: the record, or the reason if the pass ended in an
+/// exception.
+std::string jsonLine(const PassView& view);
 
 }  // namespace halvermonte

@@ -4,6 +4,7 @@
 
 #include <cmath>
 #include <limits>
+#include <memory>
 #include <nlohmann/json.hpp>
 #include <string>
 #include <vector>
@@ -24,7 +25,9 @@ constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
 
 class JsonLine : public ::testing::Test {
  protected:
-  std::string line() const { return jsonLine(0, record); }
+  JsonLine() { view.record = shared; }
+
+  std::string line() const { return jsonLine(view); }
 
   // How the writer writes a property of any kind.
   std::string written(const Value& value) {
@@ -38,7 +41,9 @@ class JsonLine : public ::testing::Test {
 
   TestMachine machine;
   ScopedMachine scope{machine};
-  StatisticsData record;
+  const std::shared_ptr<StatisticsData> shared = std::make_shared<StatisticsData>();
+  StatisticsData& record = *shared;
+  PassView view;
 };
 
 TEST_F(JsonLine, HasAllPropertiesInDeclarationOrder) {
@@ -54,7 +59,8 @@ TEST_F(JsonLine, HasAllPropertiesInDeclarationOrder) {
 }
 
 TEST_F(JsonLine, IsOneLineWithTheTickAhead) {
-  const std::string text = jsonLine(18446744073709551615U, record);
+  view.number = 18446744073709551615U;
+  const std::string text = line();
   EXPECT_THAT(text,
               StartsWith("{\"tick\":18446744073709551615,\"record\":{\"hostName\":\"test\","));
   EXPECT_THAT(text, EndsWith("}}\n"));
@@ -142,9 +148,32 @@ TEST(IsoDate, YearsKeepFourDigits) {
   EXPECT_EQ(isoDate(kNaN), "");
 }
 
-TEST(JsonExceptionLine, HasTheReasonEscaped) {
-  EXPECT_EQ(jsonLine(7, "index \"3\"\n\x80"),
-            "{\"tick\":7,\"exception\":\"index \\\"3\\\"\\n\uFFFD\"}\n");
+TEST_F(JsonLine, HasTheProcessOnlyIfThereIsOne) {
+  EXPECT_FALSE(nlohmann::json::parse(line()).contains("process"));
+  view.process = {.identifier = 42, .percentOfOneCore = 150.25F};
+  EXPECT_THAT(line(), StartsWith("{\"tick\":0,\"process\":{\"pid\":42,\"cpuPercent\":150.25,"
+                                 "\"hasEnded\":false},\"record\":{"));
+}
+
+TEST_F(JsonLine, ProcessThatIsNotMeasuredYetOrHasEndedHasNoPercentage) {
+  view.process = {.identifier = 42};
+  EXPECT_THAT(line(), HasSubstr("\"process\":{\"pid\":42,\"cpuPercent\":null,\"hasEnded\":false}"));
+  view.process->hasEnded = true;
+  EXPECT_THAT(line(), HasSubstr("\"process\":{\"pid\":42,\"cpuPercent\":null,\"hasEnded\":true}"));
+}
+
+TEST_F(JsonLine, OfAnExceptionHasTheReasonEscaped) {
+  view.number = 7;
+  view.exception = "index \"3\"\n\x80";
+  EXPECT_EQ(line(), "{\"tick\":7,\"exception\":\"index \\\"3\\\"\\n\uFFFD\"}\n");
+}
+
+TEST_F(JsonLine, OfAnExceptionHasTheProcessToo) {
+  view.exception = "index";
+  view.process = {.identifier = 42, .percentOfOneCore = 1.0F};
+  EXPECT_EQ(line(),
+            "{\"tick\":0,\"process\":{\"pid\":42,\"cpuPercent\":1,\"hasEnded\":false},"
+            "\"exception\":\"index\"}\n");
 }
 
 }  // namespace
