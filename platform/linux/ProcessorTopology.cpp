@@ -19,7 +19,7 @@ std::set<int64_t> numbersIn(std::string_view list) {
     const size_t dash = range.find('-');
     const auto first = integer(range.substr(0, dash));
     const auto last = dash == range.npos ? first : integer(range.substr(dash + 1));
-    if (!first || !last || *first < 0) continue;
+    if (!first || !last) continue;
     for (int64_t each = *first; each <= std::min(*last, kMost); ++each) numbers.insert(each);
   }
   return numbers;

@@ -84,10 +84,10 @@ class Walk {
   /// Whether all of the step is a number that the kernel counts up, or announces one.
   bool isCounted(std::string_view step) const {
     const bool isInterface = former_ == "net" || former_ == "ieee80211";
-    return isInterface || step == "net" || step == "ieee80211" || step == "hwmon" ||
-           step == "mdio_bus" || isNumbered(step, "hwmon") || isNumbered(step, "host") ||
-           isNumbered(step, "nvme") || isNumbered(step, "thermal_zone") ||
-           step.starts_with("target") || step.starts_with("port-") || step.starts_with("expander-");
+    return isInterface || step == "net" || step == "ieee80211" || step == "mdio_bus" ||
+           isNumbered(step, "host") || isNumbered(step, "nvme") ||
+           isNumbered(step, "thermal_zone") || step.starts_with("target") ||
+           step.starts_with("port-") || step.starts_with("expander-");
   }
 
   /// The port of its controller, counted from 1.

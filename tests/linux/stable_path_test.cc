@@ -30,7 +30,6 @@ TEST(StablePath, HasNoNumbersOfTheKernel) {
   EXPECT_EQ(stable("pci0000:00/0000:00:1d.0/ieee80211/phy2"), "pci0000:00/0000:00:1d.0");
   EXPECT_EQ(stable("pci0000:00/0000:00:1d.0/net/eth0"), "pci0000:00/0000:00:1d.0");
   EXPECT_EQ(stable("virtual/thermal/thermal_zone7"), "virtual/thermal");
-  EXPECT_EQ(stable("platform/sensor/hwmon/hwmon4"), "platform/sensor");
   EXPECT_EQ(stable("platform/cros_ec_lpcs.0/cros-ec-hwmon.3.auto"),
             "platform/cros_ec_lpcs.0/cros-ec-hwmon");
   EXPECT_EQ(stable("platform/switch.auto/sensor.x.auto/3.auto"),

@@ -62,8 +62,8 @@ std::optional<Attribute> attributeOf(std::string_view file) {
 
 /// Adds what the file's existence says about its channel.
 void note(Channel& channel, std::string_view suffix, const std::string& file) {
-  // Some chips have only the average of a power.
-  if (suffix == "input" || (suffix == "average" && channel.file.empty())) channel.file = file;
+  // Some chips have only the average of a power. If there is an input, it comes later.
+  if (suffix == "input" || suffix == "average") channel.file = file;
   channel.hasFault = channel.hasFault || suffix == "fault";
   channel.hasEnable = channel.hasEnable || suffix == "enable";
 }
@@ -90,31 +90,17 @@ std::vector<Channel> channelsIn(SystemCalls& calls, const std::string& folder) {
 
 /// The path of a chip that has no device of its own: its folder's without the number.
 std::string withoutNumber(std::string_view path) {
-  path = path.substr(0, path.rfind('/'));
-  return std::string(path.ends_with("/hwmon") ? path.substr(0, path.rfind('/')) : path);
+  return std::string(path.substr(0, path.rfind('/')));
 }
 
 std::optional<Chip> chipIn(SystemCalls& calls, const std::string& folder) {
   const std::optional<std::string> real = realPath(folder);
   if (!real) return std::nullopt;
   Chip chip;
-  chip.driver = firstLine(trimmed(textOf(calls, *real + "/name").value_or("")));
+  chip.driver = firstLine(textOf(calls, *real + "/name").value_or(""));
   chip.folder = *real;
   chip.channels = channelsIn(calls, *real);
   return chip;
-}
-
-/// The name of the driver of the network interface that the chip belongs to. "" if it does not.
-std::string interfaceDriver(SystemCalls& calls, const Chip& chip) {
-  const bool isInterface = chip.parent.ends_with("/net/" + chip.driver);
-  const std::vector<std::string> interfaces = namesOrNone(calls, chip.parent + "/net");
-  if (!isInterface &&
-      std::find(interfaces.begin(), interfaces.end(), chip.driver) == interfaces.end()) {
-    return "";
-  }
-  const std::string device = chip.parent + (isInterface ? "/device" : "");
-  const std::string driver = realPath(device + "/driver").value_or("");
-  return driver.empty() ? std::string(kSomeEthernet) : driver.substr(driver.rfind('/') + 1);
 }
 
 /// The driver's name without the number of a radio.
@@ -133,13 +119,14 @@ bool hasOwnRow(std::string_view kind) {
   });
 }
 
+/// An interface may be called as its owner likes, so its chip's name does not say what it is.
 std::string kindOf(SystemCalls& calls, const Chip& chip) {
-  if (std::string driver = interfaceDriver(calls, chip); !driver.empty()) return driver;
   if (chip.stablePath.find("/mdio/") != std::string::npos) return "mdio";
   const std::string_view name = withoutRadio(chip.driver);
   if (hasOwnRow(name)) return std::string(name);
   if (namesIn(calls, chip.parent + "/ieee80211")) return std::string(kSomeWireless);
-  if (namesIn(calls, chip.parent + "/net")) return std::string(kSomeEthernet);
+  const bool isInterface = chip.parent.ends_with("/net/" + chip.driver);
+  if (isInterface || namesIn(calls, chip.parent + "/net")) return std::string(kSomeEthernet);
   return std::string(name);
 }
 
@@ -148,11 +135,8 @@ std::optional<Chip> chipOf(SystemCalls& calls, const std::string& sys, const std
   std::optional<Chip> chip = chipIn(calls, folder);
   if (!chip) return std::nullopt;
   // Old drivers such as applesmc have these files in the device's folder.
-  if (chip->driver.empty() || chip->channels.empty()) {
-    std::optional<Chip> old = chipIn(calls, folder + "/device");
-    if (old && !old->channels.empty()) chip = std::move(old);
-  }
-  if (chip->channels.empty()) return std::nullopt;
+  if (chip->channels.empty()) chip = chipIn(calls, folder + "/device");
+  if (!chip || chip->channels.empty()) return std::nullopt;
   chip->parent = realPath(folder + "/device").value_or("");
   chip->device = chip->parent.empty() ? withoutNumber(devicePath(sys, folder).value_or(""))
                                       : devicePath(sys, chip->parent).value_or("");

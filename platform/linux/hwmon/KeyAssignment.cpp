@@ -126,7 +126,6 @@ class Assigner {
         sensor.chip->kind == "applesmc" ? "" : wordsOfLabel(sensor.channel->label);
     temperature.subject =
         label.empty() ? "SMC " + (key.empty() ? sensor.channel->name : key) : label;
-    temperature.sensor.clear();
     const auto builtIn = builtInNames_.find(key);
     const bool isNamed = builtIn != builtInNames_.end();
     if (!isNamed || !isBuiltInTemperatureKey(key)) {
@@ -140,7 +139,6 @@ class Assigner {
     if (hasKernelCores_ && builtIn->second.starts_with("CPU Core ")) return;
     // The engine shows one reading for each name.
     if (!controllerNames_.insert(builtIn->second).second) return;
-    keys_.insert(key);
     temperature = {.chip = sensor.chip,
                    .channel = sensor.channel,
                    .key = key,
@@ -175,9 +173,9 @@ class Assigner {
     sensor.key = temperature.key;
     sensor.name = temperature.name();
     sensor.isBuiltIn = temperature.isFixed;
-    if (isOfController(sensor)) return;
+    if (temperature.isFixed) return;
     for (const BuiltInKeyRow& row : builtInKeyRows()) {
-      if (row.name != sensor.name || keys_.contains(std::string(row.key))) continue;
+      if (row.name != sensor.name) continue;
       (row.isAlias ? sensor.alias : sensor.key) = row.key;
       sensor.isBuiltIn = !row.isAlias;
     }
@@ -188,7 +186,7 @@ class Assigner {
   std::map<std::string_view, std::string_view> builtInNames_;
   bool hasKernelCores_ = false;
   std::vector<NamedTemperature> temperatures_;
-  std::set<std::string> keys_;  ///< without those of builtInKeyRows()
+  std::set<std::string> keys_;  ///< given so far, without those that a pass reads
   std::set<std::string_view> controllerNames_;
 };
 

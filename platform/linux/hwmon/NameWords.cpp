@@ -42,7 +42,7 @@ std::string_view withoutEnding(std::string_view text) {
     if (text.size() <= ending.size()) continue;
     const size_t start = text.size() - ending.size();
     if (text[start - 1] == ' ' && isSameWord(text.substr(start), ending)) {
-      return trimmed(text.substr(0, start));
+      return text.substr(0, start);
     }
   }
   return text;
@@ -62,7 +62,7 @@ std::string spelledWords(std::string_view text) {
 }  // namespace
 
 std::string printableWords(std::string_view text) {
-  std::string result = squeezed(text);
+  std::string result(trimmed(text));
   std::replace_if(
       result.begin(), result.end(),
       [](char character) { return character < ' ' || character > '~'; }, '?');
@@ -89,9 +89,7 @@ std::string wordsOfZone(std::string_view driver) {
 
 std::string numberAtEnd(std::string_view text) {
   const size_t last = text.find_last_not_of("0123456789");
-  std::string_view digits = text.substr(last == text.npos ? 0 : last + 1);
-  while (digits.size() > 1 && digits.front() == '0') digits.remove_prefix(1);
-  return std::string(digits);
+  return std::string(text.substr(last == text.npos ? 0 : last + 1));
 }
 
 }  // namespace halvermonte::linuxos

@@ -13,10 +13,10 @@ std::string wordsOfLabel(std::string_view label);
 /// The part that a thermal zone is named after: "SoC" for "soc_thermal".
 std::string wordsOfZone(std::string_view driver);
 
-/// The number at the end of the text, without leading zeros. "" if there is none.
+/// The number at the end of the text. "" if there is none.
 std::string numberAtEnd(std::string_view text);
 
-/// The text with "?" for each character that is not printable ASCII, and single blanks.
+/// The text, trimmed, with "?" for each character that is not printable ASCII.
 std::string printableWords(std::string_view text);
 
 }  // namespace halvermonte::linuxos

@@ -30,9 +30,7 @@ size_t numberOr0(std::string_view text) {
   return static_cast<size_t>(unsignedInteger(numberAtEnd(text)).value_or(0));
 }
 
-bool isCore(const Channel& channel) {
-  return channel.quantity == Quantity::temperature && matches("Core *", trimmed(channel.label));
-}
+bool isCore(const Channel& channel) { return matches("Core *", trimmed(channel.label)); }
 
 int64_t coreNumber(const Channel& channel) {
   return integer(numberAtEnd(trimmed(channel.label))).value_or(-1);
@@ -42,16 +40,12 @@ int64_t coreNumber(const Channel& channel) {
 
 ProcessorPlaces::Node ProcessorPlaces::node() const {
   if (matches(kAMD, chip_.kind)) return nodeOfAMD();
-  if (chip_.kind == "coretemp") {
-    const size_t point = chip_.device.rfind('.');  // "platform/coretemp.1"
-    const size_t die =
-        point == std::string::npos ? 0 : numberOr0(std::string_view(chip_.device).substr(point));
-    return {.package = topology_.packageOfDie(die)};
+  if (chip_.kind == "coretemp") {  // on "platform/coretemp.1"
+    return {.package = topology_.packageOfDie(numberOr0(chip_.device))};
   }
-  const size_t start = chip_.driver.find(".cpu");  // "peci_cputemp.cpu1.30"
-  if (start == std::string::npos) return {};
-  const std::string_view rest = std::string_view(chip_.driver).substr(start + 1);
-  return {.package = numberOr0(rest.substr(0, rest.find('.')))};
+  const std::string_view driver = chip_.driver;  // "peci_cputemp.cpu1.30"
+  const std::string_view rest = driver.substr(std::min(driver.find(".cpu"), driver.size()));
+  return {.package = numberOr0(rest.substr(0, rest.find('.', 1)))};
 }
 
 ProcessorPlaces::Node ProcessorPlaces::nodeOfAMD() const {

@@ -43,11 +43,10 @@ const NameRow* rowFor(const Chip& chip, const Channel& channel) {
 /// The module's number, counted from 1: its address on the bus.
 std::string memorySlot(const Chip& chip) {
   constexpr int kSlots = 8;
-  const std::string_view step =
-      std::string_view(chip.stablePath).substr(chip.stablePath.rfind('/') + 1);
-  const std::string_view digits = "0123456789abcdef";
-  const size_t last = step.empty() ? step.npos : digits.find(step.back());
-  return last == digits.npos ? "" : std::to_string(static_cast<int>(last) % kSlots + 1);
+  constexpr std::string_view kDigits = "0123456789abcdef";
+  const std::string_view address = chip.stablePath;
+  const size_t last = kDigits.find(address.empty() ? ' ' : address.back());
+  return last == kDigits.npos ? "" : std::to_string(static_cast<int>(last) % kSlots + 1);
 }
 
 /// "Memory" for the first bus of its parent that can have memory modules, then "Memory 2".
@@ -108,9 +107,8 @@ class TemperatureNames::Words {
   }
 
   bool hasLabel(std::string_view label) const {
-    return std::any_of(chip_.channels.begin(), chip_.channels.end(), [&](const Channel& each) {
-      return each.quantity == Quantity::temperature && trimmed(each.label) == label;
-    });
+    return std::any_of(chip_.channels.begin(), chip_.channels.end(),
+                       [&](const Channel& each) { return trimmed(each.label) == label; });
   }
 
   const TemperatureNames& names_;
@@ -132,7 +130,7 @@ std::map<std::string, std::vector<NamedTemperature*>> byName(Temperatures& tempe
 void numberWithinChips(Temperatures& temperatures) {
   std::map<std::pair<const Chip*, std::string>, std::vector<NamedTemperature*>> groups;
   for (NamedTemperature& each : temperatures) {
-    if (!each.isFixed) groups[{each.chip, each.name()}].push_back(&each);
+    groups[{each.chip, each.name()}].push_back(&each);
   }
   for (const auto& [place, group] : groups) {
     if (group.size() < 2) continue;
@@ -184,16 +182,13 @@ void TemperatureNames::separate(std::vector<NamedTemperature>& temperatures) con
   numberWithinChips(temperatures);
   const DevicesInNeed devices = devicesWithSharedNames(temperatures);
   for (NamedTemperature& each : temperatures) {
-    const bool needsPlace = !each.isFixed && devices.contains({each.chip, each.subject});
-    if (!needsPlace) continue;
+    if (!devices.contains({each.chip, each.subject})) continue;
     each.place = placeOf(calls_, sys_, *each.chip);
     if (each.place.size() > kLongestPlace) each.place = each.key;
   }
   for (const auto& [name, group] : byName(temperatures)) {
     if (group.size() < 2) continue;
-    for (NamedTemperature* const each : group) {
-      if (!each->isFixed) each->place = each->key;
-    }
+    for (NamedTemperature* const each : group) each->place = each->key;
   }
 }
 

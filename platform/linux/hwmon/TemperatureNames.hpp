@@ -19,7 +19,7 @@ struct NamedTemperature {
   std::string subject = {};  ///< the part that the device's sensors share, such as its model
   std::string sensor = {};   ///< the sensor in it; "" if the subject says all
   std::string place = {};    ///< the device's place; "" if no other device has its subject
-  bool isFixed = false;      ///< the name belongs to the key and cannot change
+  bool isFixed = false;      ///< the key is shown by its built-in name, not by this one
 
   /// At most 40 characters. Loses the end of the subject if it is too long.
   std::string name() const;
