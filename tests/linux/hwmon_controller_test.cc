@@ -33,7 +33,8 @@ TEST(HwmonController, IntelMacsLabelsAreItsKeys) {
               {"temp4", "33750", "TH0A"},
               {"temp5", "47000", "TP0P"},
               {"temp6", "20000", "none"},
-              {"temp7", "21000", "TOOLONG"}});
+              {"temp7", "21000", "TOOLONG"},
+              {"temp8", "22000", "A CD"}});
   EXPECT_EQ(read(tree, "TA0P"), 32);
   EXPECT_EQ(read(tree, "TW0P"), -1);
   EXPECT_EQ(read(tree, "TC0E"), -1);
@@ -41,13 +42,18 @@ TEST(HwmonController, IntelMacsLabelsAreItsKeys) {
   EXPECT_EQ(read(tree, "TP0P"), 47) << "although no pass reads it";
   EXPECT_THAT(shown(tree),
               ElementsAre(Pair("Airflow 1", 32), Pair("PCH Proximity", 47), Pair("SMC TH0A", 33),
-                          Pair("SMC none", 20), Pair("SMC temp7", 21)));
+                          Pair("SMC none", 20), Pair("SMC temp7", 21), Pair("SMC temp8", 22)));
+  LinuxMachine machine(tree.roots());
+  EXPECT_EQ(listed(machine, "applesmc", "temp4_input").key, "TH0A");
+  EXPECT_NE(listed(machine, "applesmc", "temp5_input").key, "TP0P") << "it would have no name";
 }
 
 TEST(HwmonController, MacsCoresComeFromTheProcessorIfItHasThem) {
   Tree tree;
   addOldChip(tree, 0, "applesmc", "platform/applesmc.768",
              {{"temp1", "52000", "TC0C"}, {"temp2", "53000", "TC1C"}, {"temp3", "54000", "TC3C"}});
+  addChip(tree, 2, "coretemp", "platform/coretemp.1", {{"temp1", "-1", "Package id 1"}});
+  addChip(tree, 3, "newchip", "platform/newchip", {{"temp1", "-1", "Core 0"}});
   EXPECT_THAT(shown(tree),
               ElementsAre(Pair("CPU Core 1", 53), Pair("CPU Core 3", 54), Pair("SMC TC0C", 52)));
   addChip(tree, 1, "coretemp", "platform/coretemp.0", kProcessor);
@@ -60,6 +66,7 @@ TEST(HwmonController, BuiltInNameIsTheControllersIfBothHaveIt) {
   Tree tree;
   addOldChip(tree, 0, "applesmc", "platform/applesmc.768", {{"temp1", "55000", "TC0D"}});
   addChip(tree, 1, "coretemp", "platform/coretemp.0", {{"temp1", "51000", "Package id 0"}});
+  addChip(tree, 2, "nouveau", "pci0000:00/0000:00:01.0", {{"temp1", "-1"}});
   EXPECT_EQ(read(tree, "TC0D"), 55);
   EXPECT_THAT(shown(tree),
               ElementsAre(Pair("CPU 1 Package", 55), Pair("CPU 1 Package (coretemp.0)", 51)));
@@ -88,6 +95,9 @@ TEST(HwmonController, UnknownKeysBelowTenDegreesAreFlagsAndMargins) {
   addOldChip(tree, 0, "applesmc", "platform/applesmc.768",
              {{"temp1", "2000", "TC0J"}, {"temp2", "9000", "TA0P"}, {"temp3", "10000", "TC0c"}});
   EXPECT_THAT(shown(tree), ElementsAre(Pair("Airflow 1", 9), Pair("SMC TC0c", 10)));
+  Tree silicon;
+  addChip(silicon, 0, "macsmc_hwmon", "platform/macsmc-hwmon", {{"temp1", "9000"}});
+  EXPECT_THAT(shown(silicon), ElementsAre(Pair("SMC temp1", 9))) << "on Intel Macs only";
 }
 
 TEST(HwmonController, AppleSiliconsKeysAreInItsDeviceTree) {
@@ -165,6 +175,33 @@ TEST(HwmonController, KeysOfOtherQuantitiesMayBeAskedFor) {
   EXPECT_FLOAT_EQ(static_cast<float>(read(tree, "PSTR")), 3.214843F);
   LinuxMachine machine(tree.roots());
   EXPECT_TRUE(machine.sensorNames().empty()) << "but are no temperatures to show";
+}
+
+TEST(HwmonController, OtherKeysOfAMacKeepTheirNamesBesideTheProcessorsCores) {
+  Tree tree;
+  addOldChip(tree, 0, "applesmc", "platform/applesmc.768",
+             {{"temp1", "32000", "TA0P"}, {"temp2", "33000", "TG0D"}});
+  addChip(tree, 1, "coretemp", "platform/coretemp.0", kProcessor);
+  EXPECT_THAT(shown(tree),
+              ElementsAre(Pair("Airflow 1", 32), Pair("CPU 1 Package", 51), Pair("CPU Core 1", 48),
+                          Pair("CPU Core 2", 49), Pair("GPU Die", 33)));
+  LinuxMachine machine(tree.roots());
+  EXPECT_TRUE(machine.sensorNames().empty()) << "the catalogue has them all";
+}
+
+TEST(HwmonController, KeyBelongsToOneSensor) {
+  Tree tree;
+  addOldChip(tree, 0, "applesmc", "platform/applesmc.768",
+             {{"temp1", "32000", "TC0c"}, {"temp2", "33000", "TC0c"}});
+  EXPECT_THAT(shown(tree), ElementsAre(Pair("SMC TC0c 1", 32), Pair("SMC TC0c 2", 33)));
+  Tree other;
+  addChip(other, 0, "macsmc_hwmon", "platform/soc/23e400000.smc/macsmc-hwmon",
+          {{"temp1", "31000", "One"}, {"power1", "7000000", "Two"}});
+  addDeviceTreeSensor(other, "temperature-TH0x", "One");
+  addDeviceTreeSensor(other, "power-TH0x", "Two");
+  LinuxMachine machine(other.roots());
+  EXPECT_EQ(listed(machine, "macsmc_hwmon", "temp1_input").key, "TH0x");
+  EXPECT_EQ(listed(machine, "macsmc_hwmon", "power1_input").key, "");
 }
 
 }  // namespace

@@ -113,16 +113,17 @@ TEST_F(HwmonReadings, InputThatMayBeOpenIsBelievedOnceItWasCool) {
 }
 
 TEST_F(HwmonReadings, ConstantsOfFirmwaresAreNotReadings) {
-  const auto read = [](const std::string& number, const std::string& critical) {
+  const auto read = [](const std::string& number, const std::string& critical,
+                       const std::string& driver = "acpitz") {
     Tree other;
-    addChip(other, 0, "acpitz", "virtual/thermal/thermal_zone0", {{"temp1", number}});
+    addChip(other, 0, driver, "virtual/thermal/thermal_zone0", {{"temp1", number}});
     other.write(chipFile(0, "temp1_crit"), critical);
     LinuxMachine computer(other.roots());
-    return static_cast<int>(
-        temperature(computer, keyOf("acpitz", "virtual/thermal/thermal_zone0")));
+    return static_cast<int>(temperature(computer, keyOf(driver, "virtual/thermal/thermal_zone0")));
   };
   EXPECT_EQ(read("16800", "18800"), -1);
   EXPECT_EQ(read("16800", "95000"), 16);
+  EXPECT_EQ(read("16800", "18800", "lm75"), 16);
   EXPECT_EQ(read("27800", "119000"), -1);
   EXPECT_EQ(read("29800", "119000"), -1);
   EXPECT_EQ(read("28800", "119000"), 28);

@@ -4,6 +4,7 @@
 
 #include <cerrno>
 #include <string>
+#include <vector>
 
 #include "tests/linux/Computer.hpp"
 #include "tests/linux/WatchedCalls.hpp"
@@ -118,6 +119,28 @@ TEST(Inventory, LimitsAndSettingsAreNoReadings) {
   LinuxMachine machine(tree.roots());
   EXPECT_EQ(machine.inventory().size(), 1u);
   EXPECT_EQ(listed(machine, "a_new_chip", "temp1_input").raw, "31000");
+}
+
+TEST(Inventory, IsInTheOrderOfTheHardware) {
+  Tree tree;
+  addChip(tree, 0, "nvme", "pci0000:00/0000:00:1d.0/nvme/nvme0", {{"temp1", "31000"}});
+  addChip(tree, 1, "later", "platform/chip.2", {{"temp1", "31000"}});
+  addChip(tree, 2, "sooner", "platform/chip.2", {{"temp1", "31000"}});
+  addChip(tree, 3, "k10temp", "pci0000:00/0000:00:18.3", {{"temp1", "31000"}});
+  addChip(tree, 4, "early", "platform/chip.2", {{"temp1", "31000"}});
+  LinuxMachine machine(tree.roots());
+  std::vector<std::string> drivers;
+  for (const SensorListing& each : machine.inventory()) drivers.push_back(each.driver);
+  EXPECT_THAT(drivers, ::testing::ElementsAre("early", "later", "sooner", "k10temp", "nvme"));
+}
+
+TEST(Inventory, LimitOfAProcessorIsListedWhateverItsNumber) {
+  Tree tree;
+  addChip(tree, 0, "peci_cputemp.cpu0.30", "platform/peci-0/0-30", {{"temp5", "-10000", "Tjmax"}});
+  LinuxMachine machine(tree.roots());
+  const SensorListing limit = listed(machine, "peci_cputemp.cpu0.30", "temp5_input");
+  EXPECT_EQ(limit.reason, "a limit, not a reading");
+  EXPECT_EQ(limit.state, "read");
 }
 
 }  // namespace

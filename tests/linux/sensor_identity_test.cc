@@ -210,5 +210,39 @@ TEST(SensorIdentity, SecondGraphicsCardLeavesTheFirstItsKey) {
               ElementsAre(Pair("GPU Die (00:01.0)", 44), Pair("GPU Die (00:01.1)", 50)));
 }
 
+/// The keys of a chip's temperatures, by the files.
+std::map<std::string, std::string> keysOf(const std::vector<ChannelFiles>& channels) {
+  Tree tree;
+  addChip(tree, 0, "newchip", "platform/newchip", channels);
+  LinuxMachine machine(tree.roots());
+  std::map<std::string, std::string> keys;
+  for (const SensorListing& each : machine.inventory()) keys[each.file] = each.key;
+  return keys;
+}
+
+TEST(SensorIdentity, LabelThatNoOtherTemperatureHasCountsInsteadOfTheChannel) {
+  const auto key = keysOf({{"temp1", "31000", "CPU"}}).at("temp1_input");
+  EXPECT_EQ(keysOf({{"temp3", "31000", "CPU"}, {"in1", "9", "CPU"}}).at("temp3_input"), key);
+  const auto others = keysOf({{"temp4", "31000", "Other"}, {"temp5", "32000", "Other"}});
+  EXPECT_EQ(keysOf({{"temp5", "31000", "Other"}, {"temp6", "32000", "Other"}}).at("temp5_input"),
+            others.at("temp5_input"));
+}
+
+TEST(SensorIdentity, SensorsWhoseKeysWouldBeEqualGetTwo) {
+  const ChannelFiles first{"temp1", "31000", "Input 720"}, second{"temp2", "32000", "Input 1044"};
+  ASSERT_EQ(keysOf({first}).at("temp1_input"), keysOf({second}).at("temp2_input"));
+  const auto keys = keysOf({first, second});
+  EXPECT_NE(keys.at("temp1_input"), keys.at("temp2_input"));
+  EXPECT_EQ(keysOf({second, first}), keys);
+}
+
+TEST(SensorIdentity, NetworkCardHasItsKeyAlsoBeforeItsInterfaceIsThere) {
+  Tree tree;
+  const std::string device = "pci0000:00/0000:00:1c.0/0000:02:00.0";
+  addChip(tree, 0, "ice", device, {{"temp1", "31000"}});
+  tree.folder("sys/devices/" + device + "/net/eth0");
+  EXPECT_EQ(sensorsOf(tree).at("31000").first, keyOf("ice", device));
+}
+
 }  // namespace
 }  // namespace halvermonte::test
