@@ -12,12 +12,12 @@ namespace {
 
 /// Whether the text has the form of the pattern, in which 'x' stands for a hexadecimal digit.
 bool hasForm(std::string_view text, std::string_view pattern) {
-  return text.size() == pattern.size() &&
-         std::equal(text.begin(), text.end(), pattern.begin(), [](char character, char form) {
-           if (form != 'x') return character == form;
-           return (character >= '0' && character <= '9') ||
-                  ((character | 0x20) >= 'a' && (character | 0x20) <= 'f');
-         });
+  return std::equal(text.begin(), text.end(), pattern.begin(), pattern.end(),
+                    [](char character, char form) {
+                      if (form != 'x') return character == form;
+                      return (character >= '0' && character <= '9') ||
+                             ((character | 0x20) >= 'a' && (character | 0x20) <= 'f');
+                    });
 }
 
 bool isNumber(std::string_view text) { return !text.empty() && isNumbered(text, ""); }

@@ -38,6 +38,7 @@ TEST(ProcessorNames, SocketsAreCountedWhateverTheirNumbers) {
               "Core " + std::to_string(socket * 5 + 3)}});
   }
   tree.write("sys/devices/cpu_atom/cpus", "1,3\n");
+  tree.folder("sys/devices/system/cpu/cpu4");  // offline
   EXPECT_THAT(shown(tree),
               ElementsAre(Pair("CPU 2 Core 1", 51), Pair("CPU 2 Efficiency Core 1", 52),
                           Pair("CPU Core 1", 41), Pair("CPU Efficiency Core 1", 42)));
@@ -56,6 +57,14 @@ TEST(ProcessorNames, CoresOfAProcessorThatIsPartlyUnknownAreCountedInItsChip) {
            {"temp4", "43000", "Core 9"}});
   EXPECT_THAT(shown(tree), ElementsAre(Pair("CPU 1 Package", 40), Pair("CPU Core 1", 41),
                                        Pair("CPU Core 2", 42), Pair("CPU Core 3", 43)));
+}
+
+TEST(ProcessorNames, ProcessorWithoutANumberForItsCoreIsNotTheFirst) {
+  Tree tree;
+  addProcessorOfPackage(tree, 0, 0);
+  tree.write("sys/devices/cpu_atom/cpus", "0\n");
+  addChip(tree, 0, "coretemp", "platform/coretemp.0", {{"temp1", "41000", "Core 0"}});
+  EXPECT_THAT(shown(tree), ElementsAre(Pair("CPU Core 1", 41)));
 }
 
 TEST(ProcessorNames, AmdsChipOutsideItsAddressesIsTheFirstSockets) {

@@ -89,10 +89,11 @@ TEST(StablePath, HasThePortsOnUsb) {
 }
 
 TEST(StablePath, KeepsWhatOnlyLooksLikeANumber) {
-  for (const char* device : {"platform/nct6775.656", "platform/asus-ec-sensors", "w1/28-00000a",
-                             "LNXSYSTM:00/PNP0C0A:00/power_supply/BAT0", "a/b-1", "a/1-", "a/1-x",
-                             "platform/1:2", "platform/a:b:c:d", "x/0003:1B1C:0C10.00070",
-                             "x/0003:1B1C:0G10.0007", "x/0003-1B1C-0C10-0007"}) {
+  for (const char* device :
+       {"platform/nct6775.656", "platform/chip.1.2", "platform/asus-ec-sensors", "w1/28-00000a",
+        "LNXSYSTM:00/PNP0C0A:00/power_supply/BAT0", "a/b-1", "a/1-", "a/1-x", "platform/1:2",
+        "platform/a:b:c:d", "x/0003:1B1C:0C10.00070", "x/0003:1B1C:0G10.0007",
+        "x/0003-1B1C-0C10-0007"}) {
     EXPECT_EQ(stable(device), device);
   }
 }
