@@ -50,17 +50,15 @@ TemperatureWalk::TemperatureWalk(const Array& keys, const Dictionary& names) {
   const auto before = [](const Text& first, const Text& second) {
     return foundation::standsBefore(first.view(), second.view());
   };
-  const auto same = [](const Text& first, const Text& second) {
-    return first.view() == second.view();
-  };
-  for (const Value& key : keys.elements()) {
-    if (const Text name = names.find(key.asText().view()).asText()) rankedNames_.push_back(name);
+  const auto nameOf = [&names](const Text& key) { return names.find(key.view()).asText(); };
+  for (const Value& key : keys) {
+    if (const Text name = nameOf(key.asText())) rankedNames_.push_back(name);
   }
   std::ranges::sort(rankedNames_, before);
-  rankedNames_.erase(std::ranges::unique(rankedNames_, same).begin(), rankedNames_.end());
+  rankedNames_.erase(std::ranges::unique(rankedNames_).begin(), rankedNames_.end());
 
-  for (const Value& key : keys.elements()) {
-    const Text name = names.find(key.asText().view()).asText();
+  for (const Value& key : keys) {
+    const Text name = nameOf(key.asText());
     const auto place = std::ranges::lower_bound(rankedNames_, name, before);
     const int rank = name ? static_cast<int>(place - rankedNames_.begin()) : kUnnamed;
     steps_.push_back({key.asText(), rank});

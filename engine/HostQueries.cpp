@@ -22,11 +22,9 @@ namespace {
 
 /// The one item of the hardware report; absent if the report has another shape.
 Dictionary reportedHardware(std::string_view report) {
-  const Value root = foundation::propertyList(report);
-  const std::vector<Value>& sections = root.asArray().elements();
-  if (sections.empty()) return {};
-  const Array items = sections.front().asDictionary().find("_items").asArray();
-  return items.size() == 1 ? items.elements().front().asDictionary() : Dictionary();
+  const Array sections = foundation::propertyList(report).asArray();
+  const Array items = sections[0].asDictionary().find("_items").asArray();
+  return items.size() == 1 ? items[0].asDictionary() : Dictionary();
 }
 
 size_t digitsAt(std::string_view text, size_t start) {

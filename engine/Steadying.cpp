@@ -15,7 +15,8 @@ namespace {
 
 /// The integer that the text begins with, blanks skipped; 0 without one. Saturates.
 int64_t integerOf(const Value& value) {
-  std::string_view text = value.asText().view();
+  const Text whole = value.asText();
+  std::string_view text = whole.view();
   const size_t start = text.find_first_not_of(" \t\n\r\v\f");
   if (start == std::string_view::npos) return 0;
   text.remove_prefix(start);
@@ -44,7 +45,7 @@ bool mentions(const Dictionary::Entry& entry, std::string_view part) {
 /// The coolest GPU below 200 degrees; absent if there is none.
 std::optional<int64_t> coolestGPU(const Dictionary& sensors) {
   int64_t coolest = 200;
-  for (const Dictionary::Entry& entry : sensors.entries()) {
+  for (const Dictionary::Entry& entry : sensors) {
     if (mentions(entry, "GPU")) coolest = std::min(coolest, integerOf(entry.value));
   }
   return coolest <= 199 ? std::optional(coolest) : std::nullopt;
@@ -76,8 +77,9 @@ void rewriteTexts(SensorsRecord& record, const Dictionary& sensors) {
   for (const Text& name : record.sensors_temperature().split('\n')) {
     const Value value = sensors.find(name.view());
     if (!value) continue;
+    const Text degrees = value.asText();
     names.append(name.view()) += '\n';
-    values.append(value.asText().view()) += '\n';
+    values.append(degrees.view()) += '\n';
   }
   record.setSensors_temperature(Text(names));
   record.setSensors_temperatureData(Text(values));

@@ -41,7 +41,7 @@ Sampling::Sampling(ChosenMachine chosen)
       scope_(clock_) {
   view_.title = chosen_.title;
   view_.isSimulated = chosen_.isSimulated;
-  view_.processor = engine_.askSytemInfoForProcessorName().view();
+  view_.processor = engine_.askSytemInfoForProcessorName();
   view_.cores = engine_.physicalCores();
 }
 

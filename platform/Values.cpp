@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <ostream>
 #include <type_traits>
 
 #include "platform/Conversions.hpp"
@@ -34,6 +35,8 @@ Text Text::fromUTF8(std::string_view bytes) {
   }
   return Text(bytes);
 }
+
+std::ostream& operator<<(std::ostream& stream, const Text& text) { return stream << text.view(); }
 
 std::vector<Text> Text::split(char separator) const {
   auto pieces = std::make_shared<Pieces>();
@@ -146,9 +149,9 @@ Array::Array(std::vector<Value> elements) {
   object_ = std::move(content);
 }
 
-const std::vector<Value>& Array::elements() const noexcept {
+const std::vector<Value>& Array::content() const noexcept {
   static const std::vector<Value> kNone;
-  return object_ ? content<Content>().elements : kNone;
+  return object_ ? Value::content<Content>().elements : kNone;
 }
 
 struct Dictionary::Content : Value::Object {
@@ -182,13 +185,13 @@ Dictionary::Dictionary(std::vector<Entry> entries) {
   object_ = std::move(content);
 }
 
-const std::vector<Dictionary::Entry>& Dictionary::entries() const noexcept {
+const std::vector<Dictionary::Entry>& Dictionary::content() const noexcept {
   static const std::vector<Entry> kNone;
-  return object_ ? content<Content>().entries : kNone;
+  return object_ ? Value::content<Content>().entries : kNone;
 }
 
 Value Dictionary::find(std::string_view key) const noexcept {
-  const std::vector<Entry>& all = entries();
+  const std::vector<Entry>& all = content();
   const auto found =
       std::lower_bound(all.begin(), all.end(), key,
                        [](const Entry& entry, std::string_view k) { return entry.key.view() < k; });
@@ -219,9 +222,8 @@ Image::Image(std::shared_ptr<const void> picture) {
   object_ = std::move(content);
 }
 
-const std::shared_ptr<const void>& Image::picture() const noexcept {
-  static const std::shared_ptr<const void> kNone;
-  return object_ ? content<Content>().picture : kNone;
+std::shared_ptr<const void> Image::picture() const noexcept {
+  return object_ ? content<Content>().picture : nullptr;
 }
 
 }  // namespace halvermonte

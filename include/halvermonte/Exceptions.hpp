@@ -16,7 +16,8 @@ class HALVERMONTE_EXPORT PlatformException : public std::exception {
   explicit PlatformException(std::string reason) : reason_(std::move(reason)) {}
   ~PlatformException() override;
 
-  const std::string& reason() const noexcept { return reason_; }
+  const std::string& reason() const& noexcept { return reason_; }
+  const std::string& reason() const&& = delete;
   const char* what() const noexcept override { return reason_.c_str(); }
 
  private:

@@ -61,7 +61,8 @@ class HALVERMONTE_EXPORT HalvermonteSensorsEngine {
 
   /// What the engine carries between passes: for tests and tools of this project, as its type is
   /// not installed.
-  const EngineState& state() const noexcept { return *state_; }
+  const EngineState& state() const& noexcept { return *state_; }
+  const EngineState& state() const&& = delete;
 
  private:
   void pass(SensorsRecord& record);

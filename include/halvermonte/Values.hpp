@@ -4,10 +4,22 @@
 // absent, and keeping its identity, so that a value read back can be recognised as the very one
 // stored. Handles may be copied and dropped on any thread; one handle object is not for two threads
 // at once.
+//
+// What refers into an object (a view, an iterator) comes from a handle with a name alone, because
+// the handle that a getter returns may be the last one. So these are right:
+//
+//   std::cout << record->diskIO_readText();                                 // or ==, <, str()
+//   for (const auto& [name, degrees] : record->sensors()) show(name, degrees.asText());
+//   const Text names = record->sensors_temperature();
+//   parse(names.view());                                                    // while `names` lives
+//
+// and record->sensors_temperature().view() does not compile.
 #pragma once
 
+#include <compare>
 #include <cstddef>
 #include <cstdint>
+#include <iosfwd>
 #include <memory>
 #include <optional>
 #include <string>
@@ -68,7 +80,7 @@ class HALVERMONTE_EXPORT Value {
   Reference object_;
 };
 
-/// UTF-8 text.
+/// UTF-8 text. It compares, bytewise, and prints as a string; an absent one as "".
 class HALVERMONTE_EXPORT Text : public Value {
  public:
   Text() noexcept = default;
@@ -76,9 +88,25 @@ class HALVERMONTE_EXPORT Text : public Value {
   /// Absent if the bytes are not well-formed UTF-8.
   static Text fromUTF8(std::string_view bytes);
 
-  /// The characters; "" if the text is absent. Valid as long as any handle to this object is.
-  std::string_view view() const noexcept {
-    return object_ ? content<Content>().characters : std::string_view();
+  /// The characters. The view is valid as long as any handle to this object is.
+  std::string_view view() const& noexcept { return characters(); }
+  std::string_view view() const&& = delete;
+
+  /// A copy of the characters.
+  std::string str() const { return std::string(characters()); }
+  operator std::string() const { return str(); }
+
+  friend bool operator==(const Text& first, const Text& second) noexcept {
+    return first.characters() == second.characters();
+  }
+  friend bool operator==(const Text& first, std::string_view second) noexcept {
+    return first.characters() == second;
+  }
+  friend std::strong_ordering operator<=>(const Text& first, const Text& second) noexcept {
+    return first.characters() <=> second.characters();
+  }
+  friend std::strong_ordering operator<=>(const Text& first, std::string_view second) noexcept {
+    return first.characters() <=> second;
   }
 
   /// The pieces between the separators: one more than there are separators. The pieces share one
@@ -93,7 +121,12 @@ class HALVERMONTE_EXPORT Text : public Value {
   struct Whole;
   struct Pieces;
   explicit Text(Reference object) noexcept : Value(std::move(object)) {}
+  std::string_view characters() const noexcept {
+    return object_ ? content<Content>().characters : std::string_view();
+  }
 };
+
+HALVERMONTE_EXPORT std::ostream& operator<<(std::ostream& stream, const Text& text);
 
 /// A boxed number that remembers what it was made from.
 class HALVERMONTE_EXPORT Number : public Value {
@@ -126,23 +159,35 @@ class HALVERMONTE_EXPORT Number : public Value {
   static Number of(Form form, Source value);
 };
 
-/// An ordered list.
+/// An ordered list. An absent one is empty.
 class HALVERMONTE_EXPORT Array : public Value {
  public:
   Array() noexcept = default;
   explicit Array(std::vector<Value> elements);
 
-  /// The elements; none if the array is absent. Valid as long as any handle to this object is.
-  const std::vector<Value>& elements() const noexcept;
-  size_t size() const noexcept { return elements().size(); }
+  /// The elements. They are valid as long as any handle to this object is.
+  const std::vector<Value>& elements() const& noexcept { return content(); }
+  const std::vector<Value>& elements() const&& = delete;
+  auto begin() const& noexcept { return content().begin(); }
+  auto begin() const&& = delete;
+  auto end() const& noexcept { return content().end(); }
+  auto end() const&& = delete;
+
+  size_t size() const noexcept { return content().size(); }
+  /// The element at the index; absent if there is none.
+  Value operator[](size_t index) const noexcept {
+    return index < size() ? content()[index] : Value();
+  }
 
  private:
   friend class Value;
   struct Content;
+  const std::vector<Value>& content() const noexcept;
   explicit Array(Reference object) noexcept : Value(std::move(object)) {}
 };
 
-/// A map from text to any value, its entries in bytewise order of their keys.
+/// A map from text to any value, its entries in bytewise order of their keys. An absent one is
+/// empty.
 class HALVERMONTE_EXPORT Dictionary : public Value {
  public:
   struct Entry {
@@ -154,10 +199,15 @@ class HALVERMONTE_EXPORT Dictionary : public Value {
   /// If two entries have one key, the later one is kept.
   explicit Dictionary(std::vector<Entry> entries);
 
-  /// The entries; none if the dictionary is absent. Valid as long as any handle to this object
-  /// is.
-  const std::vector<Entry>& entries() const noexcept;
-  size_t size() const noexcept { return entries().size(); }
+  /// The entries. They are valid as long as any handle to this object is.
+  const std::vector<Entry>& entries() const& noexcept { return content(); }
+  const std::vector<Entry>& entries() const&& = delete;
+  auto begin() const& noexcept { return content().begin(); }
+  auto begin() const&& = delete;
+  auto end() const& noexcept { return content().end(); }
+  auto end() const&& = delete;
+
+  size_t size() const noexcept { return content().size(); }
 
   /// The value under the key; absent if there is none.
   Value find(std::string_view key) const noexcept;
@@ -165,6 +215,7 @@ class HALVERMONTE_EXPORT Dictionary : public Value {
  private:
   friend class Value;
   struct Content;
+  const std::vector<Entry>& content() const noexcept;
   explicit Dictionary(Reference object) noexcept : Value(std::move(object)) {}
 };
 
@@ -193,7 +244,7 @@ class HALVERMONTE_EXPORT Image : public Value {
   Image() noexcept = default;
   explicit Image(std::shared_ptr<const void> picture);
 
-  const std::shared_ptr<const void>& picture() const noexcept;
+  std::shared_ptr<const void> picture() const noexcept;
 
  private:
   friend class Value;

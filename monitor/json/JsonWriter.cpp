@@ -25,6 +25,7 @@ class JsonWriter {
     while (!characters.empty()) takeCharacter(characters);
     out_ += '"';
   }
+  void text(const Text& value) { text(value.view()); }
 
   template <class Figure>
   void figure(Figure figure) {
@@ -38,7 +39,7 @@ class JsonWriter {
   void value(const Value& any) {
     switch (any.kind()) {
       case Value::Kind::text:
-        return text(any.asText().view());
+        return text(any.asText());
       case Value::Kind::number:
         return number(any.asNumber());
       case Value::Kind::array:
@@ -100,7 +101,7 @@ class JsonWriter {
 
   void array(const Array& array) {
     std::string_view separator = "[";
-    for (const Value& element : array.elements()) {
+    for (const Value& element : array) {
       raw(std::exchange(separator, ","));
       value(element);
     }
@@ -109,9 +110,9 @@ class JsonWriter {
 
   void dictionary(const Dictionary& dictionary) {
     std::string_view separator = "{";
-    for (const Dictionary::Entry& entry : dictionary.entries()) {
+    for (const Dictionary::Entry& entry : dictionary) {
       raw(std::exchange(separator, ","));
-      text(entry.key.view());
+      text(entry.key);
       raw(":");
       value(entry.value);
     }

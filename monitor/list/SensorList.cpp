@@ -48,15 +48,15 @@ bool isOfFan(const std::string& key, std::string_view end) {
 }
 
 bool isSampled(const std::string& key, const EngineState& engine) {
-  return std::ranges::any_of(engine.smcTempKeys.elements(),
-                             [&](const Value& sampled) { return sampled.asText().view() == key; });
+  return std::ranges::any_of(engine.smcTempKeys,
+                             [&](const Value& sampled) { return sampled.asText() == key; });
 }
 
 /// The name under which a key's reading is shown, or why it is not.
 std::string nameOfKey(const std::string& key, const EngineState& engine,
                       const Controller& controller) {
   if (const Text name = engine.smcKeyHumanReadableNames.find(key).asText()) {
-    return std::string(name.view()) + (isSampled(key, engine) ? "" : " (not sampled)");
+    return name.str() + (isSampled(key, engine) ? "" : " (not sampled)");
   }
   if (const std::string_view name = fixedTemperatureName(key); !name.empty()) {
     return std::string(name) + " (short list)";

@@ -61,14 +61,14 @@ NSNumber* objectOf(const Number& number) {
 
 NSArray* objectOf(const Array& array) {
   NSMutableArray* const objects = [NSMutableArray arrayWithCapacity:array.size()];
-  for (const Value& element : array.elements()) [objects addObject:objectOf(element)];
+  for (const Value& element : array) [objects addObject:objectOf(element)];
   return [NSArray arrayWithArray:objects];
 }
 
 NSDictionary* objectOf(const Dictionary& dictionary) {
   NSMutableDictionary* const objects =
       [NSMutableDictionary dictionaryWithCapacity:dictionary.size()];
-  for (const Dictionary::Entry& entry : dictionary.entries()) {
+  for (const Dictionary::Entry& entry : dictionary) {
     [objects setObject:objectOf(entry.value) forKey:stringOf(entry.key.view())];
   }
   return [NSDictionary dictionaryWithDictionary:objects];
@@ -101,8 +101,10 @@ id objectOf(const Value& value) {
   switch (value.kind()) {
     case Value::Kind::absent:
       return nil;
-    case Value::Kind::text:
-      return stringOf(value.asText().view());
+    case Value::Kind::text: {
+      const Text text = value.asText();
+      return stringOf(text.view());
+    }
     case Value::Kind::number:
       return objectOf(value.asNumber());
     case Value::Kind::array:

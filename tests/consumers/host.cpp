@@ -18,10 +18,10 @@ bool samples(HalvermonteSensorsEngine& engine) {
   for (int pass = 0; pass < kPasses; ++pass) {
     if (engine.getSensorsInfo(record) != record) return false;
   }
-  for (const auto& [name, value] : record->sensors().entries()) {
-    std::cout << name.view() << ": " << value.asText().view() << '\n';
+  for (const auto& [name, value] : record->sensors()) {
+    std::cout << name << ": " << value.asText() << '\n';
   }
-  std::cout << "read " << record->diskIO_readText().view() << '\n';
+  std::cout << "read " << record->diskIO_readText() << '\n';
   return record->diskIO_activities().size() > 0 && record->diskIO_readText() &&
          record->sensors_temperature() && engine.physicalCores() >= 1;
 }

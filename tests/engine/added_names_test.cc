@@ -15,12 +15,12 @@ namespace {
 
 std::vector<std::string> keysOf(const EngineState& state) {
   std::vector<std::string> keys;
-  for (const Value& key : state.smcTempKeys.elements()) keys.emplace_back(key.asText().view());
+  for (const Value& key : state.smcTempKeys) keys.emplace_back(key.asText().str());
   return keys;
 }
 
-std::string_view nameOf(const EngineState& state, std::string_view key) {
-  return state.smcKeyHumanReadableNames.find(key).asText().view();
+Text nameOf(const EngineState& state, std::string_view key) {
+  return state.smcKeyHumanReadableNames.find(key).asText();
 }
 
 TEST(AddedNames, FollowTheBuiltInKeysInTheirOrder) {
@@ -61,7 +61,7 @@ TEST(AddedNames, AreShownAmongTheOthersInTheirOrder) {
   EXPECT_EQ(
       sampler.full(),
       Entries({{"Battery 1", "30"}, {"Drive 2", "42"}, {"drive 10", "41"}, {"GPU Die", "50"}}));
-  EXPECT_EQ(sampler.record()->sensors().find("Drive 2").asText().view(), "42");
+  EXPECT_EQ(sampler.record()->sensors().find("Drive 2").asText(), "42");
 }
 
 TEST(AddedNames, AreShownFrom1To119Degrees) {

@@ -12,7 +12,7 @@ namespace {
 
 std::vector<std::string> textsOf(const Array& keys) {
   std::vector<std::string> texts;
-  for (const Value& key : keys.elements()) texts.emplace_back(key.asText().view());
+  for (const Value& key : keys) texts.emplace_back(key.asText().str());
   return texts;
 }
 

@@ -26,8 +26,7 @@ Scale scaleFor(int64_t readRate, int64_t writeRate) {
   machine.drives = {DriveStatistics{1 + readRate, 1 + writeRate}};
   const StatisticsData& record = sampler.pass();
   EXPECT_EQ(record.diskIO_activitiesMax().form(), Number::Form::float32);
-  return {record.diskIO_activitiesMax().float32Value(),
-          std::string(record.diskIO_activitiesMaxText().view())};
+  return {record.diskIO_activitiesMax().float32Value(), record.diskIO_activitiesMaxText().str()};
 }
 
 TEST(ChartScale, Is50000WhereNothingMoves) {

@@ -172,7 +172,7 @@ TEST(Construction, GoesOnWithoutAnIteratorIfDrivesCannotBeMatched) {
     sampler.pass();
     EXPECT_EQ(sampler.full(), Entries({{"Airport Proximity", "40"}}));
     EXPECT_EQ(sampler.record()->diskIO_read().uint64Value(), 0U);
-    EXPECT_EQ(sampler.record()->diskIO_speedReadText().view(), "0 KB/s");
+    EXPECT_EQ(sampler.record()->diskIO_speedReadText(), "0 KB/s");
     EXPECT_EQ(sampler.record()->diskIO_activitiesMax().float32Value(), 50000.0F);
   }
   EXPECT_EQ(std::ranges::count(machine.asked, "walk"), 0);

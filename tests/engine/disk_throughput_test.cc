@@ -36,7 +36,7 @@ class DiskThroughput : public testing::Test {
 
 std::vector<std::string> describedAll(const Array& array) {
   std::vector<std::string> texts;
-  for (const Value& element : array.elements()) texts.push_back(described(element));
+  for (const Value& element : array) texts.push_back(described(element));
   return texts;
 }
 
@@ -44,18 +44,18 @@ TEST_F(DiskThroughput, HasTotalsAndNoRatesInTheFirstPass) {
   const StatisticsData& record = pass(1000, 5'000'000, 6'000'000);
   EXPECT_EQ(described(record.diskIO_read()), "uint64 5000000");
   EXPECT_EQ(described(record.diskIO_write()), "uint64 6000000");
-  EXPECT_EQ(record.diskIO_readText().view(), "5 MB");
-  EXPECT_EQ(record.diskIO_writeText().view(), "6 MB");
+  EXPECT_EQ(record.diskIO_readText(), "5 MB");
+  EXPECT_EQ(record.diskIO_writeText(), "6 MB");
   EXPECT_EQ(described(record.diskIO_speedRead()), described(Number::ofFloat32(0)));
   EXPECT_EQ(described(record.diskIO_speedWrite()), described(Number::ofFloat32(0)));
-  EXPECT_EQ(record.diskIO_speedReadText().view(), "0 KB/s");
-  EXPECT_EQ(record.diskIO_speedWriteText().view(), "0 KB/s");
+  EXPECT_EQ(record.diskIO_speedReadText(), "0 KB/s");
+  EXPECT_EQ(record.diskIO_speedWriteText(), "0 KB/s");
 }
 
 TEST_F(DiskThroughput, HasOneSlotFilledAfterTheFirstPass) {
   const Array activities = pass(1000, 5'000'000, 6'000'000).diskIO_activities();
   ASSERT_EQ(activities.size(), 2U);
-  for (const Value& history : activities.elements()) {
+  for (const Value& history : activities) {
     std::vector<std::string> expected(74, "int32 -1");
     expected.emplace_back("uint64 0");
     EXPECT_EQ(describedAll(history.asArray()), expected);
@@ -114,7 +114,7 @@ TEST_F(DiskThroughput, IsHugeIfATotalWentDown) {
   pass(1000, 5'000, 5'000);
   pass(1002, 4'998, 6'000);
   expectRates(UINT64_MAX / 2, 500);
-  EXPECT_EQ(sampler_.record()->diskIO_speedReadText().view(), "9.22 EB/s");
+  EXPECT_EQ(sampler_.record()->diskIO_speedReadText(), "9.22 EB/s");
   EXPECT_EQ(sampler_.record()->diskIO_activitiesMax().float32Value(), 99999997952.0F);
   pass(1003, 5'000, 6'000);
   expectRates(2, 0);
@@ -125,14 +125,14 @@ TEST_F(DiskThroughput, ShowsASpeedBeyondSigned64BitsAsTheLargest) {
   pass(1001, 4'999, 5'000);
   expectRates(UINT64_MAX, 0);
   EXPECT_EQ(sampler_.record()->diskIO_speedRead().float32Value(), 18446744073709551616.0F);
-  EXPECT_EQ(sampler_.record()->diskIO_speedReadText().view(), "9.22 EB/s");
+  EXPECT_EQ(sampler_.record()->diskIO_speedReadText(), "9.22 EB/s");
 }
 
 TEST_F(DiskThroughput, ShowsATotalByTheBitsOfASignedNumber) {
   const StatisticsData& record = pass(1000, -1, INT64_MIN);
   EXPECT_EQ(record.diskIO_read().uint64Value(), UINT64_MAX);
-  EXPECT_EQ(record.diskIO_readText().view(), "-1 byte");
-  EXPECT_EQ(record.diskIO_writeText().view(), "-9.22 EB");
+  EXPECT_EQ(record.diskIO_readText(), "-1 byte");
+  EXPECT_EQ(record.diskIO_writeText(), "-9.22 EB");
 }
 
 struct Speed {
@@ -149,8 +149,8 @@ TEST_F(DiskThroughput, IsShownAboveAThousandBytesPerSecond) {
         Speed{1500, "2 KB/s"}, Speed{1'500'000, "1.5 MB/s"}, Speed{2'340'000'000, "2.34 GB/s"}}) {
     total += rate;
     const StatisticsData& record = pass(now += 1, total, total);
-    EXPECT_EQ(record.diskIO_speedReadText().view(), text) << rate;
-    EXPECT_EQ(record.diskIO_speedWriteText().view(), text) << rate;
+    EXPECT_EQ(record.diskIO_speedReadText(), text) << rate;
+    EXPECT_EQ(record.diskIO_speedWriteText(), text) << rate;
     EXPECT_EQ(described(record.diskIO_speedRead()),
               described(Number::ofFloat32(static_cast<float>(rate))));
     EXPECT_EQ(described(record.diskIO_speedWrite()),
@@ -163,12 +163,12 @@ TEST_F(DiskThroughput, KeepsReadsAndWritesApart) {
   const StatisticsData& record = pass(1001, 4'000'000, 9'000'000);
   EXPECT_EQ(record.diskIO_speedRead().float32Value(), 3'000'000.0F);
   EXPECT_EQ(record.diskIO_speedWrite().float32Value(), 7'000'000.0F);
-  EXPECT_EQ(record.diskIO_speedReadText().view(), "3 MB/s");
-  EXPECT_EQ(record.diskIO_speedWriteText().view(), "7 MB/s");
+  EXPECT_EQ(record.diskIO_speedReadText(), "3 MB/s");
+  EXPECT_EQ(record.diskIO_speedWriteText(), "7 MB/s");
   EXPECT_EQ(record.diskIO_read().uint64Value(), 4'000'000U);
   EXPECT_EQ(record.diskIO_write().uint64Value(), 9'000'000U);
-  EXPECT_EQ(record.diskIO_readText().view(), "4 MB");
-  EXPECT_EQ(record.diskIO_writeText().view(), "9 MB");
+  EXPECT_EQ(record.diskIO_readText(), "4 MB");
+  EXPECT_EQ(record.diskIO_writeText(), "9 MB");
 }
 
 TEST_F(DiskThroughput, LosesPrecisionInTheSpeedsAndNotInTheHistories) {
@@ -182,8 +182,8 @@ TEST_F(DiskThroughput, LosesPrecisionInTheSpeedsAndNotInTheHistories) {
 TEST_F(DiskThroughput, PublishesWritesBeforeReads) {
   pass(1000, 1, 1);
   const Array activities = pass(1001, 11, 21).diskIO_activities();
-  EXPECT_EQ(describedAll(activities.elements()[0].asArray()).back(), "uint64 20");
-  EXPECT_EQ(describedAll(activities.elements()[1].asArray()).back(), "uint64 10");
+  EXPECT_EQ(describedAll(activities[0].asArray()).back(), "uint64 20");
+  EXPECT_EQ(describedAll(activities[1].asArray()).back(), "uint64 10");
 }
 
 TEST_F(DiskThroughput, PublishesCopiesThatLaterPassesLeaveAlone) {
@@ -210,8 +210,8 @@ TEST_F(DiskThroughput, KeepsTheLast75Rates) {
     writes.push_back("uint64 " + std::to_string(2 * i));
   }
   const Array activities = sampler_.record()->diskIO_activities();
-  EXPECT_EQ(describedAll(activities.elements()[0].asArray()), writes);
-  EXPECT_EQ(describedAll(activities.elements()[1].asArray()), reads);
+  EXPECT_EQ(describedAll(activities[0].asArray()), writes);
+  EXPECT_EQ(describedAll(activities[1].asArray()), reads);
 }
 
 TEST_F(DiskThroughput, StampsTheTimeOfThePass) {
@@ -264,8 +264,8 @@ TEST_F(DiskThroughput, IsThatOfTheLiteralRulesOverRandomTotalsAndClocks) {
     const StatisticsData& record =
         pass(now, static_cast<int64_t>(read), static_cast<int64_t>(written));
     const Array activities = record.diskIO_activities();
-    ASSERT_EQ(describedAll(activities.elements()[0].asArray()), expectedHistory(literal.writes()));
-    ASSERT_EQ(describedAll(activities.elements()[1].asArray()), expectedHistory(literal.reads()));
+    ASSERT_EQ(describedAll(activities[0].asArray()), expectedHistory(literal.writes()));
+    ASSERT_EQ(describedAll(activities[1].asArray()), expectedHistory(literal.reads()));
     ASSERT_EQ(record.diskIO_activitiesMax().float32Value(), static_cast<float>(literal.scale()));
   }
 }

@@ -40,8 +40,8 @@ std::string nameBy(const KeyAnswer& descriptor) {
 }
 
 void expectNoFans(Sampler& sampler) {
-  EXPECT_EQ(sampler.record()->sensors_fans().view(), "n/a");
-  EXPECT_EQ(sampler.record()->sensors_fansData().view(), "");
+  EXPECT_EQ(sampler.record()->sensors_fans(), "n/a");
+  EXPECT_EQ(sampler.record()->sensors_fansData(), "");
 }
 
 TEST(Fans, AreShownWithWholeRevolutions) {
@@ -49,8 +49,8 @@ TEST(Fans, AreShownWithWholeRevolutions) {
   withFans(machine, {{fanDescriptor("Left"), flt(1200.7F)}, {fanDescriptor("Right"), flt(0)}});
   Sampler sampler(machine);
   sampler.pass();
-  EXPECT_EQ(sampler.record()->sensors_fans().view(), "Left\nRight\n");
-  EXPECT_EQ(sampler.record()->sensors_fansData().view(), "1200\n0\n");
+  EXPECT_EQ(sampler.record()->sensors_fans(), "Left\nRight\n");
+  EXPECT_EQ(sampler.record()->sensors_fansData(), "1200\n0\n");
   EXPECT_EQ(entriesOf(sampler.record()->fans()), Entries({{"Left", "1200"}, {"Right", "0"}}));
 }
 
@@ -183,8 +183,8 @@ TEST(Fans, WithAnEmptyNameAreInTheDictionaryUnderIt) {
   withFans(machine, {{fanDescriptor("Rear").withReadResult(1), fpe2(900)}});
   Sampler sampler(machine);
   sampler.pass();
-  EXPECT_EQ(sampler.record()->sensors_fans().view(), "\n");
-  EXPECT_EQ(sampler.record()->sensors_fansData().view(), "900\n");
+  EXPECT_EQ(sampler.record()->sensors_fans(), "\n");
+  EXPECT_EQ(sampler.record()->sensors_fansData(), "900\n");
   EXPECT_EQ(entriesOf(sampler.record()->fans()), Entries({{"", "900"}}));
 }
 
@@ -203,8 +203,8 @@ TEST(FanNames, KeepALineFeedWhichThenPartsTheLines) {
   withFans(machine, {{fanDescriptor("A\nB"), fpe2(900)}});
   Sampler sampler(machine);
   sampler.pass();
-  EXPECT_EQ(sampler.record()->sensors_fans().view(), "A\nB\n");
-  EXPECT_EQ(sampler.record()->sensors_fansData().view(), "900\n");
+  EXPECT_EQ(sampler.record()->sensors_fans(), "A\nB\n");
+  EXPECT_EQ(sampler.record()->sensors_fansData(), "900\n");
   EXPECT_EQ(sampler.record()->fans().size(), 0U) << "lines that do not match make no dictionary";
 }
 

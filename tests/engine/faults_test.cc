@@ -91,7 +91,7 @@ class Faults : public testing::Test {
   }
 
   Shown shown() {
-    const bool none = sampler_.record()->sensors_fans().view() == "n/a";
+    const bool none = sampler_.record()->sensors_fans() == "n/a";
     return {sampler_.full(), sampler_.mini(), none ? std::nullopt : std::optional(sampler_.fans())};
   }
 

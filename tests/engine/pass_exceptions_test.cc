@@ -169,7 +169,7 @@ TEST(DiskGuard, LogsOneLineWithTheReasonAndFinishesThePass) {
   EXPECT_EQ(returned, record);
   EXPECT_EQ(entriesOf(record->sensors_fans(), record->sensors_fansData()),
             Entries({{"Fan 1", "1200"}}));
-  EXPECT_EQ(record->diskIO_readText().view(), "Zero KB");
+  EXPECT_EQ(record->diskIO_readText(), "Zero KB");
   engine.expectNothingLeft();
 }
 

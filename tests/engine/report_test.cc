@@ -14,10 +14,10 @@ TEST(Report, IsTwoTextsOfLinesAndADictionaryOfThem) {
   Sampler sampler(machine);
   sampler.pass();
   const StatisticsData& record = *sampler.record();
-  EXPECT_EQ(record.sensors_temperature().view(), "CPU Performance Cores\nGPU Cluster\n");
-  EXPECT_EQ(record.sensors_temperatureData().view(), "52\n44\n");
-  EXPECT_EQ(record.sensors_temperatureMini().view(), "CPU Performance Cores\nGPU Cluster\n");
-  EXPECT_EQ(record.sensors_temperatureMiniData().view(), "52\n44\n");
+  EXPECT_EQ(record.sensors_temperature(), "CPU Performance Cores\nGPU Cluster\n");
+  EXPECT_EQ(record.sensors_temperatureData(), "52\n44\n");
+  EXPECT_EQ(record.sensors_temperatureMini(), "CPU Performance Cores\nGPU Cluster\n");
+  EXPECT_EQ(record.sensors_temperatureMiniData(), "52\n44\n");
   EXPECT_EQ(entriesOf(record.sensors()),
             Entries({{"CPU Performance Cores", "52"}, {"GPU Cluster", "44"}}));
 }
@@ -27,8 +27,8 @@ TEST(Report, OfOneEntryMakesADictionaryOfOne) {
   machine.keys["TL0P"] = sp78(33);
   Sampler sampler(machine);
   sampler.pass();
-  EXPECT_EQ(sampler.record()->sensors_temperature().view(), "LCD Proximity\n");
-  EXPECT_EQ(sampler.record()->sensors_temperatureData().view(), "33\n");
+  EXPECT_EQ(sampler.record()->sensors_temperature(), "LCD Proximity\n");
+  EXPECT_EQ(sampler.record()->sensors_temperatureData(), "33\n");
   EXPECT_EQ(entriesOf(sampler.record()->sensors()), Entries({{"LCD Proximity", "33"}}));
 }
 
@@ -40,10 +40,10 @@ TEST(Report, OfNothingIsEmptyTextsAndTheDictionaryOfBefore) {
   machine.setTemperatureSensors({});
   sampler.pass();
   const StatisticsData& record = *sampler.record();
-  EXPECT_EQ(record.sensors_temperature().view(), "");
-  EXPECT_EQ(record.sensors_temperatureData().view(), "");
-  EXPECT_EQ(record.sensors_temperatureMini().view(), "");
-  EXPECT_EQ(record.sensors_temperatureMiniData().view(), "");
+  EXPECT_EQ(record.sensors_temperature(), "");
+  EXPECT_EQ(record.sensors_temperatureData(), "");
+  EXPECT_EQ(record.sensors_temperatureMini(), "");
+  EXPECT_EQ(record.sensors_temperatureMiniData(), "");
   EXPECT_EQ(entriesOf(record.sensors()), Entries({{"Power Management Unit", "31"}}));
 }
 
@@ -95,7 +95,7 @@ TEST(Report, WritesNoPropertyThatIsNotTheEngines) {
   sampler.pass();
   EXPECT_EQ(record.sensors_version().int32Value(), 7);
   EXPECT_EQ(record.cpu_power().int32Value(), 8);
-  EXPECT_EQ(record.hostName().view(), "mine");
+  EXPECT_EQ(record.hostName(), "mine");
   EXPECT_TRUE(record.appsUpdateTime().isSame(updated));
 }
 

@@ -169,8 +169,8 @@ TEST_F(Steadying, RunsOnTheOldDictionaryIfTheListIsEmpty) {
   sampler.record()->setSensors(Dictionary({{Text("CPU Efficiency Cores"), Text("20")}}));
   sampler.pass();
   EXPECT_EQ(entriesOf(sampler.record()->sensors()), efficiencyAt("60"));
-  EXPECT_EQ(sampler.record()->sensors_temperature().view(), "");
-  EXPECT_EQ(sampler.record()->sensors_temperatureData().view(), "");
+  EXPECT_EQ(sampler.record()->sensors_temperature(), "");
+  EXPECT_EQ(sampler.record()->sensors_temperatureData(), "");
 }
 
 TEST_F(Steadying, DropsNamesWithoutAnEntryFromTheTexts) {

@@ -21,7 +21,7 @@ TEST_F(BridgingTest, TextsOfAnyCharactersComeBack) {
   for (const std::string& characters :
        {""s, "plain"s, "é ß €"s, "日本語"s, "\U0001F321\uFE0F"s, "\U0010FFFF"s, "a\0b"s, "\n\t"s}) {
     EXPECT_EQ(charactersOf(stringOf(characters)), characters);
-    EXPECT_EQ(valueOf(objectOf(Text(characters))).asText().view(), characters);
+    EXPECT_EQ(valueOf(objectOf(Text(characters))).asText(), characters);
   }
   EXPECT_EQ([stringOf("\U0001F321") length], 2u);
 }
@@ -81,10 +81,10 @@ TEST_F(BridgingTest, ContainersComeBackWhole) {
   EXPECT_TRUE([[object objectAtIndex:0] isKindOfClass:[NSDictionary class]]);
   const Array back = valueOf(object).asArray();
   ASSERT_EQ(back.size(), 3u);
-  const Dictionary dictionary = back.elements()[0].asDictionary();
+  const Dictionary dictionary = back[0].asDictionary();
   EXPECT_EQ(dictionary.size(), 2u);
   EXPECT_EQ(dictionary.find("é").asNumber().int32Value(), 5);
-  EXPECT_EQ(back.elements()[1].asDate().secondsSince1970(), 12.5);
+  EXPECT_EQ(back[1].asDate().secondsSince1970(), 12.5);
 }
 
 TEST_F(BridgingTest, AHostsOwnObjectComesBackItselfAndIsReleased) {

@@ -9,7 +9,7 @@
 namespace halvermonte {
 namespace {
 
-TEST(AnyFoundationTest, TheHostHasAName) { EXPECT_NE(foundation::localizedHostName().view(), ""); }
+TEST(AnyFoundationTest, TheHostHasAName) { EXPECT_NE(foundation::localizedHostName(), ""); }
 
 TEST(AnyFoundationTest, TheCurrentDateIsTheSystems) {
   const auto now = static_cast<double>(std::time(nullptr));
@@ -54,15 +54,15 @@ constexpr std::string_view kList = R"(<?xml version="1.0" encoding="UTF-8"?>
 TEST(AnyFoundationTest, APropertyListHasItsTextsNumbersListsAndMaps) {
   const Array root = foundation::propertyList(kList).asArray();
   ASSERT_EQ(root.size(), 1u);
-  const Dictionary entries = root.elements()[0].asDictionary();
+  const Dictionary entries = root[0].asDictionary();
   EXPECT_EQ(entries.size(), 6u);
-  EXPECT_EQ(entries.find("text").asText().view(), "é & more");
+  EXPECT_EQ(entries.find("text").asText(), "é & more");
   EXPECT_EQ(entries.find("integer").asNumber().int32Value(), 5);
   EXPECT_EQ(entries.find("real").asNumber().float64Value(), 1.5);
   EXPECT_EQ(entries.find("true").asNumber().int32Value(), 1);
   EXPECT_TRUE(entries.find("data"));  // there, whatever it is
   ASSERT_EQ(entries.find("list").asArray().size(), 2u);
-  EXPECT_EQ(entries.find("list").asArray().elements()[1].asText().view(), "");
+  EXPECT_EQ(entries.find("list").asArray()[1].asText(), "");
 }
 
 TEST(AnyFoundationTest, BytesThatAreNoPropertyListAreNoList) {

@@ -63,8 +63,7 @@ bool isDefault(id value, Default initial) {
     case Default::dash:
       return [value isEqual:@"-"];
     case Default::hostName:
-      return halvermonte::charactersOf(value) ==
-             halvermonte::foundation::localizedHostName().view();
+      return halvermonte::charactersOf(value) == halvermonte::foundation::localizedHostName().str();
     case Default::zero:
     case Default::no:
       return [value isEqual:[NSNumber numberWithInt:0]];

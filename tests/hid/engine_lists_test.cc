@@ -9,13 +9,13 @@ namespace {
 
 std::vector<std::string> texts(const Array& list) {
   std::vector<std::string> texts;
-  for (const Value& text : list.elements()) texts.emplace_back(text.asText().view());
+  for (const Value& text : list) texts.emplace_back(text.asText().str());
   return texts;
 }
 
 std::vector<double> numbers(const Array& list) {
   std::vector<double> numbers;
-  for (const Value& number : list.elements()) numbers.push_back(number.asNumber().float64Value());
+  for (const Value& number : list) numbers.push_back(number.asNumber().float64Value());
   return numbers;
 }
 

@@ -30,7 +30,7 @@ class HIDSensorsTest : public LeavesNoObject {
     if (!list) return {"(null)"};
     const Array texts = textsOf(list.get());
     std::vector<std::string> names;
-    for (const Value& name : texts.elements()) names.emplace_back(name.asText().view());
+    for (const Value& name : texts) names.emplace_back(name.asText().str());
     return names;
   }
   static std::vector<double> readings(CFMutableArrayRef (*read)(CFDictionaryRef),
@@ -38,7 +38,7 @@ class HIDSensorsTest : public LeavesNoObject {
     const CFOwned list(read(sensors));
     const Array numbers = numbersOf(list.get());
     std::vector<double> readings;
-    for (const Value& number : numbers.elements()) {
+    for (const Value& number : numbers) {
       EXPECT_EQ(number.asNumber().form(), Number::Form::float64);
       readings.push_back(number.asNumber().float64Value());
     }

@@ -28,14 +28,14 @@ Dictionary reportOf(const Tree& tree) {
   const auto report = machine.outputOfCommand("system_profiler SPHardwareDataType -xml");
   const Array root = foundation::propertyList(report.value_or("")).asArray();
   EXPECT_EQ(root.size(), 1u);
-  const Array items = root.elements().at(0).asDictionary().find("_items").asArray();
+  const Array items = root[0].asDictionary().find("_items").asArray();
   EXPECT_EQ(items.size(), 1u);
-  return items.elements().at(0).asDictionary();
+  return items[0].asDictionary();
 }
 
 std::string entry(const Dictionary& item, std::string_view key) {
   EXPECT_LE(item.size(), 1u);
-  return std::string(item.find(key).asText().view());
+  return item.find(key).asText().str();
 }
 
 std::string chipOf(std::string_view compatible) {

@@ -30,8 +30,8 @@ TEST_F(HostFields, ModelComesFromTheFirmwareTable) {
   tree.write("sys/class/dmi/id/sys_vendor", "Dell Inc.\n");
   tree.write("sys/class/dmi/id/product_name", "XPS 13 9310\n");
   const StatisticsData& record = fill();
-  EXPECT_EQ(record.modelName().view(), "XPS 13 9310");
-  EXPECT_EQ(record.modelIdentifier().view(), "XPS 13 9310");
+  EXPECT_EQ(record.modelName(), "XPS 13 9310");
+  EXPECT_EQ(record.modelIdentifier(), "XPS 13 9310");
 }
 
 TEST_F(HostFields, ModelComesFromTheDeviceTree) {
@@ -40,9 +40,9 @@ TEST_F(HostFields, ModelComesFromTheDeviceTree) {
   tree.write("sys/firmware/devicetree/base/compatible",
              std::string("apple,j313\0apple,t8103\0apple,arm-platform\0", 42));
   const StatisticsData& record = fill();
-  EXPECT_EQ(record.modelName().view(), "Apple MacBook Air (M1, 2020)");
-  EXPECT_EQ(record.modelIdentifier().view(), "apple,j313");
-  EXPECT_EQ(record.processorName().view(), "Apple M1");
+  EXPECT_EQ(record.modelName(), "Apple MacBook Air (M1, 2020)");
+  EXPECT_EQ(record.modelIdentifier(), "apple,j313");
+  EXPECT_EQ(record.processorName(), "Apple M1");
 }
 
 TEST_F(HostFields, CoresArePhysicalAndLogical) {
@@ -71,7 +71,7 @@ TEST_F(HostFields, UptimeIsInSecondsAndInWords) {
                                                        {"273700.10 500.2", "3 d 4 h"}};
   for (const auto& [file, text] : texts) {
     tree.write("proc/uptime", file);
-    EXPECT_EQ(fill().uptimeText().view(), text);
+    EXPECT_EQ(fill().uptimeText(), text);
   }
   const StatisticsData& record = fill();
   EXPECT_EQ(record.uptime().uint64Value(), 273700U);
@@ -91,22 +91,22 @@ TEST_F(HostFields, MemoryIsInBytesWithTexts) {
   EXPECT_EQ(record.summary_memoryInactive().uint64Value(), 2048000000U);
   EXPECT_EQ(record.summary_memoryWired().uint64Value(), 337920000U);
   EXPECT_EQ(record.summary_memoryOther().uint64Value(), 4782080000U);
-  EXPECT_EQ(record.summary_memoryTotalText().view(), "8.19 GB");
-  EXPECT_EQ(record.summary_memoryFreeText().view(), "1.02 GB");
-  EXPECT_EQ(record.summary_memoryUsedText().view(), "3.07 GB");
-  EXPECT_EQ(record.summary_memoryInactiveText().view(), "2.05 GB");
-  EXPECT_EQ(record.summary_memoryWiredText().view(), "337.9 MB");
-  EXPECT_EQ(record.summary_memoryOtherText().view(), "4.78 GB");
+  EXPECT_EQ(record.summary_memoryTotalText(), "8.19 GB");
+  EXPECT_EQ(record.summary_memoryFreeText(), "1.02 GB");
+  EXPECT_EQ(record.summary_memoryUsedText(), "3.07 GB");
+  EXPECT_EQ(record.summary_memoryInactiveText(), "2.05 GB");
+  EXPECT_EQ(record.summary_memoryWiredText(), "337.9 MB");
+  EXPECT_EQ(record.summary_memoryOtherText(), "4.78 GB");
 }
 
 TEST_F(HostFields, MissingSourcesLeaveTheDefaults) {
   const StatisticsData& record = fill();
-  EXPECT_EQ(record.modelName().view(), "");
-  EXPECT_EQ(record.modelIdentifier().view(), "");
+  EXPECT_EQ(record.modelName(), "");
+  EXPECT_EQ(record.modelIdentifier(), "");
   EXPECT_EQ(record.uptime().int32Value(), 0);
-  EXPECT_EQ(record.uptimeText().view(), "");
+  EXPECT_EQ(record.uptimeText(), "");
   EXPECT_EQ(record.summary_memoryTotal().int32Value(), 1);
-  EXPECT_EQ(record.summary_memoryTotalText().view(), "");
+  EXPECT_EQ(record.summary_memoryTotalText(), "");
   EXPECT_EQ(record.summary_cpuLogicalCores().int32Value(), 1);
 }
 

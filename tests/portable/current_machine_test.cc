@@ -106,7 +106,7 @@ TEST(CurrentMachineTest, TwoThreadsSampleTwoMachines) {
     for (int pass = 0; pass < 50; ++pass) {
       sampler.pass();
       wrong += sampler.full() != expected;
-      wrong += sampler.record()->hostName().view() != host;
+      wrong += sampler.record()->hostName() != host;
       machine.asked.clear();
     }
   };

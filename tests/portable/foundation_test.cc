@@ -26,7 +26,7 @@ TEST(FoundationTest, TheMachineTellsHostNameDateAndCommandOutput) {
   machine.now = 12.5;
   machine.commands["echo"] = std::string("a\0b\xFF", 4);
   machine.commands["none"] = std::nullopt;
-  EXPECT_EQ(foundation::localizedHostName().view(), "Gerda's notebook");
+  EXPECT_EQ(foundation::localizedHostName(), "Gerda's notebook");
   EXPECT_EQ(foundation::currentDate().secondsSince1970(), 12.5);
   EXPECT_EQ(foundation::outputOfCommand("echo"), std::string("a\0b\xFF", 4));
   EXPECT_EQ(foundation::outputOfCommand("unknown"), "");

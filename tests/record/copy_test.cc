@@ -61,25 +61,23 @@ bool holds(const StatisticsData& record, const Property& property, const Content
              : property.accessors.get(record).isSame(contents.values.at(property.name));
 }
 
-bool sameElements(const std::vector<Value>& first, const std::vector<Value>& second) {
+bool sameElements(const Array& first, const Array& second) {
   return std::ranges::equal(first, second,
                             [](const Value& a, const Value& b) { return a.isSame(b); });
 }
 
 bool sameEntries(const Dictionary& first, const Dictionary& second) {
-  return std::ranges::equal(first.entries(), second.entries(),
+  return std::ranges::equal(first, second,
                             [](const Dictionary::Entry& a, const Dictionary::Entry& b) {
-                              return a.key.view() == b.key.view() && a.value.isSame(b.value);
+                              return a.key == b.key && a.value.isSame(b.value);
                             });
 }
 
 /// A new object of the same contents; the elements of a container are shared.
 bool isFresh(const Value& copy, const Value& original, CopyRule rule) {
   if (!copy || copy.kind() != original.kind() || copy.isSame(original)) return false;
-  if (rule == CopyRule::freshText) return copy.asText().view() == original.asText().view();
-  if (rule == CopyRule::freshArray) {
-    return sameElements(copy.asArray().elements(), original.asArray().elements());
-  }
+  if (rule == CopyRule::freshText) return copy.asText() == original.asText();
+  if (rule == CopyRule::freshArray) return sameElements(copy.asArray(), original.asArray());
   return sameEntries(copy.asDictionary(), original.asDictionary());
 }
 

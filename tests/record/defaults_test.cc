@@ -15,7 +15,7 @@ bool isInt32(const Value& value, int32_t expected) {
 }
 
 bool isText(const Value& value, std::string_view expected) {
-  return value.kind() == Value::Kind::text && value.asText().view() == expected;
+  return value.kind() == Value::Kind::text && value.asText() == expected;
 }
 
 class DefaultsTest : public ::testing::Test {
@@ -99,9 +99,9 @@ TEST_F(DefaultsTest, TheDefaultsThatHostsRelyOn) {
   EXPECT_EQ(record.summary_memoryOther().int32Value(), 1);
   EXPECT_EQ(record.summary_cpuCores().int32Value(), 1);
   EXPECT_EQ(record.summary_cpuLogicalCores().int32Value(), 1);
-  EXPECT_EQ(record.diskIO_readText().view(), "-");
+  EXPECT_EQ(record.diskIO_readText(), "-");
   EXPECT_TRUE(record.sensors_temperature());
-  EXPECT_EQ(record.sensors_temperature().view(), "");
+  EXPECT_EQ(record.sensors_temperature(), "");
   EXPECT_FALSE(record.summary_cpuUserLoad());
   EXPECT_FALSE(record.cpu_userActivities());
   EXPECT_FALSE(record.network_ipExternalCountryFlag());

@@ -59,8 +59,8 @@ int read(const StatisticsData& record, int rounds) {
       }
       const Value value = property.accessors.get(record);
       if (value.kind() == Value::Kind::array) {
-        for (const Value& element : value.asArray().elements()) {
-          wrong += element.asText().view().size() < 5;
+        for (const Value& element : value.asArray()) {
+          wrong += element.asText().str().size() < 5;
         }
       }
       if (value.kind() == Value::Kind::number) wrong += value.asNumber().uint64Value() > 1;

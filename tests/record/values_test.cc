@@ -3,8 +3,10 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <iomanip>
 #include <map>
 #include <random>
+#include <sstream>
 #include <string>
 
 namespace halvermonte::test {
@@ -24,6 +26,29 @@ TEST(TextTest, AnEmptyTextIsPresent) {
   EXPECT_TRUE(empty);
   EXPECT_EQ(empty.kind(), Value::Kind::text);
   EXPECT_EQ(empty.view(), "");
+}
+
+TEST(TextTest, ATextComparesAsAString) {
+  const Text text("words");
+  EXPECT_TRUE(text == "words" && "words" == text && text == Text("words"));
+  EXPECT_TRUE(text == std::string("words") && text == "words"sv);
+  EXPECT_TRUE(text != "word" && text != Text());
+  EXPECT_TRUE(text < "words." && text > Text("word") && "z" > text);
+  EXPECT_LT(Text("z"), Text("\xC3\xA4"));  // by bytes: "ä" is after "z"
+  EXPECT_TRUE(Text() == "" && Text() == Text(""));
+}
+
+TEST(TextTest, ATextPrintsAsAString) {
+  std::ostringstream out;
+  out << Text("a\0b"sv) << Text() << std::setw(4) << Text("c");
+  EXPECT_EQ(out.str(), "a\0b   c"sv);
+}
+
+TEST(TextTest, ATextBecomesAString) {
+  const std::string converted = Text("a rather long line of words");
+  EXPECT_EQ(converted, "a rather long line of words");
+  EXPECT_EQ(Text("a\0b"sv).str(), "a\0b"sv);
+  EXPECT_EQ(Text().str(), "");
 }
 
 TEST(TextTest, ACopyIsTheSameObjectAndAnEqualTextIsNot) {
@@ -66,7 +91,7 @@ TEST(TextTest, PiecesArePresentTextsThatOutliveTheWhole) {
   }
   EXPECT_EQ(last.kind(), Value::Kind::text);
   EXPECT_EQ(last.view(), "a rather long second line");
-  EXPECT_EQ(last.split(' ')[2].view(), "long");
+  EXPECT_EQ(last.split(' ')[2], "long");
   EXPECT_TRUE(Text("").split('\n')[0]);
 }
 
@@ -128,12 +153,11 @@ TEST(TextTest, OnlyWellFormedUTF8BecomesAText) {
 
 TEST(TextTest, UTF8KeepsItsBytes) {
   EXPECT_EQ(Text::fromUTF8("Gr\xC3\xB6\xC3\x9F"
-                           "e \xF0\x9F\x8C\xA1")
-                .view(),
+                           "e \xF0\x9F\x8C\xA1"),
             "Gr\xC3\xB6\xC3\x9F"
             "e \xF0\x9F\x8C\xA1");
   EXPECT_TRUE(Text::fromUTF8(""));
-  EXPECT_EQ(Text::fromUTF8("a\0b"sv).view(), "a\0b"sv);
+  EXPECT_EQ(Text::fromUTF8("a\0b"sv), "a\0b"sv);
 }
 
 TEST(ArrayTest, AnAbsentArrayHasNoElements) {
@@ -148,10 +172,16 @@ TEST(ArrayTest, ElementsKeepOrderKindAndIdentity) {
   const Number number = Number::ofUInt64(7);
   const Array array({text, Value(), number, text});
   ASSERT_EQ(array.size(), 4u);
-  EXPECT_TRUE(array.elements()[0].isSame(text));
-  EXPECT_FALSE(array.elements()[1]);
-  EXPECT_TRUE(array.elements()[2].isSame(number));
-  EXPECT_TRUE(array.elements()[3].isSame(text));
+  EXPECT_TRUE(array[0].isSame(text));
+  EXPECT_FALSE(array[1]);
+  EXPECT_TRUE(array[2].isSame(number));
+  EXPECT_TRUE(array[3].isSame(text));
+  EXPECT_EQ(array.elements().size(), 4u);
+}
+
+TEST(ArrayTest, AnElementBeyondTheEndIsAbsent) {
+  EXPECT_FALSE(Array({Text("element")})[1]);
+  EXPECT_FALSE(Array()[0]);
 }
 
 TEST(DictionaryTest, AnAbsentDictionaryHasNoEntries) {
@@ -171,8 +201,8 @@ TEST(DictionaryTest, OfTwoEntriesWithOneKeyTheLaterIsKept) {
                                {Text("a"), later}});
   EXPECT_EQ(dictionary.size(), 3u);
   EXPECT_TRUE(dictionary.find("a").isSame(later));
-  EXPECT_EQ(dictionary.find("b").asText().view(), "b's");
-  EXPECT_EQ(dictionary.find("c").asText().view(), "c's");
+  EXPECT_EQ(dictionary.find("b").asText(), "b's");
+  EXPECT_EQ(dictionary.find("c").asText(), "c's");
 }
 
 TEST(DictionaryTest, KeysAreComparedByteForByte) {
@@ -182,10 +212,10 @@ TEST(DictionaryTest, KeysAreComparedByteForByte) {
                                {Text(""), Text("empty")},
                                {Text("a"), Text("lower")}});
   std::vector<std::string> keys;
-  for (const Dictionary::Entry& entry : dictionary.entries()) keys.emplace_back(entry.key.view());
+  for (const Dictionary::Entry& entry : dictionary) keys.emplace_back(entry.key.view());
   EXPECT_EQ(keys, (std::vector<std::string>{"", "Z", "a", std::string("a\0b", 3), "\xC3\xA4"}));
-  EXPECT_EQ(dictionary.find("a\0b"sv).asText().view(), "with NUL");
-  EXPECT_EQ(dictionary.find("").asText().view(), "empty");
+  EXPECT_EQ(dictionary.find("a\0b"sv).asText(), "with NUL");
+  EXPECT_EQ(dictionary.find("").asText(), "empty");
   EXPECT_FALSE(dictionary.find("A"));
 }
 
@@ -202,7 +232,7 @@ TEST(DictionaryTest, RandomEntriesAreThoseOfAPlainMap) {
     }
     const Dictionary dictionary(std::move(entries));
     std::map<std::string, int32_t> found;
-    for (const Dictionary::Entry& entry : dictionary.entries()) {
+    for (const Dictionary::Entry& entry : dictionary) {
       found[std::string(entry.key.view())] =
           dictionary.find(entry.key.view()).asNumber().int32Value();
     }

@@ -63,8 +63,8 @@ Shown runPasses(const BundledMachine& bundled, int passes) {
   Shown shown;
   for (int pass = 0; pass < passes; ++pass, machine->nextTick()) {
     engine.getSensorsInfo(record);
-    shown.temperatures.emplace(record->sensors_temperatureData().view());
-    shown.fans.emplace(record->sensors_fansData().view());
+    shown.temperatures.emplace(record->sensors_temperatureData().str());
+    shown.fans.emplace(record->sensors_fansData().str());
     shown.passesWithTraffic += record->diskIO_speedRead().float64Value() > 0 ? 1 : 0;
     shown.sensorCount = record->sensors().size();
     shown.fanCount = record->fans().size();
@@ -100,7 +100,7 @@ TEST(BundledMachines, HaveTheCoresOfTheirProcessors) {
   const auto machine = load(*findBundledMachine("M3 Max"));
   const ScopedMachine scope(*machine);
   HalvermonteSensorsEngine engine;
-  EXPECT_EQ(engine.askSytemInfoForProcessorName().view(), "Apple M3 Max");
+  EXPECT_EQ(engine.askSytemInfoForProcessorName(), "Apple M3 Max");
   EXPECT_EQ(engine.physicalCores(), 16);
   const auto record = std::make_shared<StatisticsData>();
   engine.getSensorsInfo(record);

@@ -32,14 +32,14 @@ TEST(DocumentedMachineFile, DoesWhatThePageSays) {
   HalvermonteSensorsEngine engine;
   const auto record = std::make_shared<StatisticsData>();
   engine.getSensorsInfo(record);
-  EXPECT_EQ(record->sensors_fans().view(), "Left\nRight\n");
-  EXPECT_EQ(record->sensors_temperatureMini().view(), "CPU Proximity\nBattery\nEnclosure\n");
+  EXPECT_EQ(record->sensors_fans(), "Left\nRight\n");
+  EXPECT_EQ(record->sensors_temperatureMini(), "CPU Proximity\nBattery\nEnclosure\n");
   machine->nextTick();
   engine.getSensorsInfo(record);
-  EXPECT_EQ(record->diskIO_speedReadText().view(), "2.5 MB/s");
+  EXPECT_EQ(record->diskIO_speedReadText(), "2.5 MB/s");
   machine->nextTick();
   engine.getSensorsInfo(record);
-  EXPECT_EQ(record->sensors_temperatureMini().view(), "CPU Proximity\n");
+  EXPECT_EQ(record->sensors_temperatureMini(), "CPU Proximity\n");
 }
 
 }  // namespace

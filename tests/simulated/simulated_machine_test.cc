@@ -243,22 +243,21 @@ Dictionary itemOf(const std::string& processor) {
   const Array report =
       foundation::propertyList(machine->outputOfCommand(kReportCommand).value()).asArray();
   EXPECT_EQ(report.size(), 1U);
-  const Array items = report.elements().at(0).asDictionary().find("_items").asArray();
+  const Array items = report[0].asDictionary().find("_items").asArray();
   EXPECT_EQ(items.size(), 1U);
-  return items.elements().at(0).asDictionary();
+  return items[0].asDictionary();
 }
 
 TEST(SimulatedProcessor, IsTheSingleItemOfAReport) {
   const Dictionary item = itemOf(R"({"chip_type": "Apple M1", "machine_name": "Notebook"})");
   EXPECT_EQ(item.size(), 2U);
-  EXPECT_EQ(item.find("chip_type").asText().view(), "Apple M1");
+  EXPECT_EQ(item.find("chip_type").asText(), "Apple M1");
   EXPECT_EQ(itemOf("{}").size(), 0U);
 }
 
 TEST(SimulatedProcessor, KeepsEveryCharacter) {
   const Dictionary item = itemOf(R"({"a<&>\"'": " <key>&amp;]]>\"' \t\r\n\u00e9\ud83d\ude00 "})");
-  EXPECT_EQ(item.find("a<&>\"'").asText().view(),
-            " <key>&amp;]]>\"' \t\r\n\xC3\xA9\xF0\x9F\x98\x80 ");
+  EXPECT_EQ(item.find("a<&>\"'").asText(), " <key>&amp;]]>\"' \t\r\n\xC3\xA9\xF0\x9F\x98\x80 ");
 }
 
 TEST(SimulatedProcessor, EscapesACarriageReturn) {

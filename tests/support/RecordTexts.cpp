@@ -32,7 +32,7 @@ std::string described(const Value& value) {
     case Value::Kind::absent:
       return "absent";
     case Value::Kind::text:
-      return '"' + std::string(value.asText().view()) + '"';
+      return '"' + std::string(value.asText().str()) + '"';
     case Value::Kind::number:
       return numberText(value.asNumber());
     case Value::Kind::date:
@@ -41,12 +41,12 @@ std::string described(const Value& value) {
       return "image";
     case Value::Kind::array: {
       std::string text = "[";
-      for (const Value& element : value.asArray().elements()) text += described(element) + ' ';
+      for (const Value& element : value.asArray()) text += described(element) + ' ';
       return text + ']';
     }
     case Value::Kind::dictionary: {
       std::string text = "{";
-      for (const Dictionary::Entry& entry : value.asDictionary().entries()) {
+      for (const Dictionary::Entry& entry : value.asDictionary()) {
         text += described(entry.key) + ": " + described(entry.value) + ' ';
       }
       return text + '}';

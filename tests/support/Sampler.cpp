@@ -28,9 +28,9 @@ Entries entriesOf(const Text& names, const Text& values) {
 
 Entries entriesOf(const Dictionary& dictionary) {
   Entries entries;
-  for (const Dictionary::Entry& entry : dictionary.entries()) {
+  for (const Dictionary::Entry& entry : dictionary) {
     EXPECT_EQ(entry.value.kind(), Value::Kind::text);
-    entries.emplace_back(entry.key.view(), entry.value.asText().view());
+    entries.emplace_back(entry.key.view(), entry.value.asText().str());
   }
   return entries;
 }
