@@ -118,7 +118,9 @@ std::string hintOf(Machine& machine, Offer offer) {
 
 Offer offerOf(Sampling& sampling) {
   const PassView& view = sampling.firstPass();
-  if (view.exception || !view.readings.empty()) return Offer::sensors;
+  const bool isEmpty =
+      view.temperatures.empty() && view.shortTemperatures.empty() && view.fans.empty();
+  if (view.exception || !isEmpty) return Offer::sensors;
   return sampling.machine().driveCount().value_or(0) > 0 ? Offer::drivesAlone : Offer::nothing;
 }
 

@@ -42,7 +42,9 @@ void readRecord(const std::shared_ptr<const StatisticsData>& record, PassView& v
   view.uptime = record->uptimeText().str();
   view.memoryUsed = record->summary_memoryUsedText().str();
   view.memoryTotal = record->summary_memoryTotalText().str();
-  view.readings = readingsOf(*record);
+  view.temperatures = temperatures(*record);
+  view.shortTemperatures = shortTemperatures(*record);
+  view.fans = fans(*record);
   view.disks = disksOf(*record);
 }
 

@@ -8,8 +8,8 @@
 #include <string>
 #include <vector>
 
+#include "halvermonte/Readings.hpp"
 #include "halvermonte/StatisticsData.hpp"
-#include "monitor/Readings.hpp"
 
 namespace halvermonte {
 
@@ -49,8 +49,10 @@ struct PassView {
   int32_t logicalCores = 1;
   std::string uptime;  ///< "3 d 4 h"; "" if it is not known
   std::string memoryUsed;
-  std::string memoryTotal;  ///< "" if it is not known
-  std::vector<Reading> readings;
+  std::string memoryTotal;                 ///< "" if it is not known
+  std::vector<Reading> temperatures;       ///< the full list
+  std::vector<Reading> shortTemperatures;  ///< the short list
+  std::vector<Reading> fans;
   DisksView disks;
   std::optional<ProcessUse> process;  ///< absent unless somebody asks for one
   std::chrono::steady_clock::duration cost{};

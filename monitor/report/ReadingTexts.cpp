@@ -6,10 +6,8 @@
 namespace halvermonte {
 namespace {
 
-bool names(const std::vector<Reading>& readings, Reading::Kind kind, const std::string& name) {
-  return std::ranges::any_of(readings, [&](const Reading& reading) {
-    return reading.kind == kind && reading.name == name;
-  });
+bool names(const std::vector<Reading>& list, const std::string& name) {
+  return std::ranges::find(list, name, &Reading::name) != list.end();
 }
 
 }  // namespace
@@ -24,15 +22,14 @@ std::string fanText(int32_t speed) {
   return speed == 0 ? "stopped" : std::to_string(speed) + " rpm";
 }
 
-std::vector<Temperature> temperatureRows(const std::vector<Reading>& readings) {
-  using Kind = Reading::Kind;
+std::vector<Temperature> temperatureRows(const std::vector<Reading>& fullList,
+                                         const std::vector<Reading>& shortList) {
   std::vector<Temperature> rows;
-  for (const Reading& reading : readings) {
-    if (reading.kind == Kind::temperature) {
-      rows.push_back({reading.name, reading.value, names(readings, Kind::mini, reading.name)});
-    } else if (reading.kind == Kind::mini && !names(readings, Kind::temperature, reading.name)) {
-      rows.push_back({reading.name, reading.value, true});
-    }
+  for (const Reading& reading : fullList) {
+    rows.push_back({reading.name, reading.number, names(shortList, reading.name)});
+  }
+  for (const Reading& reading : shortList) {
+    if (!names(fullList, reading.name)) rows.push_back({reading.name, reading.number, true});
   }
   std::ranges::stable_partition(rows, &Temperature::isMarked);
   return rows;

@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "monitor/Readings.hpp"
+#include "halvermonte/Readings.hpp"
 
 namespace halvermonte {
 
@@ -23,6 +23,7 @@ struct Temperature {
 };
 
 /// The full list, and what only the short list names; the marked ones come first.
-std::vector<Temperature> temperatureRows(const std::vector<Reading>& readings);
+std::vector<Temperature> temperatureRows(const std::vector<Reading>& fullList,
+                                         const std::vector<Reading>& shortList);
 
 }  // namespace halvermonte

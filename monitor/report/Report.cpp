@@ -8,7 +8,7 @@
 #include <string_view>
 #include <utility>
 
-#include "monitor/Readings.hpp"
+#include "halvermonte/Readings.hpp"
 #include "monitor/report/Columns.hpp"
 #include "monitor/report/ReadingTexts.hpp"
 #include "platform/Counted.hpp"
@@ -143,16 +143,11 @@ class Report {
     addGap();
     addHeading("Fans");
     size_t nameCells = 0;
-    for (const Reading& reading : view_.readings) {
-      if (reading.kind == Reading::Kind::fan) {
-        nameCells = std::max(nameCells, cells(shown(reading.name)));
-      }
-    }
+    for (const Reading& fan : view_.fans) nameCells = std::max(nameCells, cells(shown(fan.name)));
     std::vector<Line> rows;
-    for (const Reading& reading : view_.readings) {
-      if (reading.kind != Reading::Kind::fan) continue;
-      rows.push_back({{"  " + leftAligned(shown(reading.name), nameCells) +
-                       rightAligned(fanText(reading.value), 11)}});
+    for (const Reading& fan : view_.fans) {
+      rows.push_back({{"  " + leftAligned(shown(fan.name), nameCells) +
+                       rightAligned(fanText(fan.number), 11)}});
     }
     if (rows.empty()) return add(Line{{"  none"}});
     const Columns columns(std::move(rows), width());
@@ -188,7 +183,8 @@ class Report {
 
   void addTemperatures() {
     addGap();
-    const std::vector<Temperature> rows = temperatureRows(view_.readings);
+    const std::vector<Temperature> rows =
+        temperatureRows(view_.temperatures, view_.shortTemperatures);
     const bool isAnyMarked = !rows.empty() && rows.front().isMarked;
     const std::string legend = std::string("   ") + glyphs_.mark + " in the short list";
     add(Line{{"Temperatures", Ink::strong}, {isAnyMarked ? legend : "", Ink::faint}});

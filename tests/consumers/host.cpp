@@ -2,6 +2,7 @@
 // on any computer, so it checks what holds on all of them.
 #include <halvermonte/Exceptions.hpp>
 #include <halvermonte/HalvermonteSensorsEngine.hpp>
+#include <halvermonte/Readings.hpp>
 #include <halvermonte/StatisticsData.hpp>
 #include <iostream>
 #include <memory>
@@ -20,6 +21,9 @@ bool samples(HalvermonteSensorsEngine& engine) {
   }
   for (const auto& [name, value] : record->sensors()) {
     std::cout << name << ": " << value.asText() << '\n';
+  }
+  for (const auto& [name, number, unit] : fans(*record)) {
+    std::cout << name << ": " << number << ' ' << symbolOf(unit) << '\n';
   }
   std::cout << "read " << record->diskIO_readText() << '\n';
   return record->diskIO_activities().size() > 0 && record->diskIO_readText() &&

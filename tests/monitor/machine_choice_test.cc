@@ -136,8 +136,8 @@ TEST(MachineChoice, PassThatDecidesIsTheFirstThatIsShown) {
   machine.keys["TC0P"] = sp78(40);
   const Choice choice = chooseMachine(Options(), std::move(owned));
   machine.keys["TC0P"] = sp78(41);
-  EXPECT_EQ(choice.sampling->pass().readings.front().value, 40);
-  EXPECT_EQ(choice.sampling->pass().readings.front().value, 41);
+  EXPECT_EQ(choice.sampling->pass().temperatures.front().number, 40);
+  EXPECT_EQ(choice.sampling->pass().temperatures.front().number, 41);
   EXPECT_EQ(std::ranges::count(machine.asked, "drives"), 1) << "one engine";
 }
 

@@ -9,24 +9,20 @@ namespace halvermonte {
 namespace {
 
 using ::testing::ElementsAre;
-using Kind = Reading::Kind;
-
 // Each row as "name degrees", the marked ones with a star.
-std::vector<std::string> textsOf(const std::vector<Reading>& readings) {
+std::vector<std::string> textsOf(const std::vector<Temperature>& rows) {
   std::vector<std::string> texts;
-  for (const Temperature& row : temperatureRows(readings)) {
+  for (const Temperature& row : rows) {
     texts.push_back((row.isMarked ? "*" : "") + row.name + " " + std::to_string(row.degrees));
   }
   return texts;
 }
 
 TEST(TemperatureRows, NamesOfTheShortListAreMarkedAndComeFirst) {
-  const std::vector<Reading> readings = {
-      {Kind::temperature, "Bank", 30}, {Kind::temperature, "GPU", 50},
-      {Kind::temperature, "CPU", 60},  {Kind::mini, "CPU", 55},
-      {Kind::mini, "Battery", 31},     {Kind::mini, "GPU", 50},
-      {Kind::mini, "Battery", 32},     {Kind::fan, "Left", 1200}};
-  EXPECT_THAT(textsOf(readings),
+  const std::vector<Reading> fullList = {{"Bank", 30}, {"GPU", 50}, {"CPU", 60}};
+  const std::vector<Reading> shortList = {
+      {"CPU", 55}, {"Battery", 31}, {"GPU", 50}, {"Battery", 32}};
+  EXPECT_THAT(textsOf(temperatureRows(fullList, shortList)),
               ElementsAre("*GPU 50", "*CPU 60", "*Battery 31", "*Battery 32", "Bank 30"))
       << "the value of the full list is shown";
 }

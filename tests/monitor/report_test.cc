@@ -46,11 +46,14 @@ class ReportLines : public ::testing::Test {
     return {begin == lines.end() ? begin : begin + 1, std::find(begin, lines.end(), "")};
   }
 
-  void add(Reading::Kind kind, const std::string& name, int32_t value) {
-    view.readings.push_back({kind, name, value});
+  void addTemperature(const std::string& name, int32_t number) {
+    view.temperatures.push_back({name, number});
   }
-  void addTemperature(const std::string& name, int32_t value) {
-    add(Reading::Kind::temperature, name, value);
+  void addShortTemperature(const std::string& name, int32_t number) {
+    view.shortTemperatures.push_back({name, number});
+  }
+  void addFan(const std::string& name, int32_t number) {
+    view.fans.push_back({name, number, Unit::revolutionsPerMinute});
   }
   void addTemperatures(int count) {
     for (int i = 1; i <= count; ++i) addTemperature("Core " + std::to_string(i), i);
@@ -87,8 +90,8 @@ TEST_F(ReportLines, FactsGoOnInTheNextLineIfTheyDoNotFit) {
 }
 
 TEST_F(ReportLines, FansAreAlignedAndAStoppedOneSaysSo) {
-  add(Reading::Kind::fan, "Left", 1200);
-  add(Reading::Kind::fan, "Exhaust", 0);
+  addFan("Left", 1200);
+  addFan("Exhaust", 0);
   EXPECT_THAT(section("Fans"), ElementsAre("  Left      1200 rpm", "  Exhaust    stopped"));
 }
 
@@ -124,7 +127,7 @@ TEST_F(ReportLines, RatesAreNotShownBeforeTheSecondPass) {
 TEST_F(ReportLines, TemperaturesAreAlignedMarkedAndDrawn) {
   addTemperature("GPU", 104);
   addTemperature("CPU Core", 47);
-  add(Reading::Kind::mini, "CPU Core", 47);
+  addShortTemperature("CPU Core", 47);
   EXPECT_THAT(report(), Contains("Temperatures   • in the short list"));
   EXPECT_THAT(section("Temperatures"),
               ElementsAre("• CPU Core   47 °C  ━━━━━──────", "  GPU       104 °C  ━━━━━━━━━━─"));
@@ -145,7 +148,7 @@ TEST_F(ReportLines, FahrenheitIsForTemperaturesAlone) {
 
 TEST_F(ReportLines, IsAsciiWithoutUnicode) {
   addTemperature("Café", 47);
-  add(Reading::Kind::mini, "Café", 47);
+  addShortTemperature("Café", 47);
   view.disks.written.history = {0};
   style.unicode = false;
   const auto isAscii = [](const std::string& line) {
@@ -175,7 +178,7 @@ TEST_F(ReportLines, WhatHasNoPlaceIsCounted) {
 TEST_F(ReportLines, FitsEveryWindow) {
   addTemperatures(100);
   for (const char* fan : {"Left", "Right", "A fan with a long name"}) {
-    add(Reading::Kind::fan, fan, 1);
+    addFan(fan, 1);
   }
   for (style.columns = 1; style.columns < 130; style.columns += 9) {
     for (style.rows = 1; style.rows < 40; ++style.rows) {

@@ -53,8 +53,8 @@ TEST(Sampling, SimulatedMachineMovesOnBeforeEachPassButTheFirst) {
   auto machine = machineOf(tickOfKeys(R"("TC0P": {"type": "sp78", "value": 40})") + "," +
                            tickOfKeys(R"("TC0P": {"type": "sp78", "value": 41})"));
   Sampling sampling({.machine = std::move(machine)});
-  EXPECT_EQ(sampling.pass().readings.front().value, 40);
-  EXPECT_EQ(sampling.pass().readings.front().value, 41);
+  EXPECT_EQ(sampling.pass().temperatures.front().number, 40);
+  EXPECT_EQ(sampling.pass().temperatures.front().number, 41);
 }
 
 TEST(Sampling, MachineThatSaysNothingAboutItselfLeavesTheHostsProperties) {
@@ -79,7 +79,7 @@ TEST(Sampling, ExceptionEndsThatPassAlone) {
   Sampling sampling({.machine = std::make_unique<ForgetfulComputer>()});
   EXPECT_THAT(sampling.pass().exception, Optional(HasSubstr("index")));
   EXPECT_EQ(sampling.pass().exception, std::nullopt);
-  EXPECT_EQ(sampling.view().readings.front().name, "Gas Gauge Battery");
+  EXPECT_EQ(sampling.view().temperatures.front().name, "Gas Gauge Battery");
 }
 
 TEST(Sampling, PassMadeAheadOfTimeIsReturnedOnce) {
@@ -87,12 +87,12 @@ TEST(Sampling, PassMadeAheadOfTimeIsReturnedOnce) {
   TestMachine& machine = *owned;
   machine.keys["TC0P"] = sp78(40);
   Sampling sampling({.machine = std::move(owned)});
-  EXPECT_EQ(sampling.firstPass().readings.front().value, 40);
+  EXPECT_EQ(sampling.firstPass().temperatures.front().number, 40);
   EXPECT_FALSE(sampling.hasPassed());
   machine.keys["TC0P"] = sp78(41);
-  EXPECT_EQ(sampling.pass().readings.front().value, 40);
+  EXPECT_EQ(sampling.pass().temperatures.front().number, 40);
   EXPECT_EQ(sampling.view().number, 0U);
-  EXPECT_EQ(sampling.pass().readings.front().value, 41);
+  EXPECT_EQ(sampling.pass().temperatures.front().number, 41);
   EXPECT_EQ(sampling.view().number, 1U);
 }
 
