@@ -4,8 +4,10 @@
 #include <cmath>
 #include <cstdio>
 #include <optional>
+#include <string_view>
 #include <utility>
 
+#include "halvermonte/StatisticsData.hpp"
 #include "halvermonte/Values.hpp"
 #include "monitor/json/IsoDate.hpp"
 #include "platform/UTF8.hpp"
