@@ -7,6 +7,7 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <variant>
 
 #include "monitor/Failure.hpp"
 #include "tests/simulated/MachineTexts.hpp"
