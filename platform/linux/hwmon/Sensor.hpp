@@ -33,7 +33,7 @@ class Sensor {
   };
 
   Sensor(std::shared_ptr<SourceReader> reader, Traits traits)
-      : reader_(std::move(reader)), traits_(traits) {}
+      : reader_(std::move(reader)), traits_(std::move(traits)) {}
   Sensor(const Sensor&) = delete;
   Sensor& operator=(const Sensor&) = delete;
   /// Does not wait for a read that is under way.
