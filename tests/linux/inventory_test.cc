@@ -127,11 +127,15 @@ TEST(Inventory, IsInTheOrderOfTheHardware) {
   addChip(tree, 1, "later", "platform/chip.2", {{"temp1", "31000"}});
   addChip(tree, 2, "sooner", "platform/chip.2", {{"temp1", "31000"}});
   addChip(tree, 3, "k10temp", "pci0000:00/0000:00:18.3", {{"temp1", "31000"}});
-  addChip(tree, 4, "early", "platform/chip.2", {{"temp1", "31000"}});
+  addChip(tree, 10, "early", "platform/chip.2", {{"temp1", "31000", "second"}});
+  addChip(tree, 4, "early", "platform/chip.2", {{"temp1", "31000", "first"}});
   LinuxMachine machine(tree.roots());
   std::vector<std::string> drivers;
-  for (const SensorListing& each : machine.inventory()) drivers.push_back(each.driver);
-  EXPECT_THAT(drivers, ::testing::ElementsAre("early", "later", "sooner", "k10temp", "nvme"));
+  for (const SensorListing& each : machine.inventory()) {
+    drivers.push_back(each.driver + each.label);
+  }
+  EXPECT_THAT(drivers, ::testing::ElementsAre("earlyfirst", "earlysecond", "later", "sooner",
+                                              "k10temp", "nvme"));
 }
 
 TEST(Inventory, LimitOfAProcessorIsListedWhateverItsNumber) {

@@ -30,8 +30,8 @@ std::string wholeModel(SystemCalls& calls, const std::string& device) {
 
 std::string scsiModel(SystemCalls& calls, const std::string& device) {
   const std::string vendor = trimmedTextOf(calls, device + "/vendor");
-  const std::string model = printableWords(trimmedTextOf(calls, device + "/model"));
-  if (vendor.empty() || model.empty()) return model;
+  std::string model = printableWords(trimmedTextOf(calls, device + "/model"));
+  if (model.empty()) return model;
   if (vendor != "ATA") return printableWords(vendor) + " " + model;
   const std::string whole = wholeModel(calls, device);
   return whole.starts_with(model) ? whole : model;
