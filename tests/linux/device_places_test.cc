@@ -33,10 +33,9 @@ std::vector<std::string> namesOfTwo(const std::string& driver, const std::string
 
 TEST(DevicePlaces, OnUsbAreThePortsUpToTheDevice) {
   const std::string bus = "pci0000:00/0000:00:14.0/usb3/";
-  EXPECT_THAT(
-      namesOfTwo("newcooler", bus + "3-4/3-4.2/3-4.2:1.0/0003:1B1C:0C10.0001",
-                 bus + "3-4/3-4.3/3-4.3:1.0/0003:1B1C:0C10.0002"),
-      ElementsAre("newcooler Sensor 1 (00:14.0 USB 4.2)", "newcooler Sensor 1 (00:14.0 USB 4.3)"));
+  EXPECT_THAT(namesOfTwo("lm75", bus + "3-4/3-4.2/3-4.2:1.0/0003:1B1C:0C10.0001",
+                         bus + "3-4/3-4.3/3-4.3:1.0/i2c-12/12-0048"),
+              ElementsAre("lm75 Sensor 1 (00:14.0 USB 4.2)", "lm75 Sensor 1 (00:14.0 USB 4.3)"));
 }
 
 TEST(DevicePlaces, OnI2CAreTheAdaptersAndTheAddress) {

@@ -76,11 +76,26 @@ TEST(SensorLabels, AreOneLineOfPrintableTextInTheList) {
   EXPECT_EQ(label("temp4_input"), std::string(80, 'x'));
 }
 
+TEST(SensorLabels, OfFuelGaugesAreTheBattery) {
+  EXPECT_EQ(nameOf("max170xx_battery", "temp"), "Battery");
+  EXPECT_EQ(nameOf("qcom_battmgr_bat", "ambient temp"), "Battery Ambient");
+}
+
+TEST(SensorLabels, OfAsusBoardsNameTheMaker) {
+  EXPECT_EQ(nameOf("asus", ""), "ASUS Sensor 1");
+  EXPECT_EQ(nameOf("atk0110", "MB Temperature"), "ASUS MB");
+}
+
 TEST(SensorLabels, ModelsArePrintable) {
   Tree tree;
   addChip(tree, 0, "nvme", "pci0000:00/0000:00:1d.0/nvme/nvme0", {{"temp1", "31000"}});
   tree.write("sys/devices/pci0000:00/0000:00:1d.0/nvme/nvme0/model", " A\xc3\x01  Model \x7f  \n");
   EXPECT_EQ(nameIn(tree), "A?? Model ?");
+  const std::string longest = "A Model That Has All The Forty Characters";
+  tree.write("sys/devices/pci0000:00/0000:00:1d.0/nvme/nvme0/model", longest.substr(0, 40) + "\n");
+  EXPECT_EQ(nameIn(tree), longest.substr(0, 40));
+  tree.write("sys/devices/pci0000:00/0000:00:1d.0/nvme/nvme0/model", longest + "\n");
+  EXPECT_EQ(nameIn(tree), "A Model That Has All The Forty");
 }
 
 TEST(SensorLabels, DriveMayLackItsVendorOrItsModel) {

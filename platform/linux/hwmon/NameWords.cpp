@@ -62,7 +62,7 @@ std::string spelledWords(std::string_view text) {
 }  // namespace
 
 std::string printableWords(std::string_view text) {
-  std::string result(trimmed(text));
+  std::string result(text);
   std::replace_if(
       result.begin(), result.end(),
       [](char character) { return character < ' ' || character > '~'; }, '?');

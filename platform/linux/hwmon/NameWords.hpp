@@ -16,7 +16,7 @@ std::string wordsOfZone(std::string_view driver);
 /// The number at the end of the text. "" if there is none.
 std::string numberAtEnd(std::string_view text);
 
-/// The text, trimmed, with "?" for each character that is not printable ASCII.
+/// The text with "?" for each character that is not printable ASCII.
 std::string printableWords(std::string_view text);
 
 }  // namespace halvermonte::linuxos
