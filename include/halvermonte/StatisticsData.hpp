@@ -1,10 +1,10 @@
 // StatisticsData: the record that the host application owns, fills and reads, and that a pass of
 // the engine fills with temperatures, fans and disk throughput.
 //
-// Its properties and their units stand in properties.def. Each has a getter of the property's name (hostName()) and
-// a setter (setHostName(value)). Any thread may call any of them: a property is read and written as
-// a whole, and a reader gets its own reference. Nothing makes several properties consistent
-// together.
+// Its properties and their units stand in properties.def. Each has a getter of the property's name
+// (hostName()) and a setter (setHostName(value)). Any thread may call any of them: a property is
+// read and written as a whole, and a reader gets its own reference. Nothing makes several
+// properties consistent together.
 #pragma once
 
 #include <cstdint>
