@@ -1,7 +1,9 @@
 // HalvermonteSensorsEngine: samples the computer's sensors and disk traffic into a host's record.
 //
 // A host makes one engine and hands it a record on each tick. The engine has no lock and no thread:
-// its passes must not overlap. The record's properties may be read from any thread meanwhile.
+// its passes must not overlap. The record's properties may be read from any thread meanwhile. On
+// Linux, sensors that take long are read on threads of the library, which handle no signals and for
+// which neither a pass nor the end of the program waits.
 #pragma once
 
 #include <cstdint>
