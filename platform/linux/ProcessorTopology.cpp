@@ -72,6 +72,10 @@ size_t ProcessorTopology::packageOfDie(size_t die) const {
   return die < packagesOfDies_.size() ? packagesOfDies_[die] : die;
 }
 
+bool ProcessorTopology::isFirstOfPackage(size_t die) const {
+  return die == 0 || packageOfDie(die - 1) != packageOfDie(die);
+}
+
 std::optional<ProcessorTopology::Core> ProcessorTopology::core(size_t package,
                                                                int64_t number) const {
   const auto found = cores_.find({package, number});

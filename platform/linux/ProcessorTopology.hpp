@@ -25,6 +25,7 @@ class ProcessorTopology {
   /// The package of a die, of which those of all packages are counted on. If the die is unknown,
   /// each package has one.
   size_t packageOfDie(size_t die) const;
+  bool isFirstOfPackage(size_t die) const;
 
   struct Core {
     bool isEfficient = false;  ///< a small core of a hybrid processor

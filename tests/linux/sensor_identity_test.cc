@@ -182,6 +182,26 @@ TEST(SensorIdentity, KeyIsTheSameInEveryRelease) {
   EXPECT_EQ(machine.sensorNames()[0].key, "wbNN") << "other keys break recordings and dashboards";
 }
 
+TEST(SensorIdentity, BuiltInKeyIsThatOfAPlaceInTheProcessor) {
+  Tree tree;
+  addChip(tree, 0, "coretemp", "platform/coretemp.0", {{"temp2", "41000", "Core 0"}});
+  addChip(tree, 1, "coretemp", "platform/coretemp.1", {{"temp2", "42000", "Core 0"}});
+  addChip(tree, 2, "ibmpowernv", "platform/opal", {{"temp1", "43000", "CPU Core 1"}});
+  for (const char* processor : {"cpu0", "cpu1"}) {
+    const std::string topology = "sys/devices/system/cpu/" + std::string(processor) + "/topology/";
+    tree.write(topology + "physical_package_id", "0\n");
+    tree.write(topology + "die_id", std::string(1, processor[3]) + "\n");
+  }
+  const Sensors all = sensorsOf(tree);
+  EXPECT_EQ(all.at("41000").first, "TC1C");
+  EXPECT_THAT(shown(tree), ElementsAre(Pair("CPU Core 1", 41), Pair("CPU Core 1 (coretemp.1)", 42),
+                                       Pair("CPU Core 1 (opal)", 43)));
+  tree.remove("sys/class/hwmon/hwmon0");
+  const Sensors left = sensorsOf(tree);
+  EXPECT_EQ(left.at("42000").first, all.at("42000").first) << "the second die's";
+  EXPECT_EQ(left.at("43000").first, all.at("43000").first) << "the firmware's";
+}
+
 TEST(SensorIdentity, SensorThatIsFoundLaterIsShownByTheNextEngine) {
   Tree tree;
   addChip(tree, 0, "lm75", "pci0000:00/i2c-1/1-0048", {{"temp1", "30000"}});

@@ -93,7 +93,7 @@ TEST(TemperatureNames, DiesOfAPackageFollowTheProcessorsOwnCount) {
   EXPECT_THAT(
       shown(tree),
       ElementsAre(Pair("CPU 2 Core 1 (coretemp.2)", 43), Pair("CPU 2 Core 1 (coretemp.3)", 44),
-                  Pair("CPU Core 1 (coretemp.0)", 41), Pair("CPU Core 1 (coretemp.1)", 42)));
+                  Pair("CPU Core 1", 41), Pair("CPU Core 1 (coretemp.1)", 42)));
 }
 
 TEST(TemperatureNames, AmdsControlValueIsNotThePackageIfTheDieIsKnown) {

@@ -85,6 +85,7 @@ class Assigner {
     for (FoundSensor& sensor : sensors) {
       if (accepts(sensor)) shown.push_back(&sensor);
     }
+    for (NamedTemperature& temperature : temperatures_) addBuiltInKey(temperature);
     addKeys(shown);
     names_.separate(temperatures_);
     for (size_t i = 0; i < shown.size(); ++i) finish(*shown[i], temperatures_[i]);
@@ -138,7 +139,7 @@ class Assigner {
     // A Mac's cores come from one source.
     if (hasKernelCores_ && builtIn->second.starts_with("CPU Core ")) return;
     // The engine shows one reading for each name.
-    if (!controllerNames_.insert(builtIn->second).second) return;
+    if (!takenNames_.insert(builtIn->second).second) return;
     temperature = {.chip = sensor.chip,
                    .channel = sensor.channel,
                    .key = key,
@@ -151,6 +152,17 @@ class Assigner {
                                 ? std::string(trimmed(sensor.channel->label))
                                 : keyOf(facts_.deviceTree, *sensor.chip, *sensor.channel);
     return isKey(key) ? key : "";
+  }
+
+  /// A processor's sensor has the built-in key of its name, unless the controller has that itself.
+  void addBuiltInKey(NamedTemperature& temperature) {
+    if (!temperature.key.empty() || !names_.mayBeBuiltIn(temperature)) return;
+    for (const BuiltInKeyRow& row : builtInKeyRows()) {
+      if (row.isAlias || row.name != temperature.name()) continue;
+      if (!takenNames_.insert(row.name).second) return;
+      temperature.key = row.key;
+      temperature.isFixed = true;
+    }
   }
 
   /// Adds the keys that sensors do not have of their own. Their order is that of the identities, so
@@ -175,9 +187,7 @@ class Assigner {
     sensor.isBuiltIn = temperature.isFixed;
     if (temperature.isFixed) return;
     for (const BuiltInKeyRow& row : builtInKeyRows()) {
-      if (row.name != sensor.name) continue;
-      (row.isAlias ? sensor.alias : sensor.key) = row.key;
-      sensor.isBuiltIn = !row.isAlias;
+      if (row.isAlias && row.name == sensor.name) sensor.alias = row.key;
     }
   }
 
@@ -186,8 +196,8 @@ class Assigner {
   std::map<std::string_view, std::string_view> builtInNames_;
   bool hasKernelCores_ = false;
   std::vector<NamedTemperature> temperatures_;
-  std::set<std::string> keys_;  ///< given so far, without those that a pass reads
-  std::set<std::string_view> controllerNames_;
+  std::set<std::string> keys_;             ///< given so far, without those that a pass reads
+  std::set<std::string_view> takenNames_;  ///< by built-in keys
 };
 
 }  // namespace

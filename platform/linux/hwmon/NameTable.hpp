@@ -30,6 +30,10 @@ inline constexpr std::string_view kSomeWireless = "(wireless)";
 /// The drivers of a Mac's own controller.
 inline constexpr std::string_view kControllers = "applesmc|macsmc_hwmon";
 
+/// The drivers of processors, whose sensors have built-in keys.
+inline constexpr std::string_view kProcessors =
+    "coretemp|via_cputemp|k10temp|zenpower|cpu_thermal|cpu";
+
 /// A sensor's built-in key. The engine has the same name for it on every processor.
 struct BuiltInKeyRow {
   std::string_view name;  ///< as the rows above make it

@@ -41,7 +41,9 @@ int64_t coreNumber(const Channel& channel) {
 ProcessorPlaces::Node ProcessorPlaces::node() const {
   if (matches(kAMD, chip_.kind)) return nodeOfAMD();
   if (chip_.kind == "coretemp") {  // on "platform/coretemp.1"
-    return {.package = topology_.packageOfDie(numberOr0(chip_.device))};
+    const size_t die = numberOr0(chip_.device);
+    return {.package = topology_.packageOfDie(die),
+            .die = topology_.isFirstOfPackage(die) ? size_t{0} : size_t{1}};
   }
   const std::string_view driver = chip_.driver;  // "peci_cputemp.cpu1.30"
   const std::string_view rest = driver.substr(std::min(driver.find(".cpu"), driver.size()));

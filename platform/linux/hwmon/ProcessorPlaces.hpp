@@ -26,6 +26,8 @@ class ProcessorPlaces {
   std::string processor() const;
   /// "Package" or, if the socket has several dies with a chip each, "Die 2".
   std::string die() const;
+  /// Whether it is the only die of its package, or the first one.
+  bool isFirstDie() const { return node().die == 0; }
   /// "Core 3", or "Efficiency Core 3" for a small core of a hybrid processor.
   std::string core(const Channel& channel) const;
 

@@ -178,6 +178,11 @@ bool TemperatureNames::describe(NamedTemperature& temperature) const {
   return true;
 }
 
+bool TemperatureNames::mayBeBuiltIn(const NamedTemperature& temperature) const {
+  return matches(kProcessors, temperature.chip->kind) &&
+         ProcessorPlaces(topology_, chips_, *temperature.chip).isFirstDie();
+}
+
 void TemperatureNames::separate(std::vector<NamedTemperature>& temperatures) const {
   numberWithinChips(temperatures);
   const DevicesInNeed devices = devicesWithSharedNames(temperatures);

@@ -36,6 +36,10 @@ class TemperatureNames {
   /// Sets subject and sensor from the table. Returns false if the sensor is never shown.
   bool describe(NamedTemperature& temperature) const;
 
+  /// Whether the sensor may have the built-in key of its name. If a processor's package has several
+  /// dies with a chip each, only the first one's sensors may.
+  bool mayBeBuiltIn(const NamedTemperature& temperature) const;
+
   /// Makes the names different from one another.
   void separate(std::vector<NamedTemperature>& temperatures) const;
 
