@@ -7,7 +7,7 @@ namespace {
 using halvermonte::test::StandIn;
 using halvermonte::test::StandInDevice;
 
-constexpr int kUninitialised = 1, kInvalidArgument = 2, kNotFound = 6, kVersionMismatch = 25;
+enum Code { kUninitialised = 1, kInvalidArgument = 2, kNotFound = 6, kVersionMismatch = 25 };
 
 StandIn state;
 
