@@ -71,7 +71,7 @@ struct ManagementLibrary::Functions {
   int (*shutDown)() = nullptr;
   int (*findDevice)(const char* address, void** device) = nullptr;
   int (*readTemperature)(void* device, int sensor, unsigned* degrees) = nullptr;
-  int (*readFan)(void* device, FanSpeed* speed) = nullptr;  ///< null in older libraries
+  int (*readFan)(void* device, void* fanSpeed) = nullptr;  ///< null in older libraries
 
   /// Returns false if a function is missing that every reading needs. A library without the first
   /// one is too old: the function that it has instead may wake devices.

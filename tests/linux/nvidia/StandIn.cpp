@@ -63,8 +63,9 @@ EXPORTED int nvmlDeviceGetTemperature(void* handle, int sensor, unsigned* degree
 }
 
 #ifndef STAND_IN_HAS_NO_FAN_SPEEDS
-EXPORTED int nvmlDeviceGetFanSpeedRPM(void* handle, FanSpeed* speed) {
+EXPORTED int nvmlDeviceGetFanSpeedRPM(void* handle, void* fanSpeed) {
   if (!isInitialised()) return kUninitialised;
+  auto* const speed = static_cast<FanSpeed*>(fanSpeed);
   if (speed->version != 0x100000c) return kVersionMismatch;
   if (speed->fan != 0) return kInvalidArgument;
   const auto& device = *static_cast<const StandInDevice*>(handle);
