@@ -49,7 +49,7 @@ void setIdentities(std::vector<FoundSensor>& sensors) {
   }
 }
 
-/// Four letters and digits. The first one is no capital, as those of the built-in keys and of a
+/// Four letters and digits. The first one is not a capital, as those of the built-in keys and of a
 /// Mac's controller are. The text alone decides: keys must not change from release to release.
 std::string hashedKey(std::string_view text) {
   constexpr std::string_view kCharacters =
