@@ -46,6 +46,9 @@ std::optional<std::string> outputOfCommand(const std::string& command);
 /// absent if the bytes are not a property list.
 Value propertyList(std::string_view bytes);
 
+/// Prints one line on standard output.
+void print(const std::string& line);
+
 /// Writes one line to the system's log.
 void log(std::string_view line);
 

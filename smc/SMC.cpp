@@ -4,10 +4,12 @@
 
 #include <IOKit/IOKitLib.h>
 
+#include <array>
 #include <bit>
 #include <cstdio>
 #include <cstring>
 
+#include "platform/Foundation.hpp"
 #include "platform/IOOwned.hpp"
 #include "platform/MainPort.hpp"
 #include "smc/ParameterRecord.hpp"
@@ -16,18 +18,24 @@ using halvermonte::IOOwned;
 
 namespace {
 
+void printFailure(const char* call, kern_return_t code) {
+  std::array<char, 64> line;
+  std::snprintf(line.data(), line.size(), "Error: %s() = %08x", call, static_cast<unsigned>(code));
+  halvermonte::foundation::print(line.data());
+}
+
 /// The first matching service, or 0 after a line that says why there is none.
 io_service_t firstSMCService() {
   io_iterator_t iterator = 0;
   const kern_return_t matched = IOServiceGetMatchingServices(
       halvermonte::mainPort(MACH_PORT_NULL), IOServiceMatching("AppleSMC"), &iterator);
   if (matched != KERN_SUCCESS) {
-    std::printf("Error: IOServiceGetMatchingServices() = %08x\n", static_cast<unsigned>(matched));
+    printFailure("IOServiceGetMatchingServices", matched);
     return 0;
   }
   const IOOwned services(iterator);
   const io_service_t service = IOIteratorNext(services.get());
-  if (service == 0) std::puts("Error: no SMC found");
+  if (service == 0) halvermonte::foundation::print("Error: no SMC found");
   return service;
 }
 
@@ -38,7 +46,7 @@ int SMCOpen(uint32_t* conn) {
   if (!service) return 1;
   const kern_return_t opened = IOServiceOpen(service.get(), mach_task_self(), 0, conn);
   if (opened != KERN_SUCCESS) {
-    std::printf("Error: IOServiceOpen() = %08x\n", static_cast<unsigned>(opened));
+    printFailure("IOServiceOpen", opened);
     return 1;
   }
   return 0;

@@ -2,6 +2,8 @@
 
 #import <Foundation/Foundation.h>
 
+#include <cstdio>
+
 #include "platform/apple/Bridging.hpp"
 #include "platform/apple/Guard.h"
 
@@ -70,6 +72,8 @@ Value propertyList(std::string_view bytes) {
                     format:nullptr
                      error:nullptr]);
 }
+
+void print(const std::string& line) { std::puts(line.c_str()); }
 
 void log(std::string_view line) { NSLog(@"%@", stringOf(line)); }
 

@@ -17,6 +17,7 @@
 #include <cstdio>
 #include <ctime>
 
+#include "platform/portable/KeptLines.hpp"
 #include "platform/portable/Machine.hpp"
 
 namespace halvermonte {
@@ -55,7 +56,12 @@ std::optional<std::string> outputOfCommand(const std::string& command) {
   return Machine::current().outputOfCommand(command);
 }
 
+void print(const std::string& line) {
+  if (!KeptLines::keep(line)) std::puts(line.c_str());
+}
+
 void log(std::string_view line) {
+  if (KeptLines::keep(line)) return;
   using std::chrono::system_clock;
   const auto now = system_clock::now();
   const std::time_t seconds = system_clock::to_time_t(now);

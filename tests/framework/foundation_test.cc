@@ -71,6 +71,13 @@ TEST(AnyFoundationTest, BytesThatAreNoPropertyListAreNoList) {
   EXPECT_EQ(foundation::propertyList(kList.substr(0, 100)).asArray().size(), 0u);
 }
 
+TEST(AnyFoundationTest, APrintedLineGoesToStandardOutput) {
+  testing::internal::CaptureStdout();
+  foundation::print("a missing service %@ %s é");
+  std::fflush(stdout);
+  EXPECT_EQ(testing::internal::GetCapturedStdout(), "a missing service %@ %s é\n");
+}
+
 TEST(AnyFoundationTest, ALogLineGoesToStandardError) {
   testing::internal::CaptureStderr();
   foundation::log("a drive went away %@ %s é");
