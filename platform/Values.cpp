@@ -20,7 +20,7 @@ struct Text::Whole {
 };
 
 struct Text::Pieces {
-  Reference parent;
+  std::string storage;  ///< the whole text, with a NUL in place of each separator
   std::vector<Content> contents;
 };
 
@@ -40,17 +40,18 @@ std::ostream& operator<<(std::ostream& stream, const Text& text) { return stream
 
 std::vector<Text> Text::split(char separator) const {
   auto pieces = std::make_shared<Pieces>();
-  pieces->parent = object_;
-  const std::string_view whole = view();
+  pieces->storage = str();
+  std::string& whole = pieces->storage;
   const auto separators = std::count(whole.begin(), whole.end(), separator);
   pieces->contents.reserve(static_cast<size_t>(separators) + 1);
   for (size_t start = 0;;) {
     const size_t end = whole.find(separator, start);
     Content piece;
     piece.kind = Kind::text;
-    piece.characters = whole.substr(start, end - start);
+    piece.characters = std::string_view(whole).substr(start, end - start);
     pieces->contents.push_back(piece);
-    if (end == std::string_view::npos) break;
+    if (end == std::string::npos) break;
+    whole[end] = '\0';
     start = end + 1;
   }
   std::vector<Text> texts;

@@ -88,7 +88,8 @@ class HALVERMONTE_EXPORT Text : public Value {
   /// Absent if the bytes are not well-formed UTF-8.
   static Text fromUTF8(std::string_view bytes);
 
-  /// The characters. The view is valid as long as any handle to this object is.
+  /// The characters, followed by a NUL if the text is present. The view is valid as long as any
+  /// handle to this object is.
   std::string_view view() const& noexcept { return characters(); }
   std::string_view view() const&& = delete;
 

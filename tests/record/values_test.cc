@@ -95,6 +95,16 @@ TEST(TextTest, PiecesArePresentTextsThatOutliveTheWhole) {
   EXPECT_TRUE(Text("").split('\n')[0]);
 }
 
+TEST(TextTest, ANulFollowsTheCharactersOfTextsAndPieces) {
+  const Text whole(std::string_view("one,two,").substr(0, 7));
+  EXPECT_STREQ(whole.view().data(), "one,two");
+  const std::vector<Text> pieces = whole.split(',');
+  ASSERT_EQ(pieces.size(), 2U);
+  EXPECT_STREQ(pieces[0].view().data(), "one");
+  EXPECT_STREQ(pieces[1].view().data(), "two");
+  EXPECT_EQ(whole.view(), "one,two") << "is not changed by the splitting";
+}
+
 /// Whether the bytes are one code point in its shortest form, and no surrogate: the definition,
 /// decoded bit by bit.
 bool isOneCodePoint(std::string_view bytes) {
