@@ -45,7 +45,7 @@ class ManySensors {
   ManySensors& operator=(const ManySensors&) = delete;
   ~ManySensors() { fs::remove_all(root_); }
 
-  LinuxRoots roots() const { return {root_ / "sys", root_ / "proc", root_ / "etc"}; }
+  ComputerFolders roots() const { return {root_ / "sys", root_ / "proc", root_ / "etc"}; }
   const std::vector<fs::path>& inputs() const { return inputs_; }
 
  private:

@@ -3,7 +3,7 @@
 #include <string>
 
 #include "catalogue/Tables.hpp"
-#include "platform/simulated/SimulatedMachine.hpp"
+#include "halvermonte/SimulatedMachine.hpp"
 
 namespace halvermonte {
 namespace {

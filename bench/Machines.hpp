@@ -12,7 +12,7 @@
 #include <vector>
 
 #include "bench/Allocations.hpp"
-#include "platform/portable/Machine.hpp"
+#include "halvermonte/Machine.hpp"
 
 namespace halvermonte {
 

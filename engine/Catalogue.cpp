@@ -6,6 +6,7 @@
 
 #include "catalogue/BuiltInNames.hpp"
 #include "catalogue/Tables.hpp"
+#include "halvermonte/MachineAnswers.hpp"
 #include "platform/Foundation.hpp"
 
 namespace halvermonte {

@@ -6,6 +6,7 @@
 #include <string_view>
 #include <vector>
 
+#include "halvermonte/MachineAnswers.hpp"
 #include "halvermonte/Values.hpp"
 #include "platform/SensorNames.hpp"
 

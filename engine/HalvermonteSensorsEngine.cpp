@@ -1,4 +1,5 @@
 #include "halvermonte/HalvermonteSensorsEngine.hpp"
+
 #include <CoreFoundation/CoreFoundation.h>
 
 #include <IOKit/IOKitLib.h>
@@ -19,6 +20,7 @@
 #include "engine/Steadying.hpp"
 #include "engine/TemperatureLists.hpp"
 #include "halvermonte/HIDSensors.h"
+#include "halvermonte/MachineAnswers.hpp"
 #include "halvermonte/SMC.h"
 #include "platform/CFOwned.hpp"
 #include "platform/MainPort.hpp"

@@ -3,7 +3,7 @@
 
 #include <string>
 
-#include "platform/portable/Machine.hpp"
+#include "halvermonte/Machine.hpp"
 
 namespace halvermonte {
 

@@ -2,7 +2,7 @@
 #include <string_view>
 
 #include "fuzz/Passes.hpp"
-#include "platform/simulated/SimulatedMachine.hpp"
+#include "halvermonte/SimulatedMachine.hpp"
 
 using namespace halvermonte;
 

@@ -9,10 +9,10 @@
 
 #include "engine/EngineState.hpp"
 #include "halvermonte/HalvermonteSensorsEngine.hpp"
+#include "halvermonte/Machine.hpp"
 #include "halvermonte/SMC.h"
 #include "halvermonte/StatisticsData.hpp"
 #include "platform/portable/LiveCounters.hpp"
-#include "platform/portable/Machine.hpp"
 
 namespace halvermonte {
 

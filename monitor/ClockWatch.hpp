@@ -3,7 +3,7 @@
 
 #include <chrono>
 
-#include "platform/portable/Machine.hpp"
+#include "halvermonte/Machine.hpp"
 
 namespace halvermonte {
 

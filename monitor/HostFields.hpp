@@ -1,8 +1,8 @@
 // The record's properties that a host fills from what a machine says about itself.
 #pragma once
 
+#include "halvermonte/MachineAnswers.hpp"
 #include "halvermonte/StatisticsData.hpp"
-#include "platform/portable/HostFacts.hpp"
 
 namespace halvermonte {
 

@@ -8,15 +8,15 @@
 #include <string_view>
 #include <utility>
 
+#include "halvermonte/BundledMachines.hpp"
+#include "halvermonte/MachineAnswers.hpp"
+#include "halvermonte/MachineFileError.hpp"
+#include "halvermonte/MachineRecorder.hpp"
+#include "halvermonte/SimulatedMachine.hpp"
+#include "halvermonte/ThisComputer.hpp"
 #include "monitor/Failure.hpp"
 #include "monitor/Line.hpp"
 #include "monitor/PassView.hpp"
-#include "platform/linux/LinuxMachine.hpp"
-#include "platform/portable/Inventory.hpp"
-#include "platform/simulated/BundledMachines.hpp"
-#include "platform/simulated/MachineFileError.hpp"
-#include "platform/simulated/MachineRecorder.hpp"
-#include "platform/simulated/SimulatedMachine.hpp"
 
 namespace halvermonte {
 
@@ -76,12 +76,10 @@ std::unique_ptr<Machine> named(const std::string& name) {
 
 /// This computer, or the folders that the options name in its place.
 std::unique_ptr<Machine> computerOf(const Options& options) {
-  if (!options.sys && !options.proc && !options.driveTemperatures) return makeThisComputer();
-  LinuxRoots roots;
-  roots.sys = options.sys.value_or(roots.sys);
-  roots.proc = options.proc.value_or(roots.proc);
-  return std::make_unique<LinuxMachine>(
-      std::move(roots), LinuxOptions{.driveTemperatures = options.driveTemperatures});
+  ComputerFolders folders;
+  folders.sys = options.sys.value_or(folders.sys);
+  folders.proc = options.proc.value_or(folders.proc);
+  return makeThisComputer(std::move(folders), {.driveTemperatures = options.driveTemperatures});
 }
 
 /// Sensors of the kinds that are shown. A machine that lists only keys names no kind.

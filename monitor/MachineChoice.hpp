@@ -4,9 +4,9 @@
 #include <memory>
 #include <string>
 
+#include "halvermonte/Machine.hpp"
 #include "monitor/Options.hpp"
 #include "monitor/Sampling.hpp"
-#include "platform/portable/Machine.hpp"
 
 namespace halvermonte {
 

@@ -5,9 +5,9 @@
 #include <cstdint>
 #include <optional>
 
+#include "halvermonte/Machine.hpp"
+#include "halvermonte/MachineAnswers.hpp"
 #include "monitor/PassView.hpp"
-#include "platform/portable/Machine.hpp"
-#include "platform/portable/Process.hpp"
 
 namespace halvermonte {
 

@@ -4,10 +4,10 @@
 #include <thread>
 #include <utility>
 
+#include "halvermonte/MachineAnswers.hpp"
 #include "halvermonte/Values.hpp"
 #include "monitor/HostFields.hpp"
 #include "platform/Foundation.hpp"
-#include "platform/portable/HostFacts.hpp"
 
 namespace halvermonte {
 

@@ -9,6 +9,8 @@
 #include <string>
 
 #include "halvermonte/HalvermonteSensorsEngine.hpp"
+#include "halvermonte/Machine.hpp"
+#include "halvermonte/MachineRecorder.hpp"
 #include "halvermonte/StatisticsData.hpp"
 #include "monitor/Beat.hpp"
 #include "monitor/ClockWatch.hpp"
@@ -17,8 +19,6 @@
 #include "monitor/ProcessWatch.hpp"
 #include "monitor/Signals.hpp"
 #include "monitor/StandardStreams.hpp"
-#include "platform/portable/Machine.hpp"
-#include "platform/simulated/MachineRecorder.hpp"
 
 namespace halvermonte {
 

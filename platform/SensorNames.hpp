@@ -2,15 +2,11 @@
 // current machine is asked.
 #pragma once
 
-#include <string>
 #include <vector>
 
-namespace halvermonte {
+#include "halvermonte/MachineAnswers.hpp"
 
-struct SensorName {
-  std::string key;   ///< of the controller: four printable ASCII characters
-  std::string name;  ///< for people: UTF-8, one line, not empty
-};
+namespace halvermonte {
 
 /// The added names, in order. No key is built in, and none stands twice.
 std::vector<SensorName> platformSensorNames();

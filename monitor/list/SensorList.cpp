@@ -13,11 +13,11 @@
 #include "engine/FixedTemperatures.hpp"
 #include "engine/HIDTemperatures.hpp"
 #include "halvermonte/HalvermonteSensorsEngine.hpp"
+#include "halvermonte/Machine.hpp"
+#include "halvermonte/MachineAnswers.hpp"
 #include "halvermonte/SMC.h"
 #include "halvermonte/Values.hpp"
 #include "monitor/Line.hpp"
-#include "platform/portable/Inventory.hpp"
-#include "platform/portable/Machine.hpp"
 
 namespace halvermonte {
 namespace {

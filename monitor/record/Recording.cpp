@@ -8,8 +8,8 @@
 #include <ostream>
 #include <string>
 
+#include "halvermonte/MachineRecorder.hpp"
 #include "monitor/Failure.hpp"
-#include "platform/simulated/MachineRecorder.hpp"
 
 namespace halvermonte {
 namespace {

@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <utility>
 
+#include "halvermonte/MachineAnswers.hpp"
 #include "platform/linux/DevicePath.hpp"
 #include "platform/linux/Files.hpp"
 #include "platform/linux/Text.hpp"

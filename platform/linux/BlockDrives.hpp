@@ -7,10 +7,11 @@
 #include <string_view>
 #include <vector>
 
+#include "halvermonte/Machine.hpp"
+#include "halvermonte/MachineAnswers.hpp"
 #include "platform/linux/DriveCounters.hpp"
 #include "platform/linux/KeptFile.hpp"
 #include "platform/linux/SystemCalls.hpp"
-#include "platform/portable/Machine.hpp"
 
 namespace halvermonte::linuxos {
 

@@ -4,6 +4,7 @@
 #include <span>
 #include <vector>
 
+#include "halvermonte/MachineAnswers.hpp"
 #include "platform/linux/Text.hpp"
 
 namespace halvermonte::linuxos {

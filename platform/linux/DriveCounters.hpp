@@ -8,7 +8,8 @@
 #include <string>
 #include <string_view>
 
-#include "platform/portable/Machine.hpp"
+#include "halvermonte/Machine.hpp"
+#include "halvermonte/MachineAnswers.hpp"
 
 namespace halvermonte::linuxos {
 

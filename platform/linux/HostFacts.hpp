@@ -4,9 +4,9 @@
 #include <optional>
 #include <string>
 
+#include "halvermonte/MachineAnswers.hpp"
 #include "platform/linux/KeptFile.hpp"
 #include "platform/linux/SystemCalls.hpp"
-#include "platform/portable/HostFacts.hpp"
 
 namespace halvermonte::linuxos {
 

@@ -4,6 +4,7 @@
 #include <ctime>
 #include <utility>
 
+#include "halvermonte/MachineAnswers.hpp"
 #include "platform/HardwareReportCommand.hpp"
 #include "platform/linux/BlockDrives.hpp"
 #include "platform/linux/Commands.hpp"
@@ -14,13 +15,10 @@
 #include "platform/linux/ProcessorCores.hpp"
 #include "platform/linux/ProcessorName.hpp"
 #include "platform/linux/hwmon/HwmonController.hpp"
-#include "platform/portable/HostFacts.hpp"
-#include "platform/portable/Inventory.hpp"
-#include "platform/portable/Process.hpp"
 
 namespace halvermonte {
 
-LinuxMachine::LinuxMachine(LinuxRoots roots, const LinuxOptions& options,
+LinuxMachine::LinuxMachine(ComputerFolders roots, const ComputerOptions& options,
                            linuxos::SystemCalls& calls)
     : roots_(std::move(roots)),
       calls_(calls),
@@ -37,19 +35,19 @@ LinuxMachine::~LinuxMachine() = default;
 
 std::string LinuxMachine::name() {
   if (!isThisComputer()) {
-    return "tree at " + (roots_.sys != LinuxRoots().sys ? roots_.sys : roots_.proc);
+    return "tree at " + (roots_.sys != ComputerFolders().sys ? roots_.sys : roots_.proc);
   }
   const std::string model = linuxos::modelName(calls_, roots_.sys);
   return model.empty() ? "Linux computer" : model;
 }
 
 bool LinuxMachine::isThisComputer() {
-  const LinuxRoots here;
+  const ComputerFolders here;
   return roots_.sys == here.sys && roots_.proc == here.proc && roots_.etc == here.etc;
 }
 
-std::string LinuxMachine::managementLibrary(const LinuxOptions& options) {
-  const bool isDefault = options.managementLibrary == LinuxOptions().managementLibrary;
+std::string LinuxMachine::managementLibrary(const ComputerOptions& options) {
+  const bool isDefault = options.managementLibrary == ComputerOptions().managementLibrary;
   return isThisComputer() || !isDefault ? options.managementLibrary : "";
 }
 
@@ -114,7 +112,7 @@ double LinuxMachine::clock() {
 
 std::optional<std::string> LinuxMachine::localizedHostName() {
   // This computer's own /etc says nothing about a tree.
-  const bool knowsOwner = isThisComputer() || roots_.etc != LinuxRoots().etc;
+  const bool knowsOwner = isThisComputer() || roots_.etc != ComputerFolders().etc;
   std::optional<std::string> name;
   if (knowsOwner) name = linuxos::prettyHostName(calls_, roots_.etc);
   return name ? name : linuxos::kernelHostName(calls_, roots_.proc);

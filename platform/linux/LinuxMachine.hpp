@@ -9,12 +9,11 @@
 #include <string>
 #include <vector>
 
+#include "halvermonte/Machine.hpp"
+#include "halvermonte/MachineAnswers.hpp"
+#include "halvermonte/ThisComputer.hpp"
 #include "platform/SensorNames.hpp"
 #include "platform/linux/SystemCalls.hpp"
-#include "platform/portable/HostFacts.hpp"
-#include "platform/portable/Inventory.hpp"
-#include "platform/portable/Machine.hpp"
-#include "platform/portable/Process.hpp"
 
 namespace halvermonte {
 
@@ -24,22 +23,6 @@ class Commands;
 class HostFactsReader;
 class HwmonController;
 }  // namespace linuxos
-
-/// The folders of the kernel's files. With other folders than these the machine is a tree: the
-/// files of some computer, as they were.
-struct LinuxRoots {
-  std::string sys = "/sys";
-  std::string proc = "/proc";
-  std::string etc = "/etc";
-};
-
-struct LinuxOptions {
-  /// Asks SATA and SCSI drives for their temperatures, which may keep a drive from spinning down.
-  bool driveTemperatures = false;
-  /// NVIDIA's management library, as dlopen() takes it. It knows the devices of this computer, so a
-  /// tree uses it only if it is another than this one.
-  std::string managementLibrary = "libnvidia-ml.so.1";
-};
 
 /// Answers from this computer, or from a tree. Reads only: nothing is written, no device is opened
 /// except by NVIDIA's library, and nothing that sleeps is woken. What cannot be read is absent, and
@@ -53,7 +36,7 @@ struct LinuxOptions {
 /// REQUIRES: the calls outlive the machine and its threads.
 class LinuxMachine : public Machine {
  public:
-  explicit LinuxMachine(LinuxRoots roots = {}, const LinuxOptions& options = {},
+  explicit LinuxMachine(ComputerFolders roots = {}, const ComputerOptions& options = {},
                         linuxos::SystemCalls& calls = linuxos::SystemCalls::real());
   ~LinuxMachine() override;
 
@@ -96,9 +79,9 @@ class LinuxMachine : public Machine {
   Process process(int32_t identifier) override;
 
  private:
-  std::string managementLibrary(const LinuxOptions& options);
+  std::string managementLibrary(const ComputerOptions& options);
 
-  const LinuxRoots roots_;
+  const ComputerFolders roots_;
   linuxos::SystemCalls& calls_;
   std::unique_ptr<linuxos::Commands> commands_;
   std::mutex mutex_;  ///< guards what follows

@@ -4,8 +4,8 @@
 #include <cstdint>
 #include <string>
 
+#include "halvermonte/MachineAnswers.hpp"
 #include "platform/linux/SystemCalls.hpp"
-#include "platform/portable/Process.hpp"
 
 namespace halvermonte::linuxos {
 

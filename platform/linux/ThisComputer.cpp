@@ -1,9 +1,13 @@
-#include <memory>
+#include "halvermonte/ThisComputer.hpp"
+
+#include <utility>
+
 #include "platform/linux/LinuxMachine.hpp"
-#include "platform/portable/Machine.hpp"
 
 namespace halvermonte {
 
-std::unique_ptr<Machine> makeThisComputer() { return std::make_unique<LinuxMachine>(); }
+std::unique_ptr<Machine> makeThisComputer(ComputerFolders folders, const ComputerOptions& options) {
+  return std::make_unique<LinuxMachine>(std::move(folders), options);
+}
 
 }  // namespace halvermonte

@@ -1,10 +1,9 @@
 #include "platform/Foundation.hpp"
+
 #include <functional>
 #include <optional>
 #include <string>
 #include <string_view>
-#include "halvermonte/Exceptions.hpp"
-#include "halvermonte/Values.hpp"
 
 #include <langinfo.h>
 #include <libintl.h>
@@ -17,8 +16,10 @@
 #include <cstdio>
 #include <ctime>
 
+#include "halvermonte/Exceptions.hpp"
+#include "halvermonte/Machine.hpp"
+#include "halvermonte/Values.hpp"
 #include "platform/portable/KeptLines.hpp"
-#include "platform/portable/Machine.hpp"
 
 namespace halvermonte {
 

@@ -9,8 +9,9 @@
 #include <optional>
 #include <utility>
 
+#include "halvermonte/Machine.hpp"
+#include "halvermonte/MachineAnswers.hpp"
 #include "platform/IOHIDEventSystem.h"
-#include "platform/portable/Machine.hpp"
 #include "platform/portable/Objects.hpp"
 
 using halvermonte::HIDSensorKind;

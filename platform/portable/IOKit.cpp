@@ -8,8 +8,9 @@
 #include <optional>
 #include <string>
 
+#include "halvermonte/Machine.hpp"
+#include "halvermonte/MachineAnswers.hpp"
 #include "platform/portable/HandleTable.hpp"
-#include "platform/portable/Machine.hpp"
 #include "platform/portable/Objects.hpp"
 
 using halvermonte::Drive;

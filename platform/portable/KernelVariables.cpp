@@ -6,7 +6,7 @@
 #include <cstring>
 #include <optional>
 
-#include "platform/portable/Machine.hpp"
+#include "halvermonte/Machine.hpp"
 
 using halvermonte::Machine;
 

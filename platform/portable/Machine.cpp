@@ -1,7 +1,9 @@
-#include "platform/portable/Machine.hpp"
+#include "halvermonte/Machine.hpp"
 
 #include <atomic>
 #include <utility>
+
+#include "halvermonte/ThisComputer.hpp"
 
 namespace halvermonte {
 namespace {
@@ -17,6 +19,9 @@ Machine& thisComputer() {
 }
 
 }  // namespace
+
+Machine::~Machine() = default;
+MachineWrapper::~MachineWrapper() = default;
 
 Machine& Machine::current() {
   if (scopedMachine != nullptr) return *scopedMachine;

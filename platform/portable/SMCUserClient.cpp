@@ -7,8 +7,9 @@
 #include <cstdint>
 #include <cstring>
 
+#include "halvermonte/Machine.hpp"
+#include "halvermonte/MachineAnswers.hpp"
 #include "platform/portable/HandleTable.hpp"
-#include "platform/portable/Machine.hpp"
 
 using halvermonte::kCodeBadArgument;
 using halvermonte::kCodeInvalidDestination;

@@ -2,7 +2,8 @@
 
 #include <vector>
 
-#include "platform/portable/Machine.hpp"
+#include "halvermonte/Machine.hpp"
+#include "halvermonte/MachineAnswers.hpp"
 
 namespace halvermonte {
 

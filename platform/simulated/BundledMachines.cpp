@@ -1,4 +1,4 @@
-#include "platform/simulated/BundledMachines.hpp"
+#include "halvermonte/BundledMachines.hpp"
 
 #include <algorithm>
 #include <cstddef>

@@ -6,7 +6,8 @@
 #include <variant>
 #include <vector>
 
-#include "platform/portable/Machine.hpp"
+#include "halvermonte/Machine.hpp"
+#include "halvermonte/MachineAnswers.hpp"
 
 namespace halvermonte {
 namespace {

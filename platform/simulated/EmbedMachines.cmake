@@ -8,7 +8,7 @@ foreach(machine IN LISTS MACHINES)
 endforeach()
 file(CONFIGURE OUTPUT "${OUTPUT}" @ONLY CONTENT [[
 // Written by EmbedMachines.cmake from the files in machines/.
-#include "platform/simulated/BundledMachines.hpp"
+#include "halvermonte/BundledMachines.hpp"
 
 namespace halvermonte {
 

@@ -3,8 +3,8 @@
 #include <algorithm>
 #include <limits>
 
+#include "halvermonte/MachineFileError.hpp"
 #include "platform/simulated/HexText.hpp"
-#include "platform/simulated/MachineFileError.hpp"
 
 namespace halvermonte {
 namespace {

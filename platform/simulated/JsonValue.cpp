@@ -6,7 +6,7 @@
 #include <unordered_set>
 #include <utility>
 
-#include "platform/simulated/MachineFileError.hpp"
+#include "halvermonte/MachineFileError.hpp"
 
 namespace halvermonte {
 namespace {

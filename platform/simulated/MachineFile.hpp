@@ -11,10 +11,11 @@
 #include <variant>
 #include <vector>
 
+#include "halvermonte/Machine.hpp"
+#include "halvermonte/MachineAnswers.hpp"
+#include "halvermonte/MachineFileError.hpp"
 #include "platform/SensorNames.hpp"
-#include "platform/portable/Machine.hpp"
 #include "platform/simulated/HIDKindNames.hpp"
-#include "platform/simulated/MachineFileError.hpp"
 #include "platform/simulated/SMCAnswer.hpp"
 #include "platform/simulated/Wave.hpp"
 

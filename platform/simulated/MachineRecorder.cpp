@@ -1,10 +1,11 @@
-#include "platform/simulated/MachineRecorder.hpp"
-#include "halvermonte/Exceptions.hpp"
+#include "halvermonte/MachineRecorder.hpp"
 
 #include <cstddef>
 #include <optional>
 #include <utility>
 
+#include "halvermonte/Exceptions.hpp"
+#include "halvermonte/MachineAnswers.hpp"
 #include "platform/Foundation.hpp"
 #include "platform/simulated/RecordingWriter.hpp"
 
@@ -18,98 +19,102 @@ Answer keep(std::optional<Answer>& place, Answer answer) {
   return answer;
 }
 
-}  // namespace
-
-MachineRecorder::MachineRecorder(Machine& machine, HostName hostName)
-    : MachineWrapper(machine), hostName_(hostName) {}
-
-bool MachineRecorder::nextTick() {
-  complete();
-  RecordedTick next;
-  next.drives = tick().drives;  // a walk may end early; the drives after it are as they were
-  ticks_.push_back(std::move(next));
-  return inner_.nextTick();
-}
-
-void MachineRecorder::complete() {
-  if (!tick().time) tick().time = inner_.clock();
-  tick().answersWideCalls = inner_.answersWideCalls();
+/// Asks what a pass does not, or not always, so that the recording has it.
+void complete(RecordedTick& tick, Machine& machine) {
+  if (!tick.time) tick.time = machine.clock();
+  tick.answersWideCalls = machine.answersWideCalls();
   for (const auto kind :
        {HIDSensorKind::temperature, HIDSensorKind::current, HIDSensorKind::voltage}) {
     std::optional<std::shared_ptr<const HIDServices>>& services =
-        tick().hid[static_cast<size_t>(kind)];
-    if (!services) services = inner_.hidServices(kind);
+        tick.hid[static_cast<size_t>(kind)];
+    if (!services) services = machine.hidServices(kind);
   }
 }
 
-std::string MachineRecorder::machineFile() {
-  complete();
-  return writtenAsMachineFile({.name = inner_.name(),
-                               .tellsHostName = hostName_ == HostName::kept,
-                               .hostName = inner_.localizedHostName(),
-                               .commands = commands_,
-                               .kernelVariables = kernelVariables_,
-                               .sensorNames = sensorNames_,
-                               .drivesMatched = driveCount_.has_value(),
-                               .ticks = ticks_});
+}  // namespace
+
+MachineRecorder::MachineRecorder(Machine& machine, HostName hostName)
+    : MachineWrapper(machine), recording_(std::make_unique<Recording>()) {
+  recording_->tellsHostName = hostName == HostName::kept;
 }
 
-SMCService MachineRecorder::smcService() { return keep(tick().service, inner_.smcService()); }
+MachineRecorder::~MachineRecorder() = default;
 
-uint32_t MachineRecorder::openSMC() { return keep(tick().openCode, inner_.openSMC()); }
+bool MachineRecorder::nextTick() {
+  complete(recording_->tick(), inner_);
+  RecordedTick next;
+  // A walk may end early. The drives after it are as they were.
+  next.drives = recording_->tick().drives;
+  recording_->ticks.push_back(std::move(next));
+  return inner_.nextTick();
+}
+
+std::string MachineRecorder::machineFile() {
+  complete(recording_->tick(), inner_);
+  recording_->name = inner_.name();
+  recording_->hostName = inner_.localizedHostName();
+  return writtenAsMachineFile(*recording_);
+}
+
+SMCService MachineRecorder::smcService() {
+  return keep(recording_->tick().service, inner_.smcService());
+}
+
+uint32_t MachineRecorder::openSMC() { return keep(recording_->tick().openCode, inner_.openSMC()); }
 
 SMCKeyInfo MachineRecorder::smcKeyInfo(uint32_t key) {
-  return keep(tick().keys[key].info, inner_.smcKeyInfo(key));
+  return keep(recording_->tick().keys[key].info, inner_.smcKeyInfo(key));
 }
 
 SMCKeyBytes MachineRecorder::smcKeyBytes(uint32_t key) {
-  return keep(tick().keys[key].data, inner_.smcKeyBytes(key));
+  return keep(recording_->tick().keys[key].data, inner_.smcKeyBytes(key));
 }
 
 std::vector<SensorName> MachineRecorder::sensorNames() {
-  sensorNames_ = inner_.sensorNames();
-  return sensorNames_;
+  recording_->sensorNames = inner_.sensorNames();
+  return recording_->sensorNames;
 }
 
 std::shared_ptr<const HIDServices> MachineRecorder::hidServices(HIDSensorKind kind) {
-  return keep(tick().hid[static_cast<size_t>(kind)], inner_.hidServices(kind));
+  return keep(recording_->tick().hid[static_cast<size_t>(kind)], inner_.hidServices(kind));
 }
 
 std::optional<size_t> MachineRecorder::driveCount() {
-  driveCount_ = inner_.driveCount();
-  tick().drives.assign(driveCount_.value_or(0), UnreadableDrive{});
-  return driveCount_;
+  const std::optional<size_t> count = inner_.driveCount();
+  recording_->drivesMatched = count.has_value();
+  recording_->tick().drives.assign(count.value_or(0), UnreadableDrive{});
+  return count;
 }
 
 void MachineRecorder::beginDriveWalk() {
   try {
     inner_.beginDriveWalk();
   } catch (const PlatformException& exception) {
-    tick().drivesRaise = exception.reason();
+    recording_->tick().drivesRaise = exception.reason();
     throw;
   }
 }
 
 Drive MachineRecorder::drive(size_t index) {
   const Drive answer = inner_.drive(index);
-  if (index < tick().drives.size()) tick().drives[index] = answer;
+  if (index < recording_->tick().drives.size()) recording_->tick().drives[index] = answer;
   return answer;
 }
 
 double MachineRecorder::clock() {
-  if (!tick().time) tick().time = inner_.clock();
-  return *tick().time;
+  if (!recording_->tick().time) recording_->tick().time = inner_.clock();
+  return *recording_->tick().time;
 }
 
 std::optional<std::string> MachineRecorder::outputOfCommand(const std::string& command) {
   std::optional<std::string> output = inner_.outputOfCommand(command);
-  commands_[command] = output;
+  recording_->commands[command] = output;
   return output;
 }
 
 std::optional<int64_t> MachineRecorder::kernelVariable(const std::string& name) {
   const std::optional<int64_t> value = inner_.kernelVariable(name);
-  if (value) kernelVariables_[name] = *value;
+  if (value) recording_->kernelVariables[name] = *value;
   return value;
 }
 

@@ -7,11 +7,11 @@
 #include <string_view>
 #include <variant>
 
+#include "halvermonte/Machine.hpp"
 #include "halvermonte/Values.hpp"
 #include "platform/ASCII.hpp"
 #include "platform/FourCharacterCode.hpp"
 #include "platform/SensorNames.hpp"
-#include "platform/portable/Machine.hpp"
 #include "platform/simulated/HIDKindNames.hpp"
 #include "platform/simulated/HexText.hpp"
 #include "platform/simulated/SensorNamesReader.hpp"

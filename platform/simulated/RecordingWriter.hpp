@@ -1,16 +1,36 @@
 // Writes a recording as a machine file.
 #pragma once
 
+#include <array>
 #include <cstdint>
 #include <map>
+#include <memory>
 #include <optional>
 #include <string>
 #include <vector>
 
-#include "platform/SensorNames.hpp"
-#include "platform/simulated/MachineRecorder.hpp"
+#include "halvermonte/MachineAnswers.hpp"
+#include "platform/simulated/HIDKindNames.hpp"
 
 namespace halvermonte {
+
+/// What a machine answered in the course of one tick. Absent: it was not asked.
+struct RecordedTick {
+  struct Key {
+    std::optional<SMCKeyInfo> info;
+    std::optional<SMCKeyBytes> data;
+  };
+
+  std::optional<double> time;
+  std::optional<SMCService> service;
+  std::optional<uint32_t> openCode;
+  bool answersWideCalls = true;
+  std::map<uint32_t, Key> keys;
+  /// By HIDSensorKind; null if there is no list.
+  std::array<std::optional<std::shared_ptr<const HIDServices>>, kHIDSensorKinds> hid;
+  std::vector<Drive> drives;
+  std::optional<std::string> drivesRaise;
+};
 
 struct Recording {
   std::string name;
@@ -19,8 +39,10 @@ struct Recording {
   std::map<std::string, std::optional<std::string>> commands;
   std::map<std::string, int64_t> kernelVariables;
   std::vector<SensorName> sensorNames;
-  bool drivesMatched;  ///< false if the matching call failed
-  std::vector<RecordedTick> ticks;
+  bool drivesMatched = false;  ///< false if the matching call failed
+  std::vector<RecordedTick> ticks{1};
+
+  RecordedTick& tick() { return ticks.back(); }
 };
 
 std::string writtenAsMachineFile(const Recording& recording);

@@ -10,10 +10,11 @@
 #include <string_view>
 #include <variant>
 
+#include "halvermonte/Machine.hpp"
+#include "halvermonte/MachineAnswers.hpp"
 #include "platform/ASCII.hpp"
 #include "platform/FanDescriptor.hpp"
 #include "platform/FourCharacterCode.hpp"
-#include "platform/portable/Machine.hpp"
 #include "platform/simulated/HexText.hpp"
 #include "platform/simulated/SMCAnswer.hpp"
 #include "platform/simulated/Wave.hpp"

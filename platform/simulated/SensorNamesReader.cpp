@@ -4,6 +4,7 @@
 #include <string>
 
 #include "catalogue/BuiltInNames.hpp"
+#include "halvermonte/MachineAnswers.hpp"
 
 namespace halvermonte {
 namespace {

@@ -4,6 +4,7 @@
 #include <string_view>
 #include <vector>
 
+#include "halvermonte/MachineAnswers.hpp"
 #include "platform/SensorNames.hpp"
 #include "platform/simulated/JsonPlace.hpp"
 

@@ -1,16 +1,19 @@
-#include "platform/simulated/SimulatedMachine.hpp"
-#include "halvermonte/Exceptions.hpp"
+#include "halvermonte/SimulatedMachine.hpp"
 
 #include <algorithm>
+#include <array>
 #include <cstddef>
 #include <map>
+#include <unordered_map>
 #include <utility>
 #include <variant>
 
+#include "halvermonte/Exceptions.hpp"
+#include "halvermonte/MachineAnswers.hpp"
 #include "platform/Foundation.hpp"
 #include "platform/FourCharacterCode.hpp"
-#include "platform/portable/Inventory.hpp"
 #include "platform/simulated/HIDKindNames.hpp"
+#include "platform/simulated/MachineFile.hpp"
 #include "platform/simulated/SMCAnswer.hpp"
 #include "platform/simulated/Wave.hpp"
 
@@ -35,45 +38,56 @@ const Content* find(const std::map<Key, Content>& map, const Key& key) {
 
 }  // namespace
 
-std::unique_ptr<SimulatedMachine> SimulatedMachine::fromFile(const std::string& path) {
-  return std::make_unique<SimulatedMachine>(MachineFile::fromFile(path));
+/// What the ticks so far have led to.
+struct SimulatedState {
+  /// The controller.
+  struct Controller {
+    std::optional<ControllerState> saidState;
+    bool keysGiven = false;
+    uint32_t code = kCodeError;
+    uint32_t absentCode = kCodeSuccess;
+    bool answersWideCalls = true;
+    std::unordered_map<uint32_t, const SMCAnswer*> keys;
+
+    ControllerState state() const;
+    void apply(const SMCChange& change);
+  };
+
+  explicit SimulatedState(MachineFile file);
+  void apply(const MachineTick& tick);
+
+  const MachineFile file;
+  size_t tick = 0;
+  double clock = 0;
+  Controller smc;
+  // What stands in the file, of the ticks so far.
+  std::array<const HIDServiceList*, kHIDSensorKinds> hid;
+  const DriveList* drives = &kNoDrives;
+  std::optional<size_t> driveCount;  ///< the first tick's: drivers are matched once
+  const std::string* drivesRaise = nullptr;
+  /// The lists at the clock's time, made when first asked for.
+  std::array<std::shared_ptr<const HIDServices>, kHIDSensorKinds> hidServices;
+};
+
+SimulatedState::SimulatedState(MachineFile machineFile) : file(std::move(machineFile)) {
+  hid.fill(&kNoServices);
+  apply(file.ticks.front());
+  if (*drives) driveCount = (*drives)->size();
 }
 
-std::unique_ptr<SimulatedMachine> SimulatedMachine::fromText(std::string_view json,
-                                                             const std::string& fileName) {
-  return std::make_unique<SimulatedMachine>(MachineFile::fromText(json, fileName));
-}
-
-SimulatedMachine::SimulatedMachine(MachineFile file) : file_(std::move(file)), drives_(&kNoDrives) {
-  hid_.fill(&kNoServices);
-  apply(file_.ticks.front());
-  if (*drives_) driveCount_ = (*drives_)->size();
-}
-
-bool SimulatedMachine::nextTick() {
-  if (tick_ + 1 < file_.ticks.size()) {
-    apply(file_.ticks[++tick_]);
-  } else {
-    clock_ += 1;
-    drivesRaise_ = nullptr;
-    hidServices_ = {};
-  }
-  return true;
-}
-
-void SimulatedMachine::apply(const MachineTick& tick) {
-  clock_ = tick.time;
-  smc_.apply(tick.smc);
+void SimulatedState::apply(const MachineTick& change) {
+  clock = change.time;
+  smc.apply(change.smc);
   for (size_t kind = 0; kind < kHIDSensorKinds; ++kind) {
-    const std::optional<HIDServiceList>& list = tick.hid[kind];
-    if (list) hid_[kind] = &*list;
+    const std::optional<HIDServiceList>& list = change.hid[kind];
+    if (list) hid[kind] = &*list;
   }
-  hidServices_ = {};
-  if (tick.drives) drives_ = &*tick.drives;
-  drivesRaise_ = tick.drivesRaise ? &*tick.drivesRaise : nullptr;
+  hidServices = {};
+  if (change.drives) drives = &*change.drives;
+  drivesRaise = change.drivesRaise ? &*change.drivesRaise : nullptr;
 }
 
-void SimulatedMachine::Controller::apply(const SMCChange& change) {
+void SimulatedState::Controller::apply(const SMCChange& change) {
   if (change.service) saidState = change.service;
   keysGiven |= change.givesKeys;
   code = change.code.value_or(code);
@@ -88,28 +102,72 @@ void SimulatedMachine::Controller::apply(const SMCChange& change) {
   }
 }
 
-ControllerState SimulatedMachine::Controller::state() const {
+ControllerState SimulatedState::Controller::state() const {
   return saidState.value_or(keysGiven ? ControllerState::present : ControllerState::missing);
 }
 
+std::unique_ptr<SimulatedMachine> SimulatedMachine::fromFile(const std::string& path) {
+  auto state = std::make_unique<SimulatedState>(MachineFile::fromFile(path));
+  return std::unique_ptr<SimulatedMachine>(new SimulatedMachine(std::move(state)));
+}
+
+std::unique_ptr<SimulatedMachine> SimulatedMachine::fromText(std::string_view json,
+                                                             const std::string& fileName) {
+  auto state = std::make_unique<SimulatedState>(MachineFile::fromText(json, fileName));
+  return std::unique_ptr<SimulatedMachine>(new SimulatedMachine(std::move(state)));
+}
+
+SimulatedMachine::SimulatedMachine(std::unique_ptr<SimulatedState> state)
+    : state_(std::move(state)) {}
+
+SimulatedMachine::~SimulatedMachine() = default;
+
+bool SimulatedMachine::nextTick() {
+  if (state_->tick + 1 < state_->file.ticks.size()) {
+    state_->apply(state_->file.ticks[++state_->tick]);
+  } else {
+    state_->clock += 1;
+    state_->drivesRaise = nullptr;
+    state_->hidServices = {};
+  }
+  return true;
+}
+
+std::string SimulatedMachine::name() { return state_->file.name; }
+
+bool SimulatedMachine::answersWideCalls() { return state_->smc.answersWideCalls; }
+
+std::vector<SensorName> SimulatedMachine::sensorNames() { return state_->file.sensorNames; }
+
+std::optional<size_t> SimulatedMachine::driveCount() { return state_->driveCount; }
+
+double SimulatedMachine::clock() { return state_->clock; }
+
+std::optional<std::string> SimulatedMachine::localizedHostName() { return state_->file.hostName; }
+
+Process SimulatedMachine::process(int32_t /*identifier*/) {
+  return UnreadableProcess{"a simulated machine has no processes"};
+}
+
 SMCService SimulatedMachine::smcService() {
-  switch (smc_.state()) {
+  switch (state_->smc.state()) {
     case ControllerState::missing:
       return {};
     case ControllerState::unmatched:
-      return {.code = smc_.code};
+      return {.code = state_->smc.code};
     default:
       return {.present = true};
   }
 }
 
 uint32_t SimulatedMachine::openSMC() {
-  return smc_.state() == ControllerState::refused ? smc_.code : kCodeSuccess;
+  return state_->smc.state() == ControllerState::refused ? state_->smc.code : kCodeSuccess;
 }
 
 SMCKeyInfo SimulatedMachine::smcKeyInfo(uint32_t key) {
-  const auto found = smc_.keys.find(key);
-  if (found == smc_.keys.end()) return {.code = smc_.absentCode, .result = kSMCKeyNotFound};
+  const auto found = state_->smc.keys.find(key);
+  if (found == state_->smc.keys.end())
+    return {.code = state_->smc.absentCode, .result = kSMCKeyNotFound};
   const SMCAnswer& answer = *found->second;
   if (answer.infoCode != kCodeSuccess || answer.infoResult != 0) {
     return {.code = answer.infoCode, .result = answer.infoResult};
@@ -118,52 +176,53 @@ SMCKeyInfo SimulatedMachine::smcKeyInfo(uint32_t key) {
 }
 
 SMCKeyBytes SimulatedMachine::smcKeyBytes(uint32_t key) {
-  const auto found = smc_.keys.find(key);
-  if (found == smc_.keys.end()) return {.code = smc_.absentCode, .result = kSMCKeyNotFound};
+  const auto found = state_->smc.keys.find(key);
+  if (found == state_->smc.keys.end())
+    return {.code = state_->smc.absentCode, .result = kSMCKeyNotFound};
   const SMCAnswer& answer = *found->second;
   if (answer.readCode != kCodeSuccess || answer.readResult != 0) {
     return {.code = answer.readCode, .result = answer.readResult};
   }
-  return {.bytes = answer.bytesAt(clock_)};
+  return {.bytes = answer.bytesAt(state_->clock)};
 }
 
 std::shared_ptr<const HIDServices> SimulatedMachine::hidServices(HIDSensorKind kind) {
   const auto index = static_cast<size_t>(kind);
-  const HIDServiceList& list = *hid_[index];
-  if (list && !hidServices_[index]) {
+  const HIDServiceList& list = *state_->hid[index];
+  if (list && !state_->hidServices[index]) {
     HIDServices services;
     services.reserve(list->size());
     for (const HIDServiceDescription& service : *list) {
-      services.push_back({service.product, readingAt(clock_, service)});
+      services.push_back({service.product, readingAt(state_->clock, service)});
     }
-    hidServices_[index] = std::make_shared<const HIDServices>(std::move(services));
+    state_->hidServices[index] = std::make_shared<const HIDServices>(std::move(services));
   }
-  return hidServices_[index];
+  return state_->hidServices[index];
 }
 
 void SimulatedMachine::beginDriveWalk() {
-  if (drivesRaise_ != nullptr) throw PlatformException(*drivesRaise_);
+  if (state_->drivesRaise != nullptr) throw PlatformException(*state_->drivesRaise);
 }
 
 Drive SimulatedMachine::drive(size_t index) {
-  const DriveList& drives = *drives_;
+  const DriveList& drives = *state_->drives;
   if (!drives || index >= drives->size()) return UnreadableDrive{};
   return (*drives)[index];
 }
 
 std::optional<std::string> SimulatedMachine::outputOfCommand(const std::string& command) {
-  const auto* answer = find(file_.commands, command);
+  const auto* answer = find(state_->file.commands, command);
   return answer == nullptr ? std::string() : *answer;
 }
 
 std::optional<int64_t> SimulatedMachine::kernelVariable(const std::string& name) {
-  const auto* value = find(file_.kernelVariables, name);
+  const auto* value = find(state_->file.kernelVariables, name);
   return value == nullptr ? std::nullopt : std::optional(*value);
 }
 
 SensorInventory SimulatedMachine::inventory() {
   SensorInventory sensors;
-  for (const auto& [key, answer] : smc_.keys) sensors.emplace_back().key = charactersOf(key);
+  for (const auto& [key, answer] : state_->smc.keys) sensors.emplace_back().key = charactersOf(key);
   std::ranges::sort(sensors, {}, &SensorListing::key);
   return sensors;
 }

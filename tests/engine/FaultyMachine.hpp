@@ -4,7 +4,7 @@
 #include <string>
 #include <vector>
 
-#include "platform/portable/Machine.hpp"
+#include "halvermonte/Machine.hpp"
 
 namespace halvermonte::test {
 

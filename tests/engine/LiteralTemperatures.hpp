@@ -9,7 +9,7 @@
 #include <string>
 #include <vector>
 
-#include "platform/portable/Machine.hpp"
+#include "halvermonte/Machine.hpp"
 #include "tests/support/Sampler.hpp"
 
 namespace halvermonte::test {

@@ -106,7 +106,7 @@ std::string keyOf(const std::string& driver, const std::string& device, const st
   return listed(machine, driver, "temp1_input").key;
 }
 
-std::map<std::string, int> shown(const Tree& tree, LinuxOptions options) {
+std::map<std::string, int> shown(const Tree& tree, ComputerOptions options) {
   LinuxMachine machine(tree.roots(), options);
   Sampler sampler(machine);
   sampler.pass();

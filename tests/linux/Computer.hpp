@@ -72,7 +72,7 @@ std::string keyOf(const std::string& driver, const std::string& device,
                   const std::string& label = "");
 
 /// The temperatures in the record of a computer's first pass, by name.
-std::map<std::string, int> shown(const Tree& tree, LinuxOptions options = {});
+std::map<std::string, int> shown(const Tree& tree, ComputerOptions options = {});
 /// Those of the short list.
 std::map<std::string, int> shownInShort(const Tree& tree);
 

@@ -6,7 +6,7 @@
 #include <variant>
 #include <vector>
 
-#include "platform/portable/Machine.hpp"
+#include "halvermonte/Machine.hpp"
 
 namespace halvermonte::test {
 

@@ -55,7 +55,7 @@ class Tree {
   }
 
   std::filesystem::path at(std::string_view path) const { return root_ / path; }
-  LinuxRoots roots() const { return {at("sys"), at("proc"), at("etc")}; }
+  ComputerFolders roots() const { return {at("sys"), at("proc"), at("etc")}; }
 
  private:
   std::filesystem::path root_;

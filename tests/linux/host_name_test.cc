@@ -51,8 +51,8 @@ TEST(HostName, OwnersNameIsPreferredToTheKernels) {
 TEST(HostName, IsAbsentInATreeWithoutOne) {
   const Tree tree;
   EXPECT_EQ(LinuxMachine(tree.roots()).localizedHostName(), std::nullopt);
-  LinuxRoots withoutEtc = tree.roots();
-  withoutEtc.etc = LinuxRoots().etc;
+  ComputerFolders withoutEtc = tree.roots();
+  withoutEtc.etc = ComputerFolders().etc;
   EXPECT_EQ(LinuxMachine(withoutEtc).localizedHostName(), std::nullopt);
 }
 

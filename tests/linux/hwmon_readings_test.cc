@@ -28,7 +28,8 @@ class HwmonReadings : public ::testing::Test {
   /// The package's temperature in one pass.
   double package() { return temperature(machine(), "TC0D"); }
   LinuxMachine& machine() {
-    if (!machine_) machine_ = std::make_unique<LinuxMachine>(tree.roots(), LinuxOptions(), calls);
+    if (!machine_)
+      machine_ = std::make_unique<LinuxMachine>(tree.roots(), ComputerOptions(), calls);
     return *machine_;
   }
 

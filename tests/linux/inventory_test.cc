@@ -1,11 +1,10 @@
-#include "platform/portable/Inventory.hpp"
-
 #include <gmock/gmock.h>
 
 #include <cerrno>
 #include <string>
 #include <vector>
 
+#include "halvermonte/MachineAnswers.hpp"
 #include "tests/linux/Computer.hpp"
 #include "tests/linux/WatchedCalls.hpp"
 

@@ -13,8 +13,8 @@
 #include <thread>
 #include <variant>
 
+#include "halvermonte/MachineAnswers.hpp"
 #include "platform/linux/LinuxMachine.hpp"
-#include "platform/portable/Process.hpp"
 #include "tests/linux/Tree.hpp"
 #include "tests/linux/WatchedCalls.hpp"
 

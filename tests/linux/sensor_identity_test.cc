@@ -19,7 +19,7 @@ using ::testing::ElementsAre;
 using ::testing::Key;
 using ::testing::Pair;
 
-const LinuxOptions kWithDrives{.driveTemperatures = true};
+const ComputerOptions kWithDrives{.driveTemperatures = true};
 
 /// The numbers that a kernel gives at one boot.
 struct Numbers {

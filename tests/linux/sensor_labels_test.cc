@@ -12,7 +12,7 @@ namespace {
 using ::testing::ElementsAre;
 using ::testing::Pair;
 
-const LinuxOptions kWithDrives{.driveTemperatures = true};
+const ComputerOptions kWithDrives{.driveTemperatures = true};
 
 /// The name of a computer's only temperature.
 std::string nameIn(const Tree& tree) {

@@ -32,7 +32,8 @@ class SlowSensors : public ::testing::Test {
   double package() { return temperature(machine(), "TC0D"); }
   double core() { return temperature(machine(), "TC1C"); }
   LinuxMachine& machine() {
-    if (!machine_) machine_ = std::make_unique<LinuxMachine>(tree.roots(), LinuxOptions(), calls);
+    if (!machine_)
+      machine_ = std::make_unique<LinuxMachine>(tree.roots(), ComputerOptions(), calls);
     return *machine_;
   }
   void endMachine() { machine_.reset(); }

@@ -15,7 +15,7 @@ using ::testing::Pair;
 
 using Shown = std::map<std::string, int>;
 
-const LinuxOptions kWithDrives{.driveTemperatures = true};
+const ComputerOptions kWithDrives{.driveTemperatures = true};
 
 /// The temperatures in the record of a computer with one chip.
 Shown shownOf(const std::string& driver, const std::string& device,

@@ -10,8 +10,8 @@
 #include <string>
 #include <vector>
 
-#include "platform/simulated/MachineRecorder.hpp"
-#include "platform/simulated/SimulatedMachine.hpp"
+#include "halvermonte/MachineRecorder.hpp"
+#include "halvermonte/SimulatedMachine.hpp"
 #include "tests/linux/Computer.hpp"
 #include "tests/linux/TreeFile.hpp"
 #include "tests/support/RecordTexts.hpp"

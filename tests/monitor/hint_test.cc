@@ -32,7 +32,7 @@ class Hint : public ::testing::Test {
   std::string hint(const std::optional<std::string>& asked = "host") {
     Options options;
     options.machine = asked;
-    auto computer = std::make_unique<LinuxMachine>(tree.roots(), LinuxOptions(), calls);
+    auto computer = std::make_unique<LinuxMachine>(tree.roots(), ComputerOptions(), calls);
     return chooseMachine(options, std::move(computer)).hint;
   }
 

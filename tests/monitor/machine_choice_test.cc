@@ -7,8 +7,8 @@
 #include <memory>
 #include <string>
 
+#include "halvermonte/BundledMachines.hpp"
 #include "monitor/Failure.hpp"
-#include "platform/simulated/BundledMachines.hpp"
 #include "tests/linux/Tree.hpp"
 #include "tests/support/TestMachine.hpp"
 

@@ -6,10 +6,10 @@
 #include <utility>
 #include <vector>
 
+#include "halvermonte/SimulatedMachine.hpp"
 #include "monitor/MachineChoice.hpp"
 #include "monitor/list/SensorList.hpp"
 #include "monitor/report/Report.hpp"
-#include "platform/simulated/SimulatedMachine.hpp"
 #include "tests/support/TestMachine.hpp"
 
 namespace halvermonte::test {

@@ -4,7 +4,7 @@
 #include <memory>
 #include <string>
 
-#include "platform/simulated/SimulatedMachine.hpp"
+#include "halvermonte/SimulatedMachine.hpp"
 
 namespace halvermonte {
 

@@ -8,10 +8,10 @@
 #include <utility>
 #include <vector>
 
+#include "halvermonte/BundledMachines.hpp"
 #include "halvermonte/HalvermonteSensorsEngine.hpp"
+#include "halvermonte/SimulatedMachine.hpp"
 #include "halvermonte/StatisticsData.hpp"
-#include "platform/simulated/BundledMachines.hpp"
-#include "platform/simulated/SimulatedMachine.hpp"
 
 namespace halvermonte {
 namespace {

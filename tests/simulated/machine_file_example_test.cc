@@ -6,8 +6,8 @@
 #include <string>
 
 #include "halvermonte/HalvermonteSensorsEngine.hpp"
+#include "halvermonte/SimulatedMachine.hpp"
 #include "halvermonte/StatisticsData.hpp"
-#include "platform/simulated/SimulatedMachine.hpp"
 
 namespace halvermonte {
 namespace {

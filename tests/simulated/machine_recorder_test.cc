@@ -6,10 +6,10 @@
 #include <string>
 #include <vector>
 
+#include "halvermonte/BundledMachines.hpp"
 #include "halvermonte/HalvermonteSensorsEngine.hpp"
-#include "platform/simulated/BundledMachines.hpp"
-#include "platform/simulated/MachineRecorder.hpp"
-#include "platform/simulated/SimulatedMachine.hpp"
+#include "halvermonte/MachineRecorder.hpp"
+#include "halvermonte/SimulatedMachine.hpp"
 #include "tests/support/RecordTexts.hpp"
 #include "tests/support/TestMachine.hpp"
 

@@ -8,8 +8,8 @@
 
 #include "engine/EngineState.hpp"
 #include "halvermonte/HalvermonteSensorsEngine.hpp"
+#include "halvermonte/Machine.hpp"
 #include "halvermonte/StatisticsData.hpp"
-#include "platform/portable/Machine.hpp"
 
 namespace halvermonte::test {
 

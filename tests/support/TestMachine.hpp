@@ -9,8 +9,8 @@
 #include <string_view>
 #include <vector>
 
+#include "halvermonte/Machine.hpp"
 #include "platform/FourCharacterCode.hpp"
-#include "platform/portable/Machine.hpp"
 
 namespace halvermonte::test {
 

@@ -12,6 +12,8 @@
 #include <vector>
 
 #include "catalogue/Tables.hpp"
+#include "halvermonte/Machine.hpp"
+#include "halvermonte/MachineAnswers.hpp"
 #include "platform/SensorNames.hpp"
 #include "platform/linux/FolderWatch.hpp"
 #include "platform/linux/SystemCalls.hpp"
@@ -22,8 +24,6 @@
 #include "platform/linux/hwmon/Source.hpp"
 #include "platform/linux/hwmon/Trial.hpp"
 #include "platform/linux/nvidia/NvidiaDevices.hpp"
-#include "platform/portable/Inventory.hpp"
-#include "platform/portable/Machine.hpp"
 
 namespace halvermonte::linuxos {
 

@@ -7,8 +7,8 @@
 #include <random>
 
 #include "halvermonte/HalvermonteSensorsEngine.hpp"
+#include "halvermonte/Machine.hpp"
 #include "halvermonte/StatisticsData.hpp"
-#include "platform/portable/Machine.hpp"
 #include "tests/support/TestMachine.hpp"
 
 namespace halvermonte::test {

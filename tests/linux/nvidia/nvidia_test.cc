@@ -67,8 +67,8 @@ class Nvidia : public ::testing::Test {
   }
 
   LinuxMachine& machineWith(const std::string& path) {
-    machine_ = std::make_unique<LinuxMachine>(tree.roots(), LinuxOptions{.managementLibrary = path},
-                                              *calls);
+    machine_ = std::make_unique<LinuxMachine>(tree.roots(),
+                                              ComputerOptions{.managementLibrary = path}, *calls);
     return *machine_;
   }
   LinuxMachine& machine() { return machine_ ? *machine_ : machineWith(kCurrent); }
@@ -276,7 +276,7 @@ TEST_F(Nvidia, DeviceThatTheUserMayNotReadCountsAsDenied) {
 }
 
 TEST_F(Nvidia, TreeDoesNotAskThisComputersLibrary) {
-  machineWith(LinuxOptions().managementLibrary);
+  machineWith(ComputerOptions().managementLibrary);
   EXPECT_EQ(listing("temp1_input").state, "no reading: NVIDIA's library knows only this computer");
 }
 

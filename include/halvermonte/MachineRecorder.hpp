@@ -1,46 +1,31 @@
-// Writes down what a machine answers, as a machine file that answers the same.
+// Writes down what a machine answers, as a machine file that answers the same. Not on macOS.
 #pragma once
 
-#include <array>
 #include <cstddef>
 #include <cstdint>
-#include <map>
 #include <memory>
 #include <optional>
 #include <string>
 #include <vector>
 
-#include "platform/SensorNames.hpp"
-#include "platform/portable/Machine.hpp"
+#include "halvermonte/Export.h"
+#include "halvermonte/Machine.hpp"
+#include "halvermonte/MachineAnswers.hpp"
 
 namespace halvermonte {
 
-/// What a machine answered in the course of one tick. Absent: it was not asked.
-struct RecordedTick {
-  struct Key {
-    std::optional<SMCKeyInfo> info;
-    std::optional<SMCKeyBytes> data;
-  };
-
-  std::optional<double> time;
-  std::optional<SMCService> service;
-  std::optional<uint32_t> openCode;
-  bool answersWideCalls = true;
-  std::map<uint32_t, Key> keys;
-  /// By HIDSensorKind; null if there is no list.
-  std::array<std::optional<std::shared_ptr<const HIDServices>>, 3> hid;
-  std::vector<Drive> drives;
-  std::optional<std::string> drivesRaise;
-};
+struct Recording;
 
 /// Answers as the machine does, from one thread, and keeps each answer under the tick of the time.
 /// The clock stands still within a tick, as it does in a machine file.
-class MachineRecorder : public MachineWrapper {
+class HALVERMONTE_EXPORT MachineRecorder : public MachineWrapper {
  public:
   /// Whether the recording may tell the computer's host name.
   enum class HostName { kept, leftOut };
 
+  /// REQUIRES: the machine outlives the recorder.
   MachineRecorder(Machine& machine, HostName hostName);
+  ~MachineRecorder() override;
 
   /// The machine file of all ticks so far. REQUIRES: that nothing is asked afterwards.
   std::string machineFile();
@@ -61,16 +46,7 @@ class MachineRecorder : public MachineWrapper {
   std::optional<int64_t> kernelVariable(const std::string& name) override;
 
  private:
-  RecordedTick& tick() { return ticks_.back(); }
-  /// Asks what a pass does not, or not always, so that the recording has it.
-  void complete();
-
-  HostName hostName_;
-  std::optional<size_t> driveCount_;
-  std::map<std::string, std::optional<std::string>> commands_;
-  std::map<std::string, int64_t> kernelVariables_;
-  std::vector<SensorName> sensorNames_;
-  std::vector<RecordedTick> ticks_{1};
+  std::unique_ptr<Recording> recording_;
 };
 
 }  // namespace halvermonte

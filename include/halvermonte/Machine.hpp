@@ -1,84 +1,45 @@
-// The abstract computer that answers the portable platform's calls. Its defaults together are an
-// empty one: no controller, no sensors, no drives, a clock at 0, commands that print nothing. A
-// Machine is asked from one thread at a time, unless its own header says more.
+// Machine: the computer that the engine reads. Without one, it reads this computer; with a
+// SimulatedMachine it reads a machine file; and a host may bring a Machine of its own:
+//
+//   class Kettle : public Machine {
+//    public:
+//     double clock() override { return now(); }
+//     std::shared_ptr<const HIDServices> hidServices(HIDSensorKind kind) override {
+//       HIDServices services;
+//       if (kind == HIDSensorKind::temperature) services.push_back({"gas gauge battery",
+//       degrees()}); return std::make_shared<HIDServices>(std::move(services));
+//     }
+//   };
+//
+//   Kettle kettle;
+//   ScopedMachine scope(kettle);      // on this thread, until the end of the block
+//   HalvermonteSensorsEngine engine;  // reads the kettle
+//
+// The defaults together are an empty computer: no controller, no sensors, no drives, a clock at 0,
+// commands that print nothing. A Machine is asked from one thread at a time, unless its own header
+// says more. A question must not throw unless its comment allows it. Not on macOS: there, the
+// system itself answers.
 #pragma once
 
-#include <array>
 #include <cstddef>
 #include <cstdint>
 #include <memory>
 #include <optional>
 #include <string>
-#include <variant>
 #include <vector>
 
-#include "platform/SensorNames.hpp"
-#include "platform/portable/HostFacts.hpp"
-#include "platform/portable/Inventory.hpp"
-#include "platform/portable/Process.hpp"
+#include "halvermonte/Export.h"
+#include "halvermonte/MachineAnswers.hpp"
+#include "halvermonte/StandardLibrary.hpp"
 
 namespace halvermonte {
 
-/// The codes of IOKit that the portable platform itself gives.
-inline constexpr uint32_t kCodeSuccess = 0;
-inline constexpr uint32_t kCodeError = 0xE00002BC;
-inline constexpr uint32_t kCodeBadArgument = 0xE00002C2;
-inline constexpr uint32_t kCodeInvalidDestination = 0x10000003;
-
-/// The result bytes of a controller that has no such key, and of one whose key has another size.
-inline constexpr uint8_t kSMCKeyNotFound = 0x84;
-inline constexpr uint8_t kSMCKeySizeMismatch = 0x87;
-
-/// Whether "AppleSMC" can be matched: the code of the matching call and, if that is 0, whether it
-/// found a service.
-struct SMCService {
-  uint32_t code = kCodeSuccess;
-  bool present = false;
-};
-
-/// The answer to the key-info command. A nonzero `code` leaves the caller's reply unwritten; a
-/// nonzero `result` comes in a reply whose other fields are 0.
-struct SMCKeyInfo {
-  uint32_t code = kCodeSuccess;
-  uint8_t result = 0;
-  uint32_t dataSize = 0;
-  uint32_t dataType = 0;  ///< four-character code
-};
-
-/// The answer to the read command; `code` and `result` as in SMCKeyInfo.
-struct SMCKeyBytes {
-  uint32_t code = kCodeSuccess;
-  uint8_t result = 0;
-  std::array<uint8_t, 32> bytes{};
-};
-
-/// The HID sensor kinds, each a usage page and a usage.
-enum class HIDSensorKind { temperature, current, voltage };
-
-/// One HID sensor service. No `product`: it has no such property. No `value`: it gives no event.
-struct HIDService {
-  std::optional<std::string> product;
-  std::optional<double> value;  ///< degrees Celsius, amperes or volts
-};
-using HIDServices = std::vector<HIDService>;
-
-/// A block-storage driver whose properties cannot be read.
-struct UnreadableDrive {};
-/// A block-storage driver without a Statistics dictionary.
-struct DriveWithoutStatistics {};
-/// A driver's Statistics: bytes since it started, each of them optional.
-struct DriveStatistics {
-  std::optional<int64_t> bytesRead;
-  std::optional<int64_t> bytesWritten;
-};
-using Drive = std::variant<UnreadableDrive, DriveWithoutStatistics, DriveStatistics>;
-
-class Machine {
+class HALVERMONTE_EXPORT Machine {
  public:
   Machine() = default;
   Machine(const Machine&) = delete;
   Machine& operator=(const Machine&) = delete;
-  virtual ~Machine() = default;
+  virtual ~Machine();
 
   /// What a person calls it.
   virtual std::string name() { return "Empty machine"; }
@@ -95,8 +56,8 @@ class Machine {
   virtual SMCKeyInfo smcKeyInfo(uint32_t /*key*/) { return {.result = kSMCKeyNotFound}; }
   virtual SMCKeyBytes smcKeyBytes(uint32_t /*key*/) { return {.result = kSMCKeyNotFound}; }
 
-  /// The names that the machine adds to the built-in ones, as platformSensorNames() has them. Asked
-  /// once for each engine, when it is made.
+  /// The names that the machine adds to the built-in ones, in order. A key that is built in
+  /// keeps its own name. Asked once for each engine, when it is made.
   virtual std::vector<SensorName> sensorNames() { return {}; }
 
   /// The services of a kind in service order; null if the event system returns no list. The list
@@ -145,11 +106,8 @@ class Machine {
   static void setProcessMachine(Machine* machine);
 };
 
-/// This computer, made by the one machine folder that is linked for the system (linux/ has it).
-std::unique_ptr<Machine> makeThisComputer();
-
 /// Makes a machine answer the calling thread until the guard's end. Guards nest.
-class ScopedMachine {
+class HALVERMONTE_EXPORT ScopedMachine {
  public:
   explicit ScopedMachine(Machine& machine);
   ~ScopedMachine();
@@ -160,10 +118,12 @@ class ScopedMachine {
   Machine* former_;
 };
 
-/// Forwards every question to another machine, so that a test or a recorder overrides just one.
-class MachineWrapper : public Machine {
+/// Forwards every question to another machine, so that a host or a recorder overrides just one.
+class HALVERMONTE_EXPORT MachineWrapper : public Machine {
  public:
+  /// REQUIRES: the inner machine outlives this one.
   explicit MachineWrapper(Machine& inner) : inner_(inner) {}
+  ~MachineWrapper() override;
 
   std::string name() override { return inner_.name(); }
   bool isThisComputer() override { return inner_.isThisComputer(); }
