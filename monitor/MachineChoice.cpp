@@ -41,7 +41,10 @@ std::unique_ptr<Sampling> samplingOf(ChosenMachine chosen, const Options& option
 std::unique_ptr<Sampling> simulated(std::unique_ptr<Machine> machine, const Options& options,
                                     const std::string& reason = "") {
   std::string title = machine->name() + ", simulated" + (reason.empty() ? "" : ": " + reason);
-  return samplingOf({.machine = std::move(machine), .title = std::move(title), .isSimulated = true},
+  return samplingOf({.machine = std::move(machine),
+                     .title = std::move(title),
+                     .isSimulated = true,
+                     .reason = reason},
                     options);
 }
 
@@ -116,8 +119,7 @@ std::string hintOf(Machine& machine, Offer offer) {
 
 Offer offerOf(Sampling& sampling) {
   const PassView& view = sampling.firstPass();
-  const bool isEmpty =
-      view.temperatures.empty() && view.shortTemperatures.empty() && view.fans.empty();
+  const bool isEmpty = view.temperatures.empty() && view.fans.empty();
   if (view.exception || !isEmpty) return Offer::sensors;
   return sampling.machine().driveCount().value_or(0) > 0 ? Offer::drivesAlone : Offer::nothing;
 }

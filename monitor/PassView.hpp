@@ -8,10 +8,24 @@
 #include <string>
 #include <vector>
 
-#include "halvermonte/Readings.hpp"
 #include "halvermonte/StatisticsData.hpp"
 
 namespace halvermonte {
+
+/// Which of the record's lists of temperatures have a sensor.
+enum class InLists : uint8_t { full, both, shortAlone };
+
+/// A temperature or a fan of one pass.
+struct SensorView {
+  std::string name;
+  int32_t number = 0;             ///< degrees Celsius, or revolutions per minute
+  std::string identity = "";      ///< its own from pass to pass: two sensors may have one name
+  InLists lists = InLists::full;  ///< of a temperature
+  bool isRead = true;             ///< false if the machine gave no reading in this pass
+  std::optional<int32_t> reading = std::nullopt;  ///< the machine's, if another number is shown
+
+  bool operator==(const SensorView&) const = default;
+};
 
 /// What all drives together moved in one direction.
 struct DiskTraffic {
@@ -38,7 +52,9 @@ struct ProcessUse {
 
 struct PassView {
   // The same in every pass.
-  std::string title;  ///< the machine, and why this one if nobody asked for it
+  std::string title;   ///< the machine, and why this one if nobody asked for it
+  std::string name;    ///< the machine's alone
+  std::string reason;  ///< why this machine; "" if somebody asked for it
   bool isSimulated = false;
   std::string processor;  ///< "" if it is not known
   int32_t cores = 1;      ///< physical; 1 also stands for an unknown number
@@ -49,16 +65,16 @@ struct PassView {
   int32_t logicalCores = 1;
   std::string uptime;  ///< "3 d 4 h"; "" if it is not known
   std::string memoryUsed;
-  std::string memoryTotal;                 ///< "" if it is not known
-  std::vector<Reading> temperatures;       ///< the full list
-  std::vector<Reading> shortTemperatures;  ///< the short list
-  std::vector<Reading> fans;
+  std::string memoryTotal;               ///< "" if it is not known
+  std::vector<SensorView> temperatures;  ///< the full list, then what the short list adds
+  std::vector<SensorView> fans;
   DisksView disks;
   std::optional<ProcessUse> process;  ///< absent unless somebody asks for one
   std::chrono::steady_clock::duration cost{};
   std::chrono::steady_clock::time_point counted;  ///< when the drives' bytes had been read
-  std::optional<std::string> exception;           ///< why the pass ended early
-  std::vector<std::string> complaints;            ///< what the engine printed, without repetitions
+  double time = 0;  ///< the same by the machine's clock: seconds since 1970-01-01T00:00:00Z
+  std::optional<std::string> exception;  ///< why the pass ended early
+  std::vector<std::string> complaints;   ///< what the engine printed, without repetitions
 
   /// The whole record. The next pass changes it.
   std::shared_ptr<const StatisticsData> record;

@@ -37,9 +37,12 @@ bool Pause::waitUntil(Beat::Clock::time_point time) const {
 Sampling::Sampling(ChosenMachine chosen)
     : chosen_(std::move(chosen)),
       machine_(chosen_.recorder ? *chosen_.recorder : *chosen_.machine),
-      clock_(machine_),
-      scope_(clock_) {
+      watch_(machine_),
+      scope_(watch_),
+      marks_(engine_) {
   view_.title = chosen_.title;
+  view_.name = machine_.name();
+  view_.reason = chosen_.reason;
   view_.isSimulated = chosen_.isSimulated;
   view_.processor = engine_.askSytemInfoForProcessorName();
   view_.cores = engine_.physicalCores();
@@ -68,12 +71,15 @@ void Sampling::watchProcess(int32_t identifier) {
 }
 
 void Sampling::makePass() {
+  watch_.beginPass();
   const auto start = std::chrono::steady_clock::now();
   view_.exception = foundation::reasonRaisedBy([this] { engine_.getSensorsInfo(record_); });
   view_.cost = std::chrono::steady_clock::now() - start;
-  view_.counted = clock_.lastAsked();
+  view_.counted = watch_.lastAsked();
+  view_.time = watch_.time();
   storeFacts();  // not before the pass, as that would delay the beat
   readRecord(record_, view_);
+  marks_.mark(watch_, view_);
 }
 
 void Sampling::storeFacts() {

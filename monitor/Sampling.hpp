@@ -13,10 +13,11 @@
 #include "halvermonte/MachineRecorder.hpp"
 #include "halvermonte/StatisticsData.hpp"
 #include "monitor/Beat.hpp"
-#include "monitor/ClockWatch.hpp"
 #include "monitor/Options.hpp"
 #include "monitor/PassView.hpp"
+#include "monitor/PassWatch.hpp"
 #include "monitor/ProcessWatch.hpp"
+#include "monitor/ReadMarks.hpp"
 #include "monitor/Signals.hpp"
 #include "monitor/StandardStreams.hpp"
 
@@ -28,6 +29,7 @@ struct ChosenMachine {
   std::unique_ptr<MachineRecorder> recorder = nullptr;  ///< null unless it is recorded
   std::string title = "";    ///< its name, and why this machine if nobody asked for it
   bool isSimulated = false;  ///< from a machine file
+  std::string reason = "";   ///< why this machine; "" if somebody asked for it
 };
 
 /// The time from one pass to the next: the engine has no rates for passes that are less than a
@@ -86,9 +88,10 @@ class Sampling {
 
   ChosenMachine chosen_;
   Machine& machine_;  ///< the recorder, if there is one
-  ClockWatch clock_;
+  PassWatch watch_;
   ScopedMachine scope_;
   HalvermonteSensorsEngine engine_;
+  const ReadMarks marks_;
   std::shared_ptr<StatisticsData> record_ = std::make_shared<StatisticsData>();
   PassView view_;
   bool hasPassed_ = false;

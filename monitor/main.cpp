@@ -48,7 +48,6 @@ void run(const Options& options, const Output& output) {
   if (options.list) return output.write(sensorList(sampling));
   if (options.recordingPath) return record(sampling, options, output);
   if (options.format == Format::json) return printJson(sampling, options, output);
-  if (options.watch && canRedraw(output)) return watchReports(sampling, options, output);
   printReports(sampling, options, output);
 }
 

@@ -1,25 +1,21 @@
 #include "monitor/report/Report.hpp"
 
 #include <algorithm>
-#include <charconv>
 #include <cmath>
 #include <cstdint>
 #include <string>
 #include <string_view>
 #include <utility>
 
-#include "halvermonte/Readings.hpp"
-#include "monitor/report/Columns.hpp"
-#include "monitor/report/ReadingTexts.hpp"
-#include "platform/Counted.hpp"
+#include "monitor/HostTexts.hpp"
+#include "monitor/ReadingTexts.hpp"
 
 namespace halvermonte {
 namespace {
 
 constexpr size_t kBarCells = 11;  // 10 degrees each
-constexpr size_t kDefaultWidth = 80;
+constexpr size_t kWidth = 80;
 constexpr size_t kGraphSamples = 75;  // what a history holds
-constexpr int kWarmDegrees = 80, kHotDegrees = 95;
 
 // The characters that draw, and ASCII ones for terminals without Unicode.
 struct Glyphs {
@@ -30,16 +26,6 @@ struct Glyphs {
 };
 constexpr Glyphs kUnicodeGlyphs{"•", "━", "─", {"▁", "▂", "▃", "▄", "▅", "▆", "▇", "█"}};
 constexpr Glyphs kAsciiGlyphs{"*", "=", "-", {"_", ".", ":", "-", "=", "+", "*", "#"}};
-
-std::string joined(const std::string& first, const char* between, const std::string& second) {
-  return first.empty() || second.empty() ? first + second : first + between + second;
-}
-
-std::string percentText(float percent) {
-  char text[64];
-  const auto fixed = std::chars_format::fixed;
-  return std::string(text, std::to_chars(text, text + sizeof text, percent, fixed, 1).ptr) + " %";
-}
 
 std::string repeated(const char* glyph, size_t count) {
   std::string text;
@@ -65,6 +51,10 @@ size_t graphLevel(float rate, float scale) {
   return static_cast<size_t>(std::clamp(std::ceil(rate / scale * 7), 1.0F, 7.0F));
 }
 
+std::string remarkOn(const SensorView& sensor) {
+  return sensor.isRead ? "" : "  " + std::string(kNotRead);
+}
+
 class Report {
  public:
   Report(const PassView& view, const ReportStyle& style)
@@ -77,31 +67,22 @@ class Report {
     addFans();
     addDisks();
     addTemperatures();
-    return fitted();
+    return std::move(lines_);
   }
 
  private:
-  size_t width() const { return style_.columns ? style_.columns : kDefaultWidth; }
-  bool isHeightLimited() const { return style_.rows != 0; }
   std::string shown(std::string_view text) const { return printable(text, style_.unicode); }
 
   void add(Line line) { lines_.push_back(std::move(line)); }
-  void add(const std::vector<Line>& lines) {
-    lines_.insert(lines_.end(), lines.begin(), lines.end());
-  }
   void addHeading(const std::string& text) { add(Line{{shown(text), Ink::strong}}); }
 
-  void addGap() {
-    constexpr size_t kAmpleRows = 20;
-    if (!isHeightLimited() || style_.rows >= kAmpleRows) add(Line{});
-  }
+  void addGap() { add(Line{}); }
 
   void addFacts() {
     std::string line;
-    for (const std::string& fact :
-         {view_.hostName, processorText(), uptimeText(), memoryText(), processText()}) {
-      const std::string longer = joined(line, "   ", shown(fact));
-      if (!line.empty() && cells(longer) > width()) {
+    for (const std::string& fact : hostTexts(view_)) {
+      const std::string longer = line.empty() ? shown(fact) : line + "   " + shown(fact);
+      if (!line.empty() && cells(longer) > kWidth) {
         add(Line{{line}});
         line = shown(fact);
       } else {
@@ -109,29 +90,6 @@ class Report {
       }
     }
     if (!line.empty()) add(Line{{line}});
-  }
-
-  std::string processorText() const {
-    const int32_t physical = view_.cores, logical = view_.logicalCores;
-    std::string cores;
-    if (physical > 1 || logical > 1) cores = counted(physical, "core");
-    if (logical > physical) cores = joined(cores, ", ", counted(logical, "thread"));
-    return joined(view_.processor, ", ", cores);
-  }
-
-  std::string uptimeText() const { return view_.uptime.empty() ? "" : "up " + view_.uptime; }
-
-  std::string memoryText() const {
-    if (view_.memoryTotal.empty()) return "";
-    return "memory " + view_.memoryUsed + " of " + view_.memoryTotal;
-  }
-
-  std::string processText() const {
-    if (!view_.process) return "";
-    const auto [identifier, percent, hasEnded] = *view_.process;
-    const std::string name = "process " + std::to_string(identifier);
-    if (hasEnded) return name + " has ended";
-    return name + ": " + (percent ? percentText(*percent) + " of one core" : "not known yet");
   }
 
   void addException() {
@@ -142,16 +100,18 @@ class Report {
   void addFans() {
     addGap();
     addHeading("Fans");
-    size_t nameCells = 0;
-    for (const Reading& fan : view_.fans) nameCells = std::max(nameCells, cells(shown(fan.name)));
-    std::vector<Line> rows;
-    for (const Reading& fan : view_.fans) {
-      rows.push_back({{"  " + leftAligned(shown(fan.name), nameCells) +
-                       rightAligned(fanText(fan.number), 11)}});
+    if (view_.fans.empty()) add(Line{{"  none"}});
+    const size_t nameCells = widestName(view_.fans);
+    for (const SensorView& fan : view_.fans) {
+      add(Line{{"  " + leftAligned(shown(fan.name), nameCells) + rightAligned(fanText(fan), 11) +
+                remarkOn(fan)}});
     }
-    if (rows.empty()) return add(Line{{"  none"}});
-    const Columns columns(std::move(rows), width());
-    add(isHeightLimited() ? columns.lines(1) : columns.oneColumn());
+  }
+
+  size_t widestName(const std::vector<SensorView>& sensors) const {
+    size_t widest = 0;
+    for (const SensorView& sensor : sensors) widest = std::max(widest, cells(shown(sensor.name)));
+    return widest;
   }
 
   void addDisks() {
@@ -167,7 +127,7 @@ class Report {
     const std::string_view rate = view_.number > 0 ? traffic.rateText : std::string_view("-");
     const std::string row = "  " + leftAligned(direction, 6) + rightAligned(shown(rate), 12) +
                             rightAligned(shown(traffic.totalText), 12) + "   ";
-    const size_t room = std::min(width() - std::min(width(), cells(row)), kGraphSamples);
+    const size_t room = std::min(kWidth - std::min(kWidth, cells(row)), kGraphSamples);
     add(Line{{row + graph(traffic.history, room)}});
   }
 
@@ -183,46 +143,29 @@ class Report {
 
   void addTemperatures() {
     addGap();
-    const std::vector<Temperature> rows =
-        temperatureRows(view_.temperatures, view_.shortTemperatures);
-    const bool isAnyMarked = !rows.empty() && rows.front().isMarked;
+    std::vector<SensorView> rows = view_.temperatures;
+    std::ranges::stable_partition(rows, isMarked);
+    const bool isAnyMarked = !rows.empty() && isMarked(rows.front());
     const std::string legend = std::string("   ") + glyphs_.mark + " in the short list";
     add(Line{{"Temperatures", Ink::strong}, {isAnyMarked ? legend : "", Ink::faint}});
-    if (rows.empty()) return add(Line{{"  none"}});
-    const Columns withBars(temperatureCells(rows, true), width());
-    if (!isHeightLimited()) return add(withBars.oneColumn());
-    const size_t free = style_.rows - std::min(style_.rows, lines_.size());
-    if (withBars.rowsNeeded() <= free) return add(withBars.lines(free));
-    add(Columns(temperatureCells(rows, false), width()).linesThatFit(free));
+    if (rows.empty()) add(Line{{"  none"}});
+    const size_t nameCells = widestName(rows);
+    for (const SensorView& row : rows) addTemperature(row, nameCells);
   }
 
-  std::vector<Line> temperatureCells(const std::vector<Temperature>& rows, bool withBars) const {
-    size_t nameCells = 0;
-    for (const Temperature& row : rows) nameCells = std::max(nameCells, cells(shown(row.name)));
-    std::vector<Line> all;
-    for (const Temperature& row : rows) all.push_back(temperatureCell(row, nameCells, withBars));
-    return all;
-  }
+  static bool isMarked(const SensorView& sensor) { return sensor.lists != InLists::full; }
 
-  Line temperatureCell(const Temperature& row, size_t nameCells, bool withBar) const {
-    const Ink ink = inkOf(row.degrees);
-    const std::string value = temperatureText(row.degrees, style_.fahrenheit, style_.unicode);
-    Line cell = {{row.isMarked ? std::string(glyphs_.mark) + " " : "  "},
-                 {leftAligned(shown(row.name), nameCells)},
-                 {rightAligned(value, 8), ink}};
-    if (!withBar) return cell;
-    const size_t filled = filledCells(row.degrees);
-    cell.push_back({"  " + repeated(glyphs_.barFilled, filled), ink});
-    cell.push_back({repeated(glyphs_.barEmpty, kBarCells - filled), Ink::faint});
-    return cell;
-  }
+  void addTemperature(const SensorView& row, size_t nameCells) {
+    const Ink ink = inkOf(row.number);
+    const std::string value = temperatureText(row.number, style_.fahrenheit, style_.unicode);
+    const size_t filled = filledCells(row.number);
 
-  std::vector<Line> fitted() {
-    if (isHeightLimited() && lines_.size() > style_.rows) lines_.resize(style_.rows);
-    if (style_.columns) {
-      for (Line& line : lines_) line = cut(line, style_.columns);
-    }
-    return std::move(lines_);
+    add(Line{{isMarked(row) ? std::string(glyphs_.mark) + " " : "  "},
+             {leftAligned(shown(row.name), nameCells)},
+             {rightAligned(value, 8), ink},
+             {"  " + repeated(glyphs_.barFilled, filled), ink},
+             {repeated(glyphs_.barEmpty, kBarCells - filled), Ink::faint},
+             {remarkOn(row)}});
   }
 
   const PassView& view_;

@@ -10,10 +10,4 @@ namespace halvermonte {
 /// Prints one report after the other. The first pass is not shown, as it has no rates.
 void printReports(Sampling& sampling, const Options& options, const Output& output);
 
-/// Shows one report at a time, redrawn in place. REQUIRES: canRedraw(output).
-void watchReports(Sampling& sampling, const Options& options, const Output& output);
-
-/// Whether the output is a terminal with cursor addressing.
-bool canRedraw(const Output& output);
-
 }  // namespace halvermonte

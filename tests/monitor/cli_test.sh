@@ -254,56 +254,14 @@ expect 2 --watch=3
 # at_terminal COMMAND: runs it at a terminal without a keyboard, with what that gets in typescript.
 at_terminal() { timeout 60 script -qec "$1" typescript >script.out </dev/null; }
 
-# At a terminal it takes the other screen and gives it back
+# Colours at a terminal
 export TERM=xterm
-at_terminal "$quoted --machine M1 --watch --ticks 2 --interval 0"
-for sequence in '[?1049h' '[?25l' '[?7l' '[H' '[?7h' '[?25h' '[?1049l'; do
-  grep -qF "$(printf '\033%s' "$sequence")" typescript || fail "no $sequence at the terminal"
-done
+bold=$(printf '\033[1m')
+at_terminal "$quoted --machine M1 -n 1 -i 0"
 grep -q 'M1, simulated' typescript || fail "no title at the terminal"
-grep -qF "$(printf '\033[1m')" typescript || fail "no colours at the terminal"
-NO_COLOR=1 at_terminal "$quoted -m M1 --watch -n 1 -i 0"
-grep -qF "$(printf '\033[1m')" typescript && fail "colours in spite of NO_COLOR"
-# The last line shows the newest complaint until there is another; all go to standard error if that
-# is not the terminal
-cat >complaints.json <<'END'
-{"name": "Complaints", "ticks": [
-  {"drivesRaise": "no drives now", "smc": {"service": "refused"}},
-  {"smc": {"service": "present"}},
-  {"smc": {"service": "missing"}}]}
-END
-complaining="$quoted -m complaints.json --watch -n 2 -i 0"
-NO_COLOR=1 at_terminal "stty rows 9 cols 100; $complaining"
-printf 'q ends   Error: %s\n' 'IOServiceOpen() = e00002bc' 'IOServiceOpen() = e00002bc' 'no SMC found' \
-  >expected
-grep -ao $'q ends   [^\033]*' typescript | cmp -s - expected || fail "complaints at the terminal"
-grep -aq 'no drives now' typescript && fail "an older complaint of a pass was shown"
-[ "$(grep -ao $'\033\[K' typescript | wc -l)" = 27 ] || fail "three screens of 9 rows have other than 27"
-at_terminal "$complaining 2>err"
-has err 3 ' no drives now$'
-has err 3 '^Error: no SMC found$'
-grep -aq 'q ends   Error: no SMC found' typescript || fail "a complaint on standard error is not on the screen"
-# Another size is followed at once, by one more screen; keys but q do nothing
-frames() { grep -ao $'\033\[H' typescript | wc -l; }
-await_frames() {
-  for _ in $(seq 200); do
-    [ "$(frames)" -ge "$1" ] && break
-    sleep 0.05
-  done
-}
-: >typescript
-mkfifo keys
-timeout 60 script -qfec "echo \$\$ >pid; exec $quoted -m M1 --watch -i 1000" typescript >script.out <keys &
-process=$!
-exec 3>keys
-await_frames 1
-printf x >&3
-kill -WINCH "$(cat pid)"
-await_frames 2
-printf q >&3
-wait $process || fail "a key ended --watch: exit status $?"
-exec 3>&-
-[ "$(frames)" = 2 ] || fail "$(frames) screens instead of 2 after another size"
+grep -qF "$bold" typescript || fail "no colours at the terminal"
+NO_COLOR=1 at_terminal "$quoted -m M1 -n 1 -i 0"
+grep -qF "$bold" typescript && fail "colours in spite of NO_COLOR"
 TERM=dumb at_terminal "$quoted -m M1 --watch -n 1 -i 0"
 grep -q $'\033' typescript && fail "a dumb terminal was steered"
 

@@ -129,12 +129,12 @@ TEST(OwnMachine, IsTheSameWhileItIsRecorded) {
 
 TEST(OwnMachine, RecordingGivesTheSamePasses) {
   const Choice choice = recorded();
-  std::vector<std::vector<Reading>> seen;
+  std::vector<std::vector<SensorView>> seen;
   for (int pass = 0; pass < 3; ++pass) seen.push_back(choice.sampling->pass().temperatures);
   const std::string recording = choice.sampling->recorder()->machineFile();
   EXPECT_EQ(recording.find("\"hostName\""), recording.npos) << "unless the user asks for it";
   Sampling replay({.machine = SimulatedMachine::fromText(recording, "recording.json")});
-  for (const std::vector<Reading>& readings : seen) {
+  for (const std::vector<SensorView>& readings : seen) {
     EXPECT_THAT(readings, Not(IsEmpty()));
     EXPECT_EQ(replay.pass().temperatures, readings);
   }

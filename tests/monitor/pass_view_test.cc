@@ -14,6 +14,8 @@ namespace halvermonte::test {
 namespace {
 
 using std::chrono::steady_clock;
+using ::testing::ElementsAre;
+using ::testing::Field;
 using ::testing::IsEmpty;
 using ::testing::SizeIs;
 
@@ -64,6 +66,35 @@ TEST(PassView, DisksHaveRatesTotalsAndHistories) {
   EXPECT_EQ(disks.written.history.back(), 7'000'000);
   EXPECT_EQ(disks.historyScale, 10'000'000);
   EXPECT_EQ(disks.historyScaleText, "10 MB");
+}
+
+TEST(PassView, SensorsOfOneNameAreTwoSensors) {
+  auto machine = std::make_unique<TestMachine>();
+  machine->keys["FNum"] = ui8(2);
+  for (const char* fan : {"F0", "F1"}) {
+    machine->keys[std::string(fan) + "ID"] = fanDescriptor("Exhaust");
+    machine->keys[std::string(fan) + "Ac"] = fpe2(1200);
+  }
+  Sampling sampling({.machine = std::move(machine)});
+  EXPECT_THAT(sampling.pass().fans, ElementsAre(Field(&SensorView::identity, "Exhaust"),
+                                                Field(&SensorView::identity, "Exhaust (2)")));
+}
+
+TEST(PassView, TemperaturesOfTheShortListFollowUnlessTheFullListHasThem) {
+  auto machine = std::make_unique<TestMachine>();
+  machine->keys["TB3T"] = flt(30);  // "Battery" in the full list, "Enclosure 3" in the short one
+  machine->keys["TB0T"] = flt(31);  // "Battery" and "Enclosure" in the short one
+  Sampling sampling({.machine = std::move(machine)});
+  EXPECT_THAT(sampling.pass().temperatures,
+              ElementsAre(SensorView{"Battery", 30, "Battery", InLists::both},
+                          SensorView{"Battery TS_MAX", 31, "Battery TS_MAX", InLists::full},
+                          SensorView{"Enclosure", 31, "Enclosure", InLists::shortAlone},
+                          SensorView{"Enclosure 3", 30, "Enclosure 3", InLists::shortAlone}));
+}
+
+TEST(PassView, TimeIsTheMachines) {
+  Sampling sampling({.machine = std::make_unique<TestMachine>()});
+  EXPECT_EQ(sampling.pass().time, 1'000'000);
 }
 
 TEST(PassView, RecordWithoutHistoriesHasNone) {
