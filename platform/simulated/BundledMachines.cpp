@@ -26,7 +26,8 @@ bool equalInAnyCase(std::string_view first, std::string_view second) {
 std::string processorOf(const BundledMachine& machine) {
   const std::string fileName(machine.fileName);
   const JsonValue json = parseJson(machine.json, fileName);
-  const auto processor = JsonPlace(fileName, json).required("processor");
+  const JsonPlace root(fileName, json);
+  const JsonPlace processor = root.required("processor");
   const auto intel = processor.find("cpu_type");
   return (intel ? *intel : processor.required("chip_type")).text();
 }

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <limits>
+#include <utility>
 
 #include "halvermonte/MachineFileError.hpp"
 #include "platform/simulated/HexText.hpp"
@@ -27,20 +28,16 @@ std::string expectedInteger(int64_t least, int64_t greatest) {
 }  // namespace
 
 void JsonPlace::refuse(std::string_view expectation) const {
-  throw MachineFileError(*fileName_, pointer_.empty() ? "/" : pointer_, expectation);
+  const std::string place = pointer();
+  throw MachineFileError(*fileName_, place.empty() ? "/" : place, expectation);
 }
 
-template <class Content>
-const Content& JsonPlace::get(std::string_view expectation) const {
-  const Content* content = std::get_if<Content>(&value_->content);
-  if (content == nullptr) refuse(expectation);
-  return *content;
-}
-
-JsonPlace JsonPlace::at(std::string_view token, const JsonValue& value) const {
-  std::string pointer = pointer_;
-  appendToPointer(pointer, token);
-  return {*fileName_, value, std::move(pointer)};
+std::string JsonPlace::pointer() const {
+  if (parent_ == nullptr) return "";
+  std::string pointer = parent_->pointer();
+  const bool isElement = std::holds_alternative<JsonValue::Array>(parent_->value_->content);
+  appendToPointer(pointer, isElement ? std::to_string(index_) : std::string(name_));
+  return pointer;
 }
 
 const std::string& JsonPlace::text(std::string_view expectation) const {
@@ -77,22 +74,6 @@ size_t JsonPlace::oneOfTexts(Names texts) const {
   return static_cast<size_t>(found - texts.begin());
 }
 
-std::vector<JsonPlace> JsonPlace::elements(std::string_view expectation) const {
-  std::vector<JsonPlace> places;
-  for (const JsonValue& element : get<JsonValue::Array>(expectation)) {
-    places.push_back(at(std::to_string(places.size()), element));
-  }
-  return places;
-}
-
-std::vector<JsonPlace::Member> JsonPlace::members() const {
-  std::vector<Member> places;
-  for (const auto& [name, value] : get<JsonValue::Object>("an object")) {
-    places.push_back({name, at(name, value)});
-  }
-  return places;
-}
-
 void JsonPlace::expectOnly(std::span<const std::string_view> names) const {
   for (const auto& [name, value] : get<JsonValue::Object>("an object")) {
     if (std::find(names.begin(), names.end(), name) == names.end()) {
@@ -101,20 +82,20 @@ void JsonPlace::expectOnly(std::span<const std::string_view> names) const {
   }
 }
 
-std::optional<JsonPlace> JsonPlace::find(std::string_view name) const {
+std::optional<JsonPlace> JsonPlace::find(std::string_view name) const& {
   for (const auto& member : get<JsonValue::Object>("an object")) {
     if (member.name == name) return at(name, member.value);
   }
   return std::nullopt;
 }
 
-JsonPlace JsonPlace::required(std::string_view name) const {
+JsonPlace JsonPlace::required(std::string_view name) const& {
   std::optional<JsonPlace> member = find(name);
   if (!member) at(name, *value_).refuse("a value, as the member is required");
   return *std::move(member);
 }
 
-std::optional<JsonPlace::Member> JsonPlace::atMostOneOf(Names names) const {
+std::optional<JsonPlace::Member> JsonPlace::atMostOneOf(Names names) const& {
   std::optional<Member> given;
   for (const std::string_view name : names) {
     std::optional<JsonPlace> member = find(name);
@@ -125,7 +106,7 @@ std::optional<JsonPlace::Member> JsonPlace::atMostOneOf(Names names) const {
   return given;
 }
 
-JsonPlace::Member JsonPlace::exactlyOneOf(Names names) const {
+JsonPlace::Member JsonPlace::exactlyOneOf(Names names) const& {
   std::optional<Member> given = atMostOneOf(names);
   if (!given) refuse("one of " + joined(names));
   return *std::move(given);

@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <cstdio>
 #include <nlohmann/json.hpp>
-#include <unordered_set>
 #include <utility>
 
 #include "halvermonte/MachineFileError.hpp"
@@ -15,8 +14,9 @@ namespace {
 /// container, so the tree shows the place.
 class JsonBuilder : public nlohmann::json_sax<nlohmann::json> {
  public:
-  JsonBuilder(std::string_view text, const std::string& fileName)
-      : text_(text), fileName_(fileName) {}
+  JsonBuilder(std::string_view text, const std::string& fileName, std::string_view taken,
+              const TakeElement& take, const JsonLimits& limits)
+      : text_(text), fileName_(fileName), taken_(taken), take_(take), limits_(limits) {}
 
   JsonValue takeRoot() { return std::move(root_); }
 
@@ -42,7 +42,7 @@ class JsonBuilder : public nlohmann::json_sax<nlohmann::json> {
  private:
   struct Container {
     JsonValue* value;
-    std::unordered_set<std::string> names;  ///< of an object, so far
+    size_t taken = 0;  ///< elements of an array that are not in the tree any more
   };
 
   /// Adds an element to an innermost array. Returns the value to read next.
@@ -50,40 +50,85 @@ class JsonBuilder : public nlohmann::json_sax<nlohmann::json> {
   template <class Content>
   bool add(Content&& content) {
     addSlot().content = std::forward<Content>(content);
-    return true;
+    return complete();
   }
   template <class Content>
   bool open(Content&& content);
-  bool close() {
-    open_.pop_back();
-    return true;
-  }
+  bool close();
+  /// Call it when a value has been read.
+  bool complete();
 
+  /// Refuses the value to read next if the limit is reached.
+  void expectFewer(size_t count, size_t limit, const char* what) const;
+  /// Refuses an object that has a member twice.
+  void expectDifferentNames(const JsonValue::Object& members);
   /// The pointer to the value to read next.
   std::string placeOfNext() const;
+  /// The pointer to what is read in the container at that depth.
+  std::string placeWithin(size_t depth) const;
 
   std::string_view text_;
   const std::string& fileName_;
+  const std::string_view taken_;
+  const TakeElement& take_;
+  const JsonLimits& limits_;
   JsonValue root_;
+  size_t values_ = 0;
   std::vector<Container> open_;
+  std::vector<std::string_view> names_;  ///< of an object that is complete
 };
 
 JsonValue& JsonBuilder::addSlot() {
+  expectFewer(values_++, limits_.values, " values in a file");
   if (open_.empty()) return root_;
-  auto& content = open_.back().value->content;
-  if (auto* array = std::get_if<JsonValue::Array>(&content)) return array->emplace_back();
+  const Container& container = open_.back();
+  auto& content = container.value->content;
+  if (auto* array = std::get_if<JsonValue::Array>(&content)) {
+    expectFewer(container.taken + array->size(), limits_.entries, " elements of an array");
+    return array->emplace_back();
+  }
   return std::get<JsonValue::Object>(content).back().value;
+}
+
+bool JsonBuilder::complete() {
+  if (open_.size() != 2 || !take_) return true;
+  auto* const array = std::get_if<JsonValue::Array>(&open_[1].value->content);
+  const auto* const root = std::get_if<JsonValue::Object>(&root_.content);
+  if (array == nullptr || root == nullptr || root->back().name != taken_) return true;
+  take_(open_[1].taken++, array->back());
+  array->pop_back();
+  return true;
+}
+
+bool JsonBuilder::close() {
+  const auto* const members = std::get_if<JsonValue::Object>(&open_.back().value->content);
+  if (members != nullptr) expectDifferentNames(*members);
+  open_.pop_back();
+  return complete();
+}
+
+void JsonBuilder::expectFewer(size_t count, size_t limit, const char* what) const {
+  if (count < limit) return;
+  throw MachineFileError(fileName_, placeOfNext(), "at most " + std::to_string(limit) + what);
+}
+
+void JsonBuilder::expectDifferentNames(const JsonValue::Object& members) {
+  names_.clear();
+  for (const JsonMember& member : members) names_.push_back(member.name);
+  std::sort(names_.begin(), names_.end());
+  const auto twice = std::adjacent_find(names_.begin(), names_.end());
+  if (twice == names_.end()) return;
+  std::string place = placeWithin(open_.size() - 1);
+  appendToPointer(place, *twice);
+  throw MachineFileError(fileName_, place, "this member only once");
 }
 
 template <class Content>
 bool JsonBuilder::open(Content&& content) {
-  if (open_.size() == kDeepestJson) {
-    throw MachineFileError(fileName_, placeOfNext(),
-                           "at most " + std::to_string(kDeepestJson) + " levels of nesting");
-  }
+  expectFewer(open_.size(), limits_.levels, " levels of nesting");
   JsonValue& value = addSlot();
   value.content = std::forward<Content>(content);
-  open_.push_back({&value, {}});
+  open_.push_back({&value});
   return true;
 }
 
@@ -93,10 +138,10 @@ bool JsonBuilder::number_unsigned(number_unsigned_t value) {
 }
 
 bool JsonBuilder::key(string_t& name) {
-  Container& object = open_.back();
-  const bool isNew = object.names.insert(name).second;
-  std::get<JsonValue::Object>(object.value->content).push_back({std::move(name), {}});
-  if (!isNew) throw MachineFileError(fileName_, placeOfNext(), "this member only once");
+  auto& members = std::get<JsonValue::Object>(open_.back().value->content);
+  const size_t count = members.size();
+  members.push_back({std::move(name), {}});
+  expectFewer(count, limits_.entries, " members of an object");
   return true;
 }
 
@@ -122,23 +167,30 @@ void JsonBuilder::refuseText(size_t offset) const {
 }
 
 std::string JsonBuilder::placeOfNext() const {
+  const std::string pointer = placeWithin(open_.size());
+  return pointer.empty() ? "/" : pointer;
+}
+
+std::string JsonBuilder::placeWithin(size_t depth) const {
   std::string pointer;
-  for (const Container& container : open_) {
-    const auto& content = container.value->content;
+  for (size_t i = 0; i < depth; ++i) {
+    const auto& content = open_[i].value->content;
     if (const auto* array = std::get_if<JsonValue::Array>(&content)) {
-      const bool isInnermost = &container == &open_.back();
-      appendToPointer(pointer, std::to_string(isInnermost ? array->size() : array->size() - 1));
+      const bool isInnermost = i + 1 == open_.size();
+      const size_t read = open_[i].taken + array->size();
+      appendToPointer(pointer, std::to_string(isInnermost ? read : read - 1));
     } else {
       appendToPointer(pointer, std::get<JsonValue::Object>(content).back().name);
     }
   }
-  return pointer.empty() ? "/" : pointer;
+  return pointer;
 }
 
 }  // namespace
 
-JsonValue parseJson(std::string_view text, const std::string& fileName) {
-  JsonBuilder builder(text, fileName);
+JsonValue parseJson(std::string_view text, const std::string& fileName, std::string_view taken,
+                    const TakeElement& take, const JsonLimits& limits) {
+  JsonBuilder builder(text, fileName, taken, take, limits);
   // The parser would stop at a NUL and ignore the rest.
   const size_t nul = text.find('\0');
   if (nul != std::string_view::npos) builder.refuseText(nul);

@@ -3,6 +3,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <functional>
 #include <string>
 #include <string_view>
 #include <variant>
@@ -26,12 +27,23 @@ struct JsonMember {
   JsonValue value;
 };
 
-/// The deepest nesting of containers.
-inline constexpr size_t kDeepestJson = 32;
+/// What a text may have at most, so that none takes much more memory than its own size.
+struct JsonLimits {
+  size_t levels = 32;       ///< of nested containers
+  size_t entries = 500000;  ///< of one container
+  size_t values = 3000000;
+};
+
+/// Takes the element of an array, and its index there.
+using TakeElement = std::function<void(size_t, const JsonValue&)>;
 
 /// Parses a JSON text (RFC 8259, UTF-8). Throws MachineFileError if the text is not JSON, gives a
-/// member of an object twice, nests too deep or has a number beyond the range of a double.
-JsonValue parseJson(std::string_view text, const std::string& fileName);
+/// member of an object twice, exceeds a limit or has a number beyond the range of a double.
+///
+/// If the root's member `taken` is an array, `take` gets each of its elements as soon as it is
+/// read, and the tree is without them.
+JsonValue parseJson(std::string_view text, const std::string& fileName, std::string_view taken = "",
+                    const TakeElement& take = nullptr, const JsonLimits& limits = {});
 
 /// Appends one step to a JSON pointer. Control characters are escaped as in JSON, so that a pointer
 /// stays on one line.

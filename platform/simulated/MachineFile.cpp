@@ -39,19 +39,28 @@ MachineTick readTick(const JsonPlace& place, double defaultTime) {
   return tick;
 }
 
-std::vector<MachineTick> readTicks(const JsonPlace& place) {
-  constexpr std::string_view expectation = "an array of at least one tick";
-  std::vector<MachineTick> ticks;
-  for (const JsonPlace& tick : place.elements(expectation)) {
-    ticks.push_back(readTick(tick, ticks.empty() ? 0 : ticks.back().time + 1));
-  }
-  if (ticks.empty()) place.refuse(expectation);
-  return ticks;
-}
+/// Reads ticks in order, one by one.
+class TickReader {
+ public:
+  TickReader(const std::string& fileName, std::deque<MachineTick>& ticks)
+      : root_(fileName, none_), place_(root_.at("ticks", array_)), ticks_(ticks) {}
 
-MachineFile readMachine(const JsonPlace& root) {
+  void read(size_t index, const JsonValue& tick) {
+    const JsonPlace place = place_.at(index, tick);
+    ticks_.push_back(readTick(place, ticks_.empty() ? 0 : ticks_.back().time + 1));
+  }
+
+ private:
+  const JsonValue none_;
+  const JsonValue array_{JsonValue::Array()};
+  const JsonPlace root_;
+  const JsonPlace place_;
+  std::deque<MachineTick>& ticks_;
+};
+
+/// Reads all but the elements of `ticks`, which the machine has.
+void readMachine(const JsonPlace& root, MachineFile& machine) {
   root.expectOnly({"name", "hostName", "sysctl", "commands", "processor", "names", "ticks"});
-  MachineFile machine;
   machine.name = root.required("name").text();
   machine.hostName = machine.name;
   if (const auto hostName = root.find("hostName")) {
@@ -73,17 +82,21 @@ MachineFile readMachine(const JsonPlace& root) {
     machine.commands.emplace(kHardwareReportCommand, readHardwareReport(*processor));
   }
   if (const auto names = root.find("names")) machine.sensorNames = readSensorNames(*names);
-  machine.ticks = readTicks(root.required("ticks"));
-  return machine;
+  constexpr std::string_view expectation = "an array of at least one tick";
+  const JsonPlace ticks = root.required("ticks");
+  if (ticks.elements(expectation).empty() && machine.ticks.empty()) ticks.refuse(expectation);
 }
 
-/// The bytes of the file at the path. Absent, with errno set, if it cannot be read.
+/// The bytes of the file at the path, or the first of them if they are too many. Absent, with errno
+/// set, if it cannot be read.
 std::optional<std::string> contentsOf(const std::string& path) {
   const std::unique_ptr<FILE, int (*)(FILE*)> file(std::fopen(path.c_str(), "rb"), std::fclose);
   if (!file) return std::nullopt;
   std::string contents;
   std::array<char, 65536> buffer;
-  while (const size_t size = std::fread(buffer.data(), 1, buffer.size(), file.get())) {
+  while (contents.size() <= MachineFile::kMostBytes) {
+    const size_t size = std::fread(buffer.data(), 1, buffer.size(), file.get());
+    if (size == 0) break;
     contents.append(buffer.data(), size);
   }
   if (std::ferror(file.get())) return std::nullopt;
@@ -102,8 +115,17 @@ MachineFile MachineFile::fromFile(const std::string& path) {
 }
 
 MachineFile MachineFile::fromText(std::string_view json, const std::string& fileName) {
-  const JsonValue root = parseJson(json, fileName);
-  return readMachine(JsonPlace(fileName, root));
+  if (json.size() > kMostBytes) {
+    throw MachineFileError(fileName + ": expected at most " + std::to_string(kMostBytes / 1000000) +
+                           " MB");
+  }
+  MachineFile machine;
+  TickReader ticks(fileName, machine.ticks);
+  const JsonValue root =
+      parseJson(json, fileName, "ticks",
+                [&](size_t index, const JsonValue& tick) { ticks.read(index, tick); });
+  readMachine(JsonPlace(fileName, root), machine);
+  return machine;
 }
 
 }  // namespace halvermonte

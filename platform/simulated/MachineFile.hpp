@@ -3,7 +3,9 @@
 #pragma once
 
 #include <array>
+#include <cstddef>
 #include <cstdint>
+#include <deque>
 #include <map>
 #include <optional>
 #include <string>
@@ -66,7 +68,9 @@ struct MachineFile {
   /// Outputs by exact command. If an output is absent, the command cannot be started.
   std::map<std::string, std::optional<std::string>> commands;
   std::vector<SensorName> sensorNames;
-  std::vector<MachineTick> ticks;  ///< at least one
+  std::deque<MachineTick> ticks;  ///< at least one
+
+  static constexpr size_t kMostBytes = 64'000'000;
 
   /// Reads the file at the path, or the text of a file. Both throw MachineFileError. `fileName` is
   /// the file's name in the error message.

@@ -4,6 +4,7 @@
 #include <cstddef>
 #include <memory>
 #include <nlohmann/json.hpp>
+#include <set>
 #include <string_view>
 #include <variant>
 
@@ -195,11 +196,11 @@ Json commandAnswer(const std::optional<std::string>& output) {
 /// The names that a machine file can have. Another one would make the whole file unreadable.
 Json sensorNames(const std::vector<SensorName>& names) {
   Json pairs = Json::array();
-  std::vector<SensorName> written;
+  std::set<std::string> written;
   for (const SensorName& name : names) {
     if (!unmetByKey(name.key, written).empty() || !unmetByName(name.name).empty()) continue;
     pairs.push_back(Json::array({name.key, name.name}));
-    written.push_back(name);
+    written.insert(name.key);
   }
   return pairs;
 }

@@ -18,13 +18,14 @@ void expectThat(const JsonPlace& place, std::string_view unmet) {
   if (!unmet.empty()) place.refuse(unmet);
 }
 
-SensorName readPair(const JsonPlace& place, const std::vector<SensorName>& before) {
+SensorName readPair(const JsonPlace& place, std::set<std::string>& before) {
   constexpr std::string_view expectation = "an array of a key and its name";
-  const std::vector<JsonPlace> pair = place.elements(expectation);
+  const auto pair = place.elements(expectation);
   if (pair.size() != 2) place.refuse(expectation);
   SensorName name{.key = pair[0].text(kKeyShape), .name = pair[1].text(kNameShape)};
   expectThat(pair[0], unmetByKey(name.key, before));
   expectThat(pair[1], unmetByName(name.name));
+  before.insert(name.key);
   return name;
 }
 
@@ -32,17 +33,17 @@ SensorName readPair(const JsonPlace& place, const std::vector<SensorName>& befor
 
 std::vector<SensorName> readSensorNames(const JsonPlace& place) {
   std::vector<SensorName> names;
+  std::set<std::string> keys;
   for (const JsonPlace& pair : place.elements("an array of keys, each with its name")) {
-    names.push_back(readPair(pair, names));
+    names.push_back(readPair(pair, keys));
   }
   return names;
 }
 
-std::string_view unmetByKey(std::string_view key, const std::vector<SensorName>& before) {
+std::string_view unmetByKey(const std::string& key, const std::set<std::string>& before) {
   if (key.size() != 4 || !std::ranges::all_of(key, isPrintable)) return kKeyShape;
   if (isBuiltInKey(key)) return "a key that is not in the built-in catalogue";
-  const bool isGiven = std::ranges::count(before, key, &SensorName::key) > 0;
-  return isGiven ? "a key that no earlier name has" : "";
+  return before.contains(key) ? "a key that no earlier name has" : "";
 }
 
 std::string_view unmetByName(std::string_view name) {

@@ -1,6 +1,8 @@
 // Reads the `names` of a machine file.
 #pragma once
 
+#include <set>
+#include <string>
 #include <string_view>
 #include <vector>
 
@@ -13,9 +15,9 @@ namespace halvermonte {
 /// Throws MachineFileError if the place does not follow the format.
 std::vector<SensorName> readSensorNames(const JsonPlace& place);
 
-/// What the format expects of the key that follows the names, or of a name, and does not find; ""
-/// if it has everything.
-std::string_view unmetByKey(std::string_view key, const std::vector<SensorName>& before);
+/// What the format expects of a key that follows those keys, or of a name, and does not find; "" if
+/// it has everything.
+std::string_view unmetByKey(const std::string& key, const std::set<std::string>& before);
 std::string_view unmetByName(std::string_view name);
 
 }  // namespace halvermonte

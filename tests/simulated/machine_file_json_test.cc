@@ -4,6 +4,8 @@
 #include <clocale>
 #include <string>
 
+#include "platform/simulated/JsonValue.hpp"
+#include "platform/simulated/MachineFileError.hpp"
 #include "tests/simulated/MachineTexts.hpp"
 
 namespace halvermonte {
@@ -68,6 +70,64 @@ TEST(MachineFileJson, NestsAtMost32Levels) {
   for (int level = 0; level < 32; ++level) place += "/0";
   EXPECT_EQ(refusalOf(std::string(1000000, '[')),
             "sample.json: " + place + ": expected at most 32 levels of nesting");
+}
+
+TEST(MachineFileJson, IsNoLargerThanAComputerNeeds) {
+  EXPECT_EQ(refusalOf(std::string(64000001, 'x')), "sample.json: expected at most 64 MB");
+  EXPECT_EQ(refusalOf(std::string(64000000, 'x')), "sample.json: line 1, column 1" + kNoJson);
+}
+
+TEST(MachineFileJson, HasAtMostHalfAMillionElementsInAnArray) {
+  std::string zeros = "[0";
+  for (int i = 1; i < 500000; ++i) zeros += ",0";
+  EXPECT_EQ(refusalOf(zeros + "]"), "sample.json: /: expected an object");
+  EXPECT_EQ(refusalOf(zeros + ",0]"),
+            "sample.json: /500000: expected at most 500000 elements of an array");
+}
+
+/// The error message for the text if no container may have more than 3 entries and the text no more
+/// than 10 values, without the elements of the member "taken". "" if it is valid.
+std::string refusalOfMany(const std::string& text) {
+  try {
+    const std::string name = "many.json";
+    const JsonLimits limits = {.entries = 3, .values = 10};
+    parseJson(
+        text, name, "taken", [](size_t, const JsonValue&) {}, limits);
+  } catch (const MachineFileError& error) {
+    return error.what();
+  }
+  return {};
+}
+
+TEST(MachineFileJson, HasLimitsForWhatItContains) {
+  EXPECT_EQ(refusalOfMany(R"({"a": [1, [2, 3, 4], {"b": 5, "c": 6}]})"), "");
+  EXPECT_EQ(refusalOfMany(R"({"a": [1, [2, 3, 4], {"b": 5, "c": 6, "d": 7}]})"),
+            "many.json: /a/2/d: expected at most 10 values in a file");
+  EXPECT_EQ(refusalOfMany(R"({"a": [1, [2, 3, 4, 5]]})"),
+            "many.json: /a/1/3: expected at most 3 elements of an array");
+  EXPECT_EQ(refusalOfMany(R"({"a": [{"b": 1, "c": 2, "d": 3, "e": 4}]})"),
+            "many.json: /a/0/e: expected at most 3 members of an object");
+  EXPECT_EQ(refusalOfMany(R"({"a": 1, "taken": [[1], 2, 3]})"), "");
+  EXPECT_EQ(refusalOfMany(R"({"a": 1, "taken": [[1], 2, 3, 4]})"),
+            "many.json: /taken/3: expected at most 3 elements of an array");
+  EXPECT_EQ(refusalOfMany(R"({"taken": [[1], 2, {"a": 1, "a": 2}]})"),
+            "many.json: /taken/2/a: expected this member only once");
+}
+
+TEST(MachineFileJson, IsRefusedAtItsFirstTickThatIsWrong) {
+  EXPECT_EQ(refusalOf(R"({"ticks": [{}, 5, )"), "sample.json: /ticks/1: expected an object");
+  EXPECT_EQ(refusalOf(R"({"name": "a", "ticks": [], "ticks": [{}]})"),
+            "sample.json: /ticks: expected this member only once");
+  EXPECT_EQ(refusalOf(R"([{"ticks": [5]}])"), "sample.json: /: expected an object");
+}
+
+TEST(MachineFileJson, MayGiveItsTicksFirst) {
+  const auto machine =
+      SimulatedMachine::fromText(R"({"ticks": [{"time": 3}, {}], "name": "Late"})", "sample.json");
+  EXPECT_EQ(machine->name(), "Late");
+  EXPECT_EQ(machine->clock(), 3);
+  machine->nextTick();
+  EXPECT_EQ(machine->clock(), 4);
 }
 
 TEST(MachineFileJson, MayBeginWithAByteOrderMark) {
