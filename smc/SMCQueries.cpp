@@ -2,7 +2,6 @@
 #include <IOKit/IOKitLib.h>
 #include <cstdint>
 
-#include <algorithm>
 #include <array>
 #include <cstdlib>
 #include <cstring>
@@ -10,6 +9,7 @@
 #include <type_traits>
 
 #include "halvermonte/SMC.h"
+#include "platform/FanCount.hpp"
 #include "platform/FourCharacterCode.hpp"
 #include "platform/Processor.hpp"
 #include "smc/ParameterRecord.hpp"
@@ -31,7 +31,7 @@ bool readPresent(const char* key, SMCValue& value, uint32_t conn) {
 
 /// "F0Ac" to "F9Ac", "F0ID" to "F9ID". A key has no room for a second digit.
 std::array<char, 5> fanKey(int fan, std::string_view suffix) {
-  if (fan < 0 || fan > 9) std::abort();
+  if (fan < 0 || fan >= halvermonte::kMostFans) std::abort();
   return {'F', static_cast<char>('0' + fan), suffix[0], suffix[1], '\0'};
 }
 
@@ -68,16 +68,7 @@ float SMCGetFanSpeed(int fan, uint32_t conn) {
 uint32_t SMCGetFanNumber(const char* key, uint32_t conn) {
   SMCValue value;
   SMCReadKey(key, &value, conn);  // a value that was not read is all zero
-  const auto size = static_cast<int32_t>(value.dataSize);
-  // A byte is masked away unless its shift, modulo 32, is 0: every fourth one counts, from the
-  // last. Bytes beyond the record's are 0.
-  uint32_t total = 0;
-  const int32_t held = std::min<int32_t>(size, sizeof value.bytes);
-  for (int32_t i = 0; i < held; ++i) {
-    const uint32_t places = 8u * static_cast<uint32_t>(size - 1 - i) % 32u;
-    total += static_cast<uint32_t>(value.bytes[i]) << places & 0xFFu;
-  }
-  return total;
+  return halvermonte::fanCount(value.dataSize, value.bytes);
 }
 
 namespace {

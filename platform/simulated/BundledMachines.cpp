@@ -5,7 +5,7 @@
 #include <optional>
 
 #include "platform/Counted.hpp"
-#include "platform/FourCharacterCode.hpp"
+#include "platform/FanCount.hpp"
 #include "platform/simulated/JsonPlace.hpp"
 #include "platform/simulated/JsonValue.hpp"
 #include "platform/simulated/MachineFile.hpp"
@@ -33,10 +33,10 @@ std::string processorOf(const BundledMachine& machine) {
 }
 
 size_t fansOf(const MachineTick& tick) {
-  const auto count = tick.smc.keys.find(fourCharacterCode("FNum"));
+  const auto count = tick.smc.keys.find(kFanCountKey);
   if (count == tick.smc.keys.end()) return 0;
   const std::optional<SMCAnswer>& answer = count->second;
-  return answer ? answer->bytesAt(tick.time)[0] : 0;
+  return answer ? fanCount(answer->dataSize, answer->bytesAt(tick.time)) : 0;
 }
 
 size_t hidSensorsOf(const MachineTick& tick) {

@@ -7,6 +7,7 @@
 
 #include "platform/HardwareReportCommand.hpp"
 #include "platform/simulated/DriveReader.hpp"
+#include "platform/simulated/FanLimit.hpp"
 #include "platform/simulated/HIDReader.hpp"
 #include "platform/simulated/HardwareReportReader.hpp"
 #include "platform/simulated/JsonPlace.hpp"
@@ -48,6 +49,7 @@ class TickReader {
   void read(size_t index, const JsonValue& tick) {
     const JsonPlace place = place_.at(index, tick);
     ticks_.push_back(readTick(place, ticks_.empty() ? 0 : ticks_.back().time + 1));
+    fanLimit_.check(ticks_.back(), place);
   }
 
  private:
@@ -56,6 +58,7 @@ class TickReader {
   const JsonPlace root_;
   const JsonPlace place_;
   std::deque<MachineTick>& ticks_;
+  FanLimit fanLimit_;
 };
 
 /// Reads all but the elements of `ticks`, which the machine has.

@@ -72,8 +72,8 @@ struct MachineFile {
 
   static constexpr size_t kMostBytes = 64'000'000;
 
-  /// Reads the file at the path, or the text of a file. Both throw MachineFileError. `fileName` is
-  /// the file's name in the error message.
+  /// Reads the file at the path, or the text of a file. Both throw MachineFileError, also if a pass
+  /// over a tick would end the process. `fileName` is the file's name in the error message.
   static MachineFile fromFile(const std::string& path);
   static MachineFile fromText(std::string_view json, const std::string& fileName);
 };

@@ -158,4 +158,13 @@ SMCChange readSMC(const JsonPlace& place) {
   return change;
 }
 
+std::string pointerToKey(const JsonPlace& tick, uint32_t key) {
+  const JsonPlace smc = tick.required("smc");
+  const JsonPlace keys = smc.required("keys");
+  for (const JsonPlace::Member& member : keys.members()) {
+    if (readKey(member) == key) return member.place.pointer();
+  }
+  return keys.pointer();
+}
+
 }  // namespace halvermonte

@@ -4,7 +4,6 @@
 #include <array>
 #include <cstddef>
 #include <map>
-#include <unordered_map>
 #include <utility>
 #include <variant>
 
@@ -15,6 +14,7 @@
 #include "platform/simulated/HIDKindNames.hpp"
 #include "platform/simulated/MachineFile.hpp"
 #include "platform/simulated/SMCAnswer.hpp"
+#include "platform/simulated/SimulatedController.hpp"
 #include "platform/simulated/Wave.hpp"
 
 namespace halvermonte {
@@ -40,26 +40,13 @@ const Content* find(const std::map<Key, Content>& map, const Key& key) {
 
 /// What the ticks so far have led to.
 struct SimulatedState {
-  /// The controller.
-  struct Controller {
-    std::optional<ControllerState> saidState;
-    bool keysGiven = false;
-    uint32_t code = kCodeError;
-    uint32_t absentCode = kCodeSuccess;
-    bool answersWideCalls = true;
-    std::unordered_map<uint32_t, const SMCAnswer*> keys;
-
-    ControllerState state() const;
-    void apply(const SMCChange& change);
-  };
-
   explicit SimulatedState(MachineFile file);
   void apply(const MachineTick& tick);
 
   const MachineFile file;
   size_t tick = 0;
   double clock = 0;
-  Controller smc;
+  SimulatedController smc;
   // What stands in the file, of the ticks so far.
   std::array<const HIDServiceList*, kHIDSensorKinds> hid;
   const DriveList* drives = &kNoDrives;
@@ -85,25 +72,6 @@ void SimulatedState::apply(const MachineTick& change) {
   hidServices = {};
   if (change.drives) drives = &*change.drives;
   drivesRaise = change.drivesRaise ? &*change.drivesRaise : nullptr;
-}
-
-void SimulatedState::Controller::apply(const SMCChange& change) {
-  if (change.service) saidState = change.service;
-  keysGiven |= change.givesKeys;
-  code = change.code.value_or(code);
-  absentCode = change.absentCode.value_or(absentCode);
-  answersWideCalls = change.answersWideCalls.value_or(answersWideCalls);
-  for (const auto& [key, answer] : change.keys) {
-    if (answer) {
-      keys.insert_or_assign(key, &*answer);
-    } else {
-      keys.erase(key);
-    }
-  }
-}
-
-ControllerState SimulatedState::Controller::state() const {
-  return saidState.value_or(keysGiven ? ControllerState::present : ControllerState::missing);
 }
 
 std::unique_ptr<SimulatedMachine> SimulatedMachine::fromFile(const std::string& path) {
@@ -160,15 +128,12 @@ SMCService SimulatedMachine::smcService() {
   }
 }
 
-uint32_t SimulatedMachine::openSMC() {
-  return state_->smc.state() == ControllerState::refused ? state_->smc.code : kCodeSuccess;
-}
+uint32_t SimulatedMachine::openSMC() { return state_->smc.openCode(); }
 
 SMCKeyInfo SimulatedMachine::smcKeyInfo(uint32_t key) {
-  const auto found = state_->smc.keys.find(key);
-  if (found == state_->smc.keys.end())
-    return {.code = state_->smc.absentCode, .result = kSMCKeyNotFound};
-  const SMCAnswer& answer = *found->second;
+  const SMCAnswer* const found = state_->smc.find(key);
+  if (found == nullptr) return {.code = state_->smc.absentCode, .result = kSMCKeyNotFound};
+  const SMCAnswer& answer = *found;
   if (answer.infoCode != kCodeSuccess || answer.infoResult != 0) {
     return {.code = answer.infoCode, .result = answer.infoResult};
   }
@@ -176,10 +141,9 @@ SMCKeyInfo SimulatedMachine::smcKeyInfo(uint32_t key) {
 }
 
 SMCKeyBytes SimulatedMachine::smcKeyBytes(uint32_t key) {
-  const auto found = state_->smc.keys.find(key);
-  if (found == state_->smc.keys.end())
-    return {.code = state_->smc.absentCode, .result = kSMCKeyNotFound};
-  const SMCAnswer& answer = *found->second;
+  const SMCAnswer* const found = state_->smc.find(key);
+  if (found == nullptr) return {.code = state_->smc.absentCode, .result = kSMCKeyNotFound};
+  const SMCAnswer& answer = *found;
   if (answer.readCode != kCodeSuccess || answer.readResult != 0) {
     return {.code = answer.readCode, .result = answer.readResult};
   }
