@@ -41,8 +41,6 @@ size_t takeCells(std::string_view& text) {
   return isIn(kWide, code) ? 2 : 1;
 }
 
-bool isControl(char32_t code) { return code < 0x20 || (code >= 0x7F && code < 0xA0); }
-
 // The longest beginning of the text that fits into the cells.
 std::string_view beginning(std::string_view text, size_t width) {
   std::string_view rest = text;
@@ -109,20 +107,14 @@ Line cut(const Line& line, size_t width) {
 }
 
 std::string printable(std::string_view text, bool unicode) {
-  std::string shown;
-  while (!text.empty()) {
-    const std::string_view before = text;
-    const std::optional<char32_t> code = takeCodePoint(text);
-    const char32_t wanted = code.value_or(kReplacementCharacter);
-    if (isControl(wanted) || (wanted >= 0x80 && !unicode)) {
-      shown += '?';
-    } else if (!code) {
-      shown += kReplacementUTF8;
-    } else {
-      shown += before.substr(0, before.size() - text.size());
-    }
+  const std::string shown = printableText(text);
+  if (unicode) return shown;
+  std::string ascii;
+  for (std::string_view rest = shown; !rest.empty();) {
+    const char32_t code = takeCodePoint(rest).value_or(kReplacementCharacter);
+    ascii += code < 0x80 ? static_cast<char>(code) : '?';
   }
-  return shown;
+  return ascii;
 }
 
 std::string rendered(const Line& line, bool colour) {

@@ -30,8 +30,9 @@ std::string rightAligned(std::string_view text, size_t width);
 /// The line, cut if it takes more cells.
 Line cut(const Line& line, size_t width);
 
-/// The text as a terminal may show it: "?" for a control character and U+FFFD for bytes that are
-/// not UTF-8. Without `unicode`, "?" for every character beyond ASCII.
+/// The text as a terminal may show it: "?" for a control character or one that hides or reorders
+/// others, and U+FFFD for bytes that are not UTF-8. Without `unicode`, "?" for every character
+/// beyond ASCII.
 std::string printable(std::string_view text, bool unicode);
 
 /// The line as bytes, without blanks at its end and without a line feed.

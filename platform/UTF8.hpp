@@ -2,6 +2,7 @@
 #pragma once
 
 #include <optional>
+#include <string>
 #include <string_view>
 
 namespace halvermonte {
@@ -13,5 +14,13 @@ inline constexpr std::string_view kReplacementUTF8 = "\xEF\xBF\xBD";
 /// The longest beginning of a good sequence is then taken as a whole, else one byte.
 /// REQUIRES: the text is not empty.
 std::optional<char32_t> takeCodePoint(std::string_view& text);
+
+/// False for a control character, and for one that reorders what stands around it or cannot be
+/// seen: it could pass one text off as another.
+bool isPrintable(char32_t code);
+
+/// The text with "?" for each character that is not printable, and U+FFFD for bytes that are not
+/// UTF-8.
+std::string printableText(std::string_view text);
 
 }  // namespace halvermonte

@@ -2,13 +2,13 @@
 
 #include <charconv>
 #include <cmath>
-#include <cstdio>
 #include <optional>
 #include <string_view>
 #include <utility>
 
 #include "halvermonte/StatisticsData.hpp"
 #include "halvermonte/Values.hpp"
+#include "monitor/JsonText.hpp"
 #include "monitor/json/IsoDate.hpp"
 #include "platform/UTF8.hpp"
 
@@ -62,22 +62,17 @@ class JsonWriter {
     const std::optional<char32_t> code = takeCodePoint(text);
     if (!code) {
       out_ += kReplacementUTF8;
-    } else if (*code == '"' || *code == '\\' || *code < 0x20) {
-      escape(static_cast<char>(*code));
+    } else if (*code == '"' || *code == '\\' || !isPrintable(*code)) {
+      escape(*code);
     } else {
       out_ += before.substr(0, before.size() - text.size());
     }
   }
 
-  void escape(char character) {
+  void escape(char32_t code) {
     constexpr std::string_view kNamed = "\"\\\b\f\n\r\t", kLetters = "\"\\bfnrt";
-    char code[8];
-    if (const size_t place = kNamed.find(character); place != kNamed.npos) {
-      std::snprintf(code, sizeof code, "\\%c", kLetters[place]);
-    } else {
-      std::snprintf(code, sizeof code, "\\u%04x", static_cast<unsigned>(character));
-    }
-    out_ += code;
+    const size_t place = code < 0x80 ? kNamed.find(static_cast<char>(code)) : kNamed.npos;
+    out_ += place == kNamed.npos ? jsonEscape(code) : std::string{'\\', kLetters[place]};
   }
 
   void number(const Number& boxed) {

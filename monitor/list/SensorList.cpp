@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <cstdio>
 #include <string_view>
+#include <utility>
 #include <variant>
 #include <vector>
 
@@ -154,7 +155,10 @@ void addDrives(Machine& machine, Rows& rows) {
   }
 }
 
-std::string aligned(const Rows& rows) {
+std::string aligned(Rows rows) {
+  for (Row& row : rows)
+    std::ranges::transform(row, row.begin(),
+                           [](const std::string& cell) { return printable(cell, true); });
   std::array<size_t, 4> widths{};
   for (const Row& row : rows) {
     for (size_t i = 0; i < row.size(); ++i) widths[i] = std::max(widths[i], cells(row[i]));
@@ -163,7 +167,7 @@ std::string aligned(const Rows& rows) {
   for (const Row& row : rows) {
     std::string line;
     for (size_t i = 0; i < row.size(); ++i) {
-      line += leftAligned(printable(row[i], true), widths[i]) + "  ";
+      line += leftAligned(row[i], widths[i]) + "  ";
     }
     line.erase(line.find_last_not_of(' ') + 1);
     text += line + "\n";
@@ -179,7 +183,7 @@ std::string sensorList(Sampling& sampling) {
   addSensors(machine, sampling.engine().state(), rows);
   for (const ServiceKind& kind : kServiceKinds) addServices(machine, kind, rows);
   addDrives(machine, rows);
-  return sampling.view().title + "\n\n" + aligned(rows);
+  return printable(sampling.view().title, true) + "\n\n" + aligned(std::move(rows));
 }
 
 }  // namespace halvermonte

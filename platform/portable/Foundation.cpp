@@ -16,10 +16,10 @@
 #include <cstdio>
 #include <ctime>
 
-#include "halvermonte/Exceptions.hpp"
 #include "halvermonte/Machine.hpp"
 #include "halvermonte/Values.hpp"
 #include "platform/portable/KeptLines.hpp"
+#include "platform/UTF8.hpp"
 
 namespace halvermonte {
 
@@ -63,6 +63,7 @@ void print(const std::string& line) {
 
 void log(std::string_view line) {
   if (KeptLines::keep(line)) return;
+  const std::string shown = printableText(line);  // a reason may come from anywhere
   using std::chrono::system_clock;
   const auto now = system_clock::now();
   const std::time_t seconds = system_clock::to_time_t(now);
@@ -72,9 +73,9 @@ void log(std::string_view line) {
   localtime_r(&seconds, &local);
   std::array<char, 32> date{};
   std::strftime(date.data(), date.size(), "%Y-%m-%d %H:%M:%S", &local);
-  std::fprintf(stderr, "%s.%03d %s[%d] %.*s\n", date.data(),
+  std::fprintf(stderr, "%s.%03d %s[%d] %s\n", date.data(),
                static_cast<int>(sinceEpoch.count() % 1000), program_invocation_short_name, getpid(),
-               static_cast<int>(line.size()), line.data());
+               shown.c_str());
 }
 
 std::optional<std::string> reasonRaisedBy(const std::function<void()>& call) {

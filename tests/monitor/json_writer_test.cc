@@ -111,7 +111,9 @@ TEST_F(JsonLine, NumbersThatJsonCannotWriteAreNull) {
 
 TEST_F(JsonLine, TextsAreEscapedAndOtherwiseAsTheyAre) {
   EXPECT_EQ(written("\"\\/\b\f\n\r\t"), R"("\"\\/\b\f\n\r\t")");
-  EXPECT_EQ(written(std::string_view("\0\x1f\x7f", 3)), "\"\\u0000\\u001f\x7f\"");
+  EXPECT_EQ(written(std::string_view("\0\x1f\x7f", 3)), R"("\u0000\u001f\u007f")");
+  EXPECT_EQ(written("\u009b\u202e\u2028\u200b\U000E0041"),
+            R"("\u009b\u202e\u2028\u200b\udb40\udc41")");
   EXPECT_EQ(written("\u00e9\U0001F600"), "\"\u00e9\U0001F600\"");
 }
 

@@ -35,6 +35,13 @@ TEST(Printable, ControlCharactersNeverReachTheTerminal) {
   EXPECT_EQ(printable("é\xFF", true), "é\uFFFD");
 }
 
+TEST(Printable, NeitherDoCharactersThatHideOrReorderOthers) {
+  EXPECT_EQ(printable("a\u202Eb\u2066c\u2069d", true), "a?b?c?d");
+  EXPECT_EQ(printable("\u200B\u200F\u2028\u2029\uFEFF\U000E0041", true), "??????");
+  EXPECT_EQ(printable("\u00A0\u2010\u2070\uFFFD\u4E00\U0001F600", true),
+            "\u00A0\u2010\u2070\uFFFD\u4E00\U0001F600");
+}
+
 TEST(Printable, IsAsciiWithoutUnicode) { EXPECT_EQ(printable("Café 日\xFF", false), "Caf? ??"); }
 
 TEST(Rendered, ColoursOnlyIfAskedAndEndsWithoutBlanks) {

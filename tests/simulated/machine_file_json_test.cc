@@ -4,8 +4,8 @@
 #include <clocale>
 #include <string>
 
+#include "halvermonte/MachineFileError.hpp"
 #include "platform/simulated/JsonValue.hpp"
-#include "platform/simulated/MachineFileError.hpp"
 #include "tests/simulated/MachineTexts.hpp"
 
 namespace halvermonte {
