@@ -121,7 +121,7 @@ Offer offerOf(Sampling& sampling) {
   const PassView& view = sampling.firstPass();
   const bool isEmpty = view.temperatures.empty() && view.fans.empty();
   if (view.exception || !isEmpty) return Offer::sensors;
-  return sampling.machine().driveCount().value_or(0) > 0 ? Offer::drivesAlone : Offer::nothing;
+  return view.drives > 0 ? Offer::drivesAlone : Offer::nothing;
 }
 
 Choice chooseMachine(const Options& options, std::unique_ptr<Machine> thisComputer) {

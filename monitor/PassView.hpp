@@ -2,6 +2,7 @@
 #pragma once
 
 #include <chrono>
+#include <cstddef>
 #include <cstdint>
 #include <memory>
 #include <optional>
@@ -58,6 +59,7 @@ struct PassView {
   bool isSimulated = false;
   std::string processor;  ///< "" if it is not known
   int32_t cores = 1;      ///< physical; 1 also stands for an unknown number
+  size_t drives = 0;      ///< those that the engine reads
 
   // New in each pass.
   uint64_t number = 0;  ///< 0 for the first, which has no rates yet

@@ -27,6 +27,12 @@ void PassWatch::beginPass() {
   services_.reset();
 }
 
+std::optional<size_t> PassWatch::driveCount() {
+  const std::optional<size_t> count = inner_.driveCount();
+  drives_ = count.value_or(0);
+  return count;
+}
+
 double PassWatch::clock() {
   time_ = inner_.clock();
   lastAsked_ = std::chrono::steady_clock::now();

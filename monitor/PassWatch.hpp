@@ -2,8 +2,10 @@
 #pragma once
 
 #include <chrono>
+#include <cstddef>
 #include <cstdint>
 #include <memory>
+#include <optional>
 #include <unordered_map>
 
 #include "halvermonte/Machine.hpp"
@@ -17,6 +19,7 @@ class PassWatch : public MachineWrapper {
   /// Forgets the answers of the former pass.
   void beginPass();
 
+  std::optional<size_t> driveCount() override;
   double clock() override;
   SMCKeyInfo smcKeyInfo(uint32_t key) override;
   SMCKeyBytes smcKeyBytes(uint32_t key) override;
@@ -27,6 +30,9 @@ class PassWatch : public MachineWrapper {
   std::chrono::steady_clock::time_point lastAsked() const { return lastAsked_; }
   /// What the clock said: seconds since 1970-01-01T00:00:00Z.
   double time() const { return time_; }
+
+  /// How many drives there were when somebody asked for the last time.
+  size_t drives() const { return drives_; }
 
   bool wasAsked(uint32_t key) const { return find(key) != nullptr; }
   /// Whether the controller gave data for the key.
@@ -54,6 +60,7 @@ class PassWatch : public MachineWrapper {
   std::shared_ptr<const HIDServices> services_;
   std::chrono::steady_clock::time_point lastAsked_;
   double time_ = 0;
+  size_t drives_ = 0;
 };
 
 }  // namespace halvermonte

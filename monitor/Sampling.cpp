@@ -46,6 +46,7 @@ Sampling::Sampling(ChosenMachine chosen)
   view_.isSimulated = chosen_.isSimulated;
   view_.processor = engine_.askSytemInfoForProcessorName();
   view_.cores = engine_.physicalCores();
+  view_.drives = watch_.drives();
 }
 
 const PassView& Sampling::pass() {

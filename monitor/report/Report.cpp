@@ -116,6 +116,10 @@ class Report {
 
   void addDisks() {
     addGap();
+    if (view_.drives == 0) {
+      addHeading("Disks");
+      return add(Line{{"  none"}});
+    }
     const std::string& scale = view_.disks.historyScaleText;
     add(Line{{"Disks            now       total", Ink::strong},
              {scale.empty() ? "" : "   graph up to " + scale + "/s", Ink::faint}});

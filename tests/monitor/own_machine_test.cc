@@ -18,6 +18,7 @@ namespace {
 using ::testing::AllOf;
 using ::testing::Contains;
 using ::testing::ContainsRegex;
+using ::testing::HasSubstr;
 using ::testing::IsEmpty;
 using ::testing::Not;
 using ::testing::StartsWith;
@@ -125,6 +126,16 @@ TEST(OwnMachine, IsTheSameWhileItIsRecorded) {
   EXPECT_EQ(choice.hint, plain.hint);
   EXPECT_EQ(sensorList(*choice.sampling), list);
   EXPECT_EQ(reportOf(choice.sampling->pass()), report);
+}
+
+TEST(OwnMachine, RecordingHasTheDrivesOfAMachineWithoutSensors) {
+  Options options;
+  options.recordingPath = "unused";
+  auto machine = std::make_unique<TestMachine>();
+  machine->drives = {DriveStatistics{1000, 2000}};
+  const Choice choice = chooseMachine(options, std::move(machine));
+  choice.sampling->pass();
+  EXPECT_THAT(choice.sampling->recorder()->machineFile(), HasSubstr("\"Bytes (Read)\": 1000"));
 }
 
 TEST(OwnMachine, RecordingGivesTheSamePasses) {

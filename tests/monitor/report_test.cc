@@ -24,6 +24,7 @@ using ::testing::ResultOf;
 class ReportLines : public ::testing::Test {
  protected:
   ReportLines() {
+    view.drives = 1;
     view.hostName = "desk";
     view.number = 1;
     view.title = "M1, simulated";
@@ -122,6 +123,12 @@ TEST_F(ReportLines, DisksShowRatesTotalsAndTheHistoryNewestLast) {
   EXPECT_THAT(report(), Contains("Disks            now       total   graph up to 700 KB/s"));
   EXPECT_THAT(section("Disks"), ElementsAre("  read      1.5 MB/s       12 GB   ▂▃█",
                                             "  write            -           -   ▁█"));
+}
+
+TEST_F(ReportLines, ComputerWithoutDrivesHasNoTraffic) {
+  view.drives = 0;
+  view.disks.read.rateText = "0 KB/s";
+  EXPECT_THAT(section("Disks"), ElementsAre("  none"));
 }
 
 TEST_F(ReportLines, RatesAreNotShownBeforeTheSecondPass) {
