@@ -1,12 +1,16 @@
 #include "monitor/MachineChoice.hpp"
 
+#include <fcntl.h>
 #include <unistd.h>
 
 #include <algorithm>
+#include <cctype>
 #include <cerrno>
 #include <cstring>
+#include <numeric>
 #include <string_view>
 #include <utility>
+#include <vector>
 
 #include "halvermonte/BundledMachines.hpp"
 #include "halvermonte/MachineAnswers.hpp"
@@ -22,8 +26,6 @@ namespace halvermonte {
 
 namespace {
 
-constexpr std::string_view kFallback = "M1";
-
 /// A recording of a real computer leaves its host's name out unless the user asks for it.
 std::unique_ptr<MachineRecorder> recorderFor(const ChosenMachine& chosen, const Options& options) {
   if (!options.recordingPath) return nullptr;
@@ -38,13 +40,9 @@ std::unique_ptr<Sampling> samplingOf(ChosenMachine chosen, const Options& option
   return std::make_unique<Sampling>(std::move(chosen));
 }
 
-std::unique_ptr<Sampling> simulated(std::unique_ptr<Machine> machine, const Options& options,
-                                    const std::string& reason = "") {
-  std::string title = machine->name() + ", simulated" + (reason.empty() ? "" : ": " + reason);
-  return samplingOf({.machine = std::move(machine),
-                     .title = std::move(title),
-                     .isSimulated = true,
-                     .reason = reason},
+std::unique_ptr<Sampling> simulated(std::unique_ptr<Machine> machine, const Options& options) {
+  std::string title = machine->name() + ", simulated";
+  return samplingOf({.machine = std::move(machine), .title = std::move(title), .isSimulated = true},
                     options);
 }
 
@@ -57,12 +55,53 @@ std::unique_ptr<Machine> bundled(const BundledMachine& machine) {
   return SimulatedMachine::fromText(machine.json, std::string(machine.fileName));
 }
 
-std::unique_ptr<Machine> fromFile(const std::string& path) {
-  if (access(path.c_str(), R_OK) != 0) {
-    if (errno == ENOENT) {
-      throw Failure("--machine: no bundled machine and no file is called \"" + path +
-                    "\" (see --machine list)");
+char lowered(char letter) {
+  return static_cast<char>(std::tolower(static_cast<unsigned char>(letter)));
+}
+
+/// How many characters to insert, remove or replace to make one text of the other, in any case.
+size_t distance(std::string_view one, std::string_view other) {
+  std::vector<size_t> row(other.size() + 1);
+  std::iota(row.begin(), row.end(), size_t{0});
+  for (size_t i = 0; i < one.size(); ++i) {
+    size_t diagonal = std::exchange(row[0], i + 1);
+    for (size_t j = 0; j < other.size(); ++j) {
+      const size_t replaced = diagonal + (lowered(one[i]) == lowered(other[j]) ? 0 : 1);
+      diagonal = row[j + 1];
+      row[j + 1] = std::min({replaced, diagonal + 1, row[j] + 1});
     }
+  }
+  return row.back();
+}
+
+/// The bundled machine that the user may have meant: its name begins like that, or is the closest.
+/// "" if none is close.
+std::string_view closestName(const std::string& asked) {
+  size_t least = asked.size() / 2 + 1;
+  std::string_view closest;
+  for (const BundledMachine& machine : bundledMachines()) {
+    if (distance(asked, machine.name.substr(0, asked.size())) == 0) return machine.name;
+    const size_t edits = distance(asked, machine.name);
+    if (edits >= least) continue;
+    least = edits;
+    closest = machine.name;
+  }
+  return closest;
+}
+
+[[noreturn]] void refuseUnknown(const std::string& asked) {
+  constexpr size_t kLongestName = 64;  // longer ones are compared in vain, and slowly
+  const std::string_view closest = asked.size() > kLongestName ? "" : closestName(asked);
+  throw Failure("--machine: no simulated computer and no file is called \"" + asked + "\"" +
+                    (closest.empty() ? "" : "; is it \"" + std::string(closest) + "\"?") +
+                    " (see --machine list)",
+                ExitStatus::wrongUse);
+}
+
+std::unique_ptr<Machine> fromFile(const std::string& name) {
+  const std::string path = name == "-" ? "/dev/stdin" : name;
+  if (access(path.c_str(), R_OK) != 0) {
+    if (errno == ENOENT) refuseUnknown(name);
     throw Failure(path + ": " + std::strerror(errno));
   }
   return SimulatedMachine::fromFile(path);
@@ -77,11 +116,24 @@ std::unique_ptr<Machine> named(const std::string& name) {
   }
 }
 
+/// The folder that the option names, or the usual one.
+std::string folder(const char* option, const std::optional<std::string>& path,
+                   const std::string& usual) {
+  if (!path) return usual;
+  const int descriptor = open(path->c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+  if (descriptor < 0) {
+    throw Failure(std::string(option) + " " + *path + ": " + std::strerror(errno),
+                  ExitStatus::wrongUse);
+  }
+  close(descriptor);
+  return *path;
+}
+
 /// This computer, or the folders that the options name in its place.
 std::unique_ptr<Machine> computerOf(const Options& options) {
   ComputerFolders folders;
-  folders.sys = options.sys.value_or(folders.sys);
-  folders.proc = options.proc.value_or(folders.proc);
+  folders.sys = folder("--sys", options.sys, folders.sys);
+  folders.proc = folder("--proc", options.proc, folders.proc);
   return makeThisComputer(std::move(folders), {.driveTemperatures = options.driveTemperatures});
 }
 
@@ -104,7 +156,7 @@ std::string reasonForNone(const SensorInventory& inventory, Offer offer) {
     return "no temperatures and no fans to read here: a virtual machine, a container, or drivers "
            "that are not loaded";
   }
-  return "no sensors and no drives to read here (see --machine list for others)";
+  return "no sensors and no drives to read here (see --machine list for simulated computers)";
 }
 
 std::string hintOf(Machine& machine, Offer offer) {
@@ -125,22 +177,16 @@ Offer offerOf(Sampling& sampling) {
 }
 
 Choice chooseMachine(const Options& options, std::unique_ptr<Machine> thisComputer) {
-  if (options.machine && options.machine != "host") {
-    return {simulated(named(*options.machine), options), ""};
-  }
   std::unique_ptr<Sampling> sampling = real(std::move(thisComputer), options);
   const Offer offer = offerOf(*sampling);
-  if (options.machine || offer != Offer::nothing) {
-    std::string hint = hintOf(sampling->machine(), offer);
-    return {std::move(sampling), std::move(hint)};
-  }
-  sampling.reset();
-  return {simulated(bundled(*findBundledMachine(kFallback)), options,
-                    "this computer offers nothing to read"),
-          ""};
+  std::string hint = hintOf(sampling->machine(), offer);
+  return {std::move(sampling), std::move(hint)};
 }
 
-Choice chooseMachine(const Options& options) { return chooseMachine(options, computerOf(options)); }
+Choice chooseMachine(const Options& options) {
+  if (options.machine == "host") return chooseMachine(options, computerOf(options));
+  return {simulated(named(options.machine), options), ""};
+}
 
 std::string machineList() {
   size_t nameCells = 0;

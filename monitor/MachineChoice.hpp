@@ -1,4 +1,4 @@
-// Chooses the machine that the monitor shows.
+// Makes the machine that the monitor shows.
 #pragma once
 
 #include <memory>
@@ -15,12 +15,12 @@ struct Choice {
   std::string hint;  ///< what a real computer does not show, and why; "" if there is nothing to say
 };
 
-/// Chooses the machine that the options name. If they name none, chooses this computer, or the
-/// bundled M1 if this computer offers nothing to read. Throws a Failure if no machine has that name
-/// (ExitStatus::failure) or if the file is not a machine file (ExitStatus::wrongUse).
+/// Makes the machine that the options name. Throws a Failure if there is none
+/// (ExitStatus::wrongUse, also for a file that is not a machine file) or if its file cannot be read
+/// (ExitStatus::failure).
 Choice chooseMachine(const Options& options);
 
-/// The same, with `thisComputer` standing for this computer.
+/// This computer, with `thisComputer` in its place.
 Choice chooseMachine(const Options& options, std::unique_ptr<Machine> thisComputer);
 
 /// What there is to read: sensors that the first pass shows, or at least drives.

@@ -12,7 +12,8 @@
 namespace halvermonte {
 namespace {
 
-bool usesColour(const Output& output) {
+bool usesColour(const Options& options, const Output& output) {
+  if (options.colours != Colours::ofTerminal) return options.colours == Colours::always;
   return output.isTerminal() && !isDumbTerminal() && wantsColour();
 }
 
@@ -35,7 +36,7 @@ std::string printed(const std::vector<Line>& lines, bool colour) {
 void printReports(Sampling& sampling, const Options& options, const Output& output) {
   const Pause pause(options);
   const ReportStyle style = styleOf(options);
-  const bool colour = usesColour(output);
+  const bool colour = usesColour(options, output);
   HeldMessages messages(HeldMessages::Streams::output);
   sampling.collectComplaints(messages);
   printOnStandardError(sampling.pass().complaints);

@@ -16,6 +16,7 @@
 #include <cstdio>
 #include <ctime>
 
+#include "halvermonte/Exceptions.hpp"
 #include "halvermonte/Machine.hpp"
 #include "halvermonte/Values.hpp"
 #include "platform/portable/KeptLines.hpp"

@@ -54,7 +54,7 @@ has err 0
 has out "$(lines out)" '^usage: halvermonte-monitor'
 expect 0 --version
 has err 0
-has out 2 "^halvermonte-monitor $version\$"
+has out 4 "^halvermonte-monitor $version\$"
 expect 0 --machine list
 has err 0
 grep -q '^M1 ' out || fail "the list lacks M1"
@@ -62,7 +62,8 @@ grep -q '^M1 ' out || fail "the list lacks M1"
 # Wrong use: one line, nothing on standard output
 for arguments in '--bogus' 'extra' '--ticks 0' '--ticks -1' '--ticks x' '--interval -1' \
   '--interval nan' '--interval soon' '--format xml' '--json --format text' '--machine' \
-  '--machine M1 --sys /sys' '--record a --watch' '--record a --list'; do
+  '--machine M1 --sys /sys' '--record a --watch' '--record a --list' '--machine list --json' \
+  '--record - --json' '--color' '--with-host-name' '--watch=3'; do
   # shellcheck disable=SC2086
   expect 2 $arguments
   has out 0
@@ -70,16 +71,27 @@ for arguments in '--bogus' 'extra' '--ticks 0' '--ticks -1' '--ticks x' '--inter
 done
 
 # Machines that do not exist or cannot be read
-expect 1 --machine no-such-machine
+echo 'not a machine' >broken.json
+expect 2 --machine no-such-machine
 has out 0
 has err 1 '^halvermonte-monitor: .*no-such-machine'
-echo 'not a machine' >broken.json
+expect 2 --sys /nonexistent
+has out 0
+has err 1 '^halvermonte-monitor: --sys /nonexistent: No such file or directory$'
+expect 2 --proc broken.json
+has err 1 '^halvermonte-monitor: --proc broken.json: Not a directory$'
 expect 2 --machine broken.json
 has out 0
 has err 1 '^halvermonte-monitor: broken.json: '
-expect 1 --machine "two
+expect 2 --machine "two
 lines"
 has err 1
+expect 2 --machine /dev/zero
+has err 1 '^halvermonte-monitor: /dev/zero: expected at most 64 MB$'
+expect 0 --machine - --json --interval 0 <machine.json
+has out 1
+expect 0 --machine <(cat machine.json) --json --interval 0
+has out 1
 
 # Text
 expect 0 --machine machine.json --interval 0
@@ -99,7 +111,12 @@ grep -q $'\033' out && fail "colours without a terminal"
 mkdir empty
 expect 0 --sys empty --proc empty --interval 0
 grep -q simulated out && fail "a folder was taken for a simulated machine"
-[ "$(grep -c '^halvermonte-monitor: ' err)" = 1 ] || fail "no hint for an empty computer"
+[ "$(grep -c '^halvermonte-monitor: .*--machine list' err)" = 1 ] || fail "no hint for an empty computer"
+[ "$(grep -c '^  none$' out)" = 3 ] || fail "an empty computer has something: $(cat out)"
+expect 0 --sys empty --proc empty --json
+jq -e '.record | .sensors == {} and .fans == {}' out >jq.out || fail "an empty computer's line"
+expect 0 --machine machine.json --interval 0 --color always
+grep -q $'\033' out || fail "no colours on request"
 
 # JSON lines
 expect 0 --machine machine.json --json --ticks 4 --interval 0
@@ -155,10 +172,6 @@ expect 0 --machine host --interval 0 --record host.json
 jq -e 'has("hostName") | not' host.json >jq.out || fail "a recording of this computer has its name"
 expect 0 --machine host --interval 0 --record host.json --with-host-name
 jq -e 'has("hostName")' host.json >jq.out || fail "--with-host-name records no name"
-expect 1 --machine M1 --interval 0 --record no/such/folder.json
-has err 1 '^halvermonte-monitor: no/such/folder.json: No such file or directory$'
-expect 1 --machine M1 --interval 0 --record /dev/full
-has err 1 'No space left on device$'
 
 # A comma for the decimal point
 if localedef -i de_DE -f UTF-8 "$work/de_DE.UTF-8" >localedef.out 2>&1; then
@@ -217,29 +230,6 @@ for signal in INT TERM; do
   jq -e .tick out >jq.out || fail "a line of --watch --json is incomplete"
 done
 
-# A recording that is interrupted has the ticks so far, and a former one stays until there is a new one
-replays() {
-  "$monitor" --machine "$1" --json --ticks "$(lines out)" --interval 0 | cmp -s - out ||
-    fail "the recording of an interrupted run has not what its lines have: $(head -c 300 "$1")"
-}
-: >out
-env --default-signal=INT "$monitor" --machine M1 --json --ticks 100000 --interval 0.05 --record part.json >out 2>err &
-process=$!
-for _ in $(seq 200); do
-  [ "$(lines out)" -gt 2 ] && break
-  sleep 0.05
-done
-kill -INT $process
-wait $process || fail "an interrupted recording: exit status $?"
-replays part.json
-"$monitor" --machine M1 --json --ticks 100000 --interval 0 --record part.json | head -2 >out
-jq -e '.ticks | length >= 2' part.json >jq.out || fail "a closed pipe took the recording"
-replays part.json
-expect 2 --record ''
-has err 1 "^halvermonte-monitor: --record: expected a file's name"
-expect 2 --with-host-name
-expect 2 --watch=3
-
 # at_terminal COMMAND: runs it at a terminal without a keyboard, with what that gets in typescript.
 at_terminal() { timeout 60 script -qec "$1" typescript >script.out </dev/null; }
 
@@ -251,6 +241,10 @@ grep -q 'M1, simulated' typescript || fail "no title at the terminal"
 grep -qF "$bold" typescript || fail "no colours at the terminal"
 NO_COLOR=1 at_terminal "$quoted -m M1 -n 1 -i 0"
 grep -qF "$bold" typescript && fail "colours in spite of NO_COLOR"
+NO_COLOR=1 at_terminal "$quoted -m M1 -n 1 -i 0 --color always"
+grep -qF "$bold" typescript || fail "NO_COLOR wins over --color"
+at_terminal "$quoted -m M1 -n 1 -i 0 --color=never"
+grep -qF "$bold" typescript && fail "colours in spite of --color=never"
 TERM=dumb at_terminal "$quoted -m M1 --watch -n 1 -i 0"
 grep -q $'\033' typescript && fail "a dumb terminal was steered"
 

@@ -30,45 +30,39 @@ class ComputerWithADrive : public EmptyComputer {
   std::optional<size_t> driveCount() override { return 1; }
 };
 
-template <class Computer>
-Choice chosenOn(std::optional<std::string> asked) {
+Options asking(const std::string& machine) {
   Options options;
-  options.machine = std::move(asked);
-  return chooseMachine(options, std::make_unique<Computer>());
+  options.machine = machine;
+  return options;
 }
 
 // The refusal's line and exit status.
-std::pair<std::string, ExitStatus> refusalOf(const std::string& asked) {
+std::pair<std::string, ExitStatus> refusalOf(const Options& options) {
   try {
-    chosenOn<EmptyComputer>(asked);
+    chooseMachine(options);
   } catch (const Failure& failure) {
     return {failure.what(), failure.status()};
   }
   return {"", ExitStatus::success};
 }
 
-TEST(MachineChoice, ThisComputerIsTakenIfItOffersAnything) {
-  const Choice chosen = chosenOn<ComputerWithADrive>(std::nullopt);
+TEST(MachineChoice, ThisComputerIsShownUnlessAnotherIsNamed) {
+  const Choice chosen = chooseMachine(Options(), std::make_unique<ComputerWithADrive>());
   EXPECT_FALSE(chosen.sampling->view().isSimulated);
   EXPECT_EQ(chosen.sampling->view().title, "This computer: Box");
 }
 
-TEST(MachineChoice, SimulatedM1StandsInAndTheTitleSaysWhy) {
-  const Choice chosen = chosenOn<EmptyComputer>(std::nullopt);
-  EXPECT_TRUE(chosen.sampling->view().isSimulated);
-  EXPECT_EQ(chosen.sampling->view().title, "M1, simulated: this computer offers nothing to read");
-}
-
-TEST(MachineChoice, HostIsThisComputerEvenIfItHasNothing) {
-  const Choice chosen = chosenOn<EmptyComputer>("host");
+TEST(MachineChoice, ThisComputerIsShownEvenIfItHasNothing) {
+  const Choice chosen = chooseMachine(Options(), std::make_unique<EmptyComputer>());
   EXPECT_FALSE(chosen.sampling->view().isSimulated);
   EXPECT_EQ(chosen.sampling->view().title, "This computer: Box");
+  EXPECT_THAT(chosen.hint, AllOf(StartsWith("no sensors and no drives"), HasSubstr("simulated")));
 }
 
 TEST(MachineChoice, TreeIsNotCalledThisComputer) {
-  const Tree tree;
+  Tree tree;
+  tree.folder("sys");
   Options options;
-  options.machine = "host";
   options.sys = tree.at("sys");
   EXPECT_THAT(chooseMachine(options).sampling->view().title,
               AllOf(HasSubstr(tree.at("sys").string()), Not(HasSubstr("This computer"))));
@@ -78,7 +72,7 @@ TEST(MachineChoice, BundledNamesAreFoundInWhateverCaseAndAlwaysCalledSimulated) 
   for (const BundledMachine& machine : bundledMachines()) {
     std::string name(machine.name);
     for (char& letter : name) letter = static_cast<char>(std::tolower(letter));
-    EXPECT_EQ(chosenOn<ComputerWithADrive>(name).sampling->view().title,
+    EXPECT_EQ(chooseMachine(asking(name)).sampling->view().title,
               std::string(machine.name) + ", simulated");
   }
 }
@@ -86,20 +80,47 @@ TEST(MachineChoice, BundledNamesAreFoundInWhateverCaseAndAlwaysCalledSimulated) 
 TEST(MachineChoice, AnythingElseIsAFile) {
   Tree tree;
   tree.write("mine.json", R"({"name": "Mine", "ticks": [{}]})");
-  EXPECT_EQ(chosenOn<EmptyComputer>(tree.at("mine.json")).sampling->view().title,
-            "Mine, simulated");
+  EXPECT_EQ(chooseMachine(asking(tree.at("mine.json"))).sampling->view().title, "Mine, simulated");
 }
 
-TEST(MachineChoice, UnknownNameCouldNotBeDone) {
-  const auto [line, status] = refusalOf("/nowhere/mine.json");
-  EXPECT_THAT(line, AllOf(HasSubstr("\"/nowhere/mine.json\""), HasSubstr("--machine list")));
-  EXPECT_EQ(status, ExitStatus::failure);
+TEST(MachineChoice, UnknownNameIsWrongUseAndTheClosestIsNamed) {
+  constexpr const char* kRefusals[][2] = {
+      {"/nowhere/mine.json", ""},
+      {"Cray", ""},
+      {"M3Maxx", "M3 Max"},
+      {"m4", "M4 Pro"},
+      {"intel note book", "Intel Notebook"},
+      {"M2 Mux", "M2 Max"},
+      {"x", ""},
+  };
+  for (const auto& [asked, closest] : kRefusals) {
+    const std::string question =
+        *closest == '\0' ? "" : "; is it \"" + std::string(closest) + "\"?";
+    EXPECT_EQ(refusalOf(asking(asked)),
+              std::pair("--machine: no simulated computer and no file is called \"" +
+                            std::string(asked) + "\"" + question + " (see --machine list)",
+                        ExitStatus::wrongUse));
+  }
+  EXPECT_THAT(refusalOf(asking(std::string(1000000, 'M'))).first, Not(HasSubstr("is it")));
+}
+
+TEST(MachineChoice, FolderThatIsNoneIsWrongUse) {
+  Tree tree;
+  tree.write("file", "");
+  Options options;
+  options.sys = tree.at("nowhere");
+  EXPECT_EQ(refusalOf(options), std::pair("--sys " + *options.sys + ": No such file or directory",
+                                          ExitStatus::wrongUse));
+  options.sys = std::nullopt;
+  options.proc = tree.at("file");
+  EXPECT_EQ(refusalOf(options),
+            std::pair("--proc " + *options.proc + ": Not a directory", ExitStatus::wrongUse));
 }
 
 TEST(MachineChoice, InvalidMachineFileIsWrongUse) {
   Tree tree;
   tree.write("mine.json", R"({"name": "Mine", "ticks": []})");
-  const auto [line, status] = refusalOf(tree.at("mine.json"));
+  const auto [line, status] = refusalOf(asking(tree.at("mine.json")));
   EXPECT_THAT(line, StartsWith(tree.at("mine.json").string() + ": /ticks: expected"));
   EXPECT_EQ(status, ExitStatus::wrongUse);
 }

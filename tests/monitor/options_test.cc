@@ -3,7 +3,6 @@
 #include <gmock/gmock.h>
 
 #include <algorithm>
-#include <initializer_list>
 #include <sstream>
 #include <string>
 #include <vector>
@@ -11,25 +10,24 @@
 namespace halvermonte {
 namespace {
 
-using ::testing::EndsWith;
+using ::testing::ContainsRegex;
 using ::testing::HasSubstr;
 using ::testing::IsEmpty;
 using ::testing::Optional;
 using ::testing::StartsWith;
 
-std::variant<Options, EarlyExit> parsed(std::initializer_list<const char*> arguments) {
-  std::vector<const char*> argv = {"halvermonte-monitor"};
-  argv.insert(argv.end(), arguments);
+std::variant<Options, EarlyExit> parsed(std::vector<const char*> argv) {
+  argv.insert(argv.begin(), "halvermonte-monitor");
   return parseOptions(static_cast<int>(argv.size()), argv.data());
 }
 
-Options options(std::initializer_list<const char*> arguments) {
+Options options(const std::vector<const char*>& arguments) {
   const auto result = parsed(arguments);
   if (const auto* exit = std::get_if<EarlyExit>(&result)) ADD_FAILURE() << exit->complaint;
   return std::holds_alternative<Options>(result) ? std::get<Options>(result) : Options();
 }
 
-std::string complaint(std::initializer_list<const char*> arguments) {
+std::string complaint(const std::vector<const char*>& arguments) {
   const auto result = parsed(arguments);
   return std::holds_alternative<EarlyExit>(result) ? std::get<EarlyExit>(result).complaint
                                                    : "(none)";
@@ -37,7 +35,7 @@ std::string complaint(std::initializer_list<const char*> arguments) {
 
 TEST(Options, DefaultIsOneTextReportASecondLater) {
   const Options use = options({});
-  EXPECT_EQ(use.machine, std::nullopt);
+  EXPECT_EQ(use.machine, "host");
   EXPECT_EQ(use.format, Format::text);
   EXPECT_EQ(use.ticks, 1U);
   EXPECT_EQ(use.interval, 1);
@@ -46,6 +44,7 @@ TEST(Options, DefaultIsOneTextReportASecondLater) {
   EXPECT_EQ(use.process, std::nullopt);
   EXPECT_EQ(use.sys, std::nullopt);
   EXPECT_EQ(use.proc, std::nullopt);
+  EXPECT_EQ(use.colours, Colours::ofTerminal);
 }
 
 TEST(Options, ShortAndLongFormsAreTheSame) {
@@ -53,7 +52,7 @@ TEST(Options, ShortAndLongFormsAreTheSame) {
        {options({"-m", "M1", "-f", "json", "-n", "3", "-i", "0.5"}),
         options({"--machine=M1", "--format=json", "--ticks=3", "--interval=.5"}),
         options({"-mM1", "--json", "-n3", "-i5e-1"})}) {
-    EXPECT_THAT(use.machine, Optional(std::string("M1")));
+    EXPECT_EQ(use.machine, "M1");
     EXPECT_EQ(use.format, Format::json);
     EXPECT_EQ(use.ticks, 3U);
     EXPECT_EQ(use.interval, 0.5);
@@ -68,40 +67,113 @@ TEST(Options, WatchHasNoEndUnlessTicksGiveOne) {
 
 TEST(Options, LastOfTwoCounts) { EXPECT_EQ(options({"-n", "2", "-n", "5"}).ticks, 5U); }
 
-TEST(Options, OtherFoldersMeanThisComputer) {
-  EXPECT_THAT(options({"--sys", "/tmp/sys"}).machine, Optional(std::string("host")));
-  EXPECT_THAT(options({"--sys", "/tmp/sys", "--proc", "/tmp/proc"}).proc,
-              Optional(std::string("/tmp/proc")));
-  EXPECT_THAT(complaint({"--proc", "/tmp", "-m", "M1"}), StartsWith("--proc: "));
+TEST(Options, OtherFoldersAreOfThisComputer) {
+  const Options use = options({"--sys", "/tmp/sys", "--proc", "/tmp/proc"});
+  EXPECT_EQ(use.machine, "host");
+  EXPECT_THAT(use.sys, Optional(std::string("/tmp/sys")));
+  EXPECT_THAT(use.proc, Optional(std::string("/tmp/proc")));
 }
 
-TEST(Options, ProcessIsOneOfThisComputerUnlessAMachineIsNamed) {
-  EXPECT_THAT(options({"--pid", "1"}).process, Optional(1));
-  EXPECT_THAT(options({"--pid", "1"}).machine, Optional(std::string("host")));
-  EXPECT_THAT(options({"--pid", "1", "-m", "M1"}).machine, Optional(std::string("M1")));
+TEST(Options, ColoursAreAsTheTerminalHasThemUnlessTheUserDecides) {
+  EXPECT_EQ(options({"--color", "auto"}).colours, Colours::ofTerminal);
+  EXPECT_EQ(options({"--color=always"}).colours, Colours::always);
+  EXPECT_EQ(options({"--color=never"}).colours, Colours::never);
 }
 
-TEST(Options, BadValuesAreOneLineThatNamesTheOptionAndTheExpectation) {
-  for (const char* value : {"0", "-1", "1.5", "x", "", "3x", "18446744073709551616"}) {
+TEST(Options, StandardOutputHasSeveralNames) {
+  for (const char* name : {"-", "/dev/stdout", "/dev/fd/1", "/proc/self/fd/1"}) {
+    EXPECT_TRUE(options({"--record", name}).recordsOnStandardOutput()) << name;
+  }
+  EXPECT_FALSE(options({"--record", "/dev/fd/11"}).recordsOnStandardOutput());
+  EXPECT_FALSE(options({}).recordsOnStandardOutput());
+}
+
+struct Misuse {
+  std::vector<const char*> arguments;
+  std::string line;  ///< without the reference to --help
+};
+
+const Misuse kMisuses[] = {
+    // Arguments that are not options
+    {{"--bogus"}, "unknown option \"--bogus\""},
+    {{"--bogus=1"}, "unknown option \"--bogus=1\""},
+    {{"--tick", "1"}, "unknown option \"--tick\""},
+    {{"--ticks:", "1"}, "unknown option \"--ticks:\""},
+    {{"-x"}, "unknown option \"-x\""},
+    {{"-json"}, "unknown option \"-json\""},
+    {{"-"}, "unknown option \"-\""},
+    {{"--"}, "unknown option \"--\""},
+    {{"extra"}, "unexpected argument \"extra\""},
+    {{""}, "unexpected argument \"\""},
+    {{"--machine", "M3", "Max"}, "unexpected argument \"Max\""},
+    {{"--watch", "3"}, "unexpected argument \"3\""},
+    // Values that are missing, or that an option does not take
+    {{"--machine"}, "--machine: needs a computer's name or a file's"},
+    {{"-m"}, "--machine: needs a computer's name or a file's"},
+    {{"--format"}, "--format: needs text or json"},
+    {{"--ticks"}, "--ticks: needs a positive integer"},
+    {{"-n"}, "--ticks: needs a positive integer"},
+    {{"--interval"}, "--interval: needs seconds from 0 to 1000000"},
+    {{"--color"}, "--color: needs auto, always or never"},
+    {{"--pid"}, "--pid: needs a process identifier"},
+    {{"--record"}, "--record: needs a file's name"},
+    {{"--sys"}, "--sys: needs a folder's name"},
+    {{"--proc"}, "--proc: needs a folder's name"},
+    {{"--watch=3"}, "--watch: takes no value"},
+    {{"--json="}, "--json: takes no value"},
+    {{"--list=all"}, "--list: takes no value"},
+    {{"--help=ticks"}, "--help: takes no value"},
+    {{"-hx"}, "--help: takes no value"},
+    // Bad values
+    {{"--machine", ""}, "--machine: expected a computer's name or a file's, not \"\""},
+    {{"--format", "xml"}, "--format: expected text or json, not \"xml\""},
+    {{"-fJSON"}, "--format: expected text or json, not \"JSON\""},
+    {{"--color", "yes"}, "--color: expected auto, always or never, not \"yes\""},
+    {{"--pid", "0"}, "--pid: expected a process identifier, not \"0\""},
+    {{"--pid", "2147483648"}, "--pid: expected a process identifier, not \"2147483648\""},
+    {{"--record", ""}, "--record: expected a file's name, not \"\""},
+    {{"--sys", ""}, "--sys: expected a folder's name, not \"\""},
+    {{"--proc="}, "--proc: expected a folder's name, not \"\""},
+    {{"--ticks", "--json"}, "--ticks: expected a positive integer, not \"--json\""},
+    // Options that do not go together
+    {{"--json", "--format", "text"}, "--json: cannot be combined with --format text"},
+    {{"--list", "--record", "a"}, "--list: cannot be combined with --record"},
+    {{"--watch", "--list"}, "--list: cannot be combined with --watch"},
+    {{"--record", "a", "--watch"}, "--record: cannot be combined with --watch"},
+    {{"--with-host-name"}, "--with-host-name: needs --record"},
+    {{"--record", "-", "--json"},
+     "--record -: cannot be combined with JSON lines, which go to standard output too"},
+    {{"-f", "json", "--record", "/dev/stdout"},
+     "--record /dev/stdout: cannot be combined with JSON lines, which go to standard output too"},
+    {{"-m", "M1", "--sys", "/sys"}, "--sys: needs --machine host"},
+    {{"-m", "M1", "--proc", "/proc"}, "--proc: needs --machine host"},
+    {{"-m", "M1", "--drive-temperatures"}, "--drive-temperatures: needs --machine host"},
+    {{"-m", "list", "--json"}, "--machine list: cannot be combined with --json"},
+    {{"-n", "1", "-m", "list"}, "--machine list: cannot be combined with --ticks"},
+    {{"-m", "list", "--sys", "/sys"}, "--machine list: cannot be combined with --sys"},
+};
+
+TEST(Options, EachWrongUseIsOneLineThatPointsToHelp) {
+  for (const auto& [arguments, line] : kMisuses) {
+    EXPECT_EQ(complaint(arguments), line + " (see --help)");
+  }
+}
+
+TEST(Options, NumbersAreWholeTextsInTheirRange) {
+  for (const char* value : {"0", "-1", "1.5", "x", "", " 3", "3x", "18446744073709551616"}) {
     EXPECT_EQ(complaint({"--ticks", value}), "--ticks: expected a positive integer, not \"" +
                                                  std::string(value) + "\" (see --help)");
   }
   for (const char* value : {"-1", "nan", "inf", "1e400", "1,5", "0x10", "", "1s", "1000000.5"}) {
-    EXPECT_THAT(complaint({"--interval", value}),
-                StartsWith("--interval: expected seconds from 0 to 1000000, not"));
+    EXPECT_EQ(complaint({"--interval", value}),
+              "--interval: expected seconds from 0 to 1000000, not \"" + std::string(value) +
+                  "\" (see --help)");
   }
-  EXPECT_THAT(complaint({"--format", "xml"}), StartsWith("--format: expected text or json, not"));
-  EXPECT_THAT(complaint({"--pid", "0"}), StartsWith("--pid: expected a process identifier, not"));
-  EXPECT_THAT(complaint({"--record", ""}), StartsWith("--record: expected a file's name, not"));
-  EXPECT_THAT(complaint({"--sys", ""}), StartsWith("--sys: expected a folder's name, not"));
-  EXPECT_THAT(complaint({"--proc", ""}), StartsWith("--proc: expected a folder's name, not"));
 }
 
-TEST(Options, WrongUsePointsToHelp) {
-  EXPECT_THAT(complaint({"--bogus"}), AllOf(HasSubstr("--bogus"), EndsWith("(see --help)")));
-  EXPECT_THAT(complaint({"extra"}), HasSubstr("extra"));
-  EXPECT_THAT(complaint({"--ticks"}), StartsWith("--ticks: "));
-  EXPECT_THAT(complaint({"--json", "--format", "text"}), StartsWith("--json: "));
+TEST(Options, HelpIsShownWhateverFollows) {
+  EXPECT_THAT(std::get<EarlyExit>(parsed({"--help", "--bogus"})).output, StartsWith("usage: "));
+  EXPECT_THAT(std::get<EarlyExit>(parsed({"--json", "--version", "x"})).complaint, IsEmpty());
 }
 
 TEST(Options, HelpFitsASmallTerminalAndNamesEachOption) {
@@ -112,16 +184,17 @@ TEST(Options, HelpFitsASmallTerminalAndNamesEachOption) {
   for (std::string line; std::getline(lines, line);) EXPECT_LE(line.size(), 80U) << line;
   for (const char* option :
        {"-m, --machine", "-f, --format", "--json", "-n, --ticks", "--watch", "-i, --interval",
-        "--fahrenheit", "--pid", "--list", "--record", "--with-host-name", "--drive-temperatures",
-        "--sys", "--proc", "--version", "-h, --help"}) {
+        "--fahrenheit", "--color", "--pid", "--list", "--record", "--with-host-name",
+        "--drive-temperatures", "--sys", "--proc", "--version", "-h, --help"}) {
     EXPECT_THAT(help, HasSubstr(option));
   }
 }
 
-TEST(Options, VersionNamesMonitorAndEngine) {
+TEST(Options, VersionNamesMonitorEngineMachineAndLibraries) {
   const EarlyExit exit = std::get<EarlyExit>(parsed({"--version"}));
   EXPECT_THAT(exit.output, StartsWith("halvermonte-monitor "));
-  EXPECT_THAT(exit.output, EndsWith("\nengine 202112300\n"));
+  EXPECT_THAT(exit.output, HasSubstr("\nengine 202112300\nmachine Linux, "));
+  EXPECT_THAT(exit.output, ContainsRegex("\nlibplist [0-9.]+\n$"));
   EXPECT_THAT(exit.complaint, IsEmpty());
 }
 
