@@ -25,6 +25,21 @@ void closeOffMissingStreams() {
 
 }  // namespace
 
+bool writeWhole(int descriptor, std::string_view text) {
+  while (!text.empty()) {
+    const ssize_t written = ::write(descriptor, text.data(), text.size());
+    if (written >= 0) {
+      text.remove_prefix(static_cast<size_t>(written));
+    } else if (errno == EAGAIN) {
+      pollfd ready{descriptor, POLLOUT, 0};
+      poll(&ready, 1, -1);
+    } else if (errno != EINTR) {
+      return false;
+    }
+  }
+  return true;
+}
+
 Output::Output() : descriptor_(fcntl(STDOUT_FILENO, F_DUPFD_CLOEXEC, STDERR_FILENO + 1)) {
   if (dup2(STDERR_FILENO, STDOUT_FILENO) < 0) close(STDOUT_FILENO);
   closeOffMissingStreams();
@@ -34,19 +49,9 @@ Output::Output() : descriptor_(fcntl(STDOUT_FILENO, F_DUPFD_CLOEXEC, STDERR_FILE
 Output::~Output() { close(descriptor_); }
 
 void Output::write(std::string_view text) const {
-  while (!text.empty()) {
-    const ssize_t written = ::write(descriptor_, text.data(), text.size());
-    if (written >= 0) {
-      text.remove_prefix(static_cast<size_t>(written));
-    } else if (errno == EPIPE) {
-      throw ReaderGone();
-    } else if (errno == EAGAIN) {
-      pollfd ready{descriptor_, POLLOUT, 0};
-      poll(&ready, 1, -1);
-    } else if (errno != EINTR) {
-      throw Failure(std::string("standard output: ") + std::strerror(errno));
-    }
-  }
+  if (writeWhole(descriptor_, text)) return;
+  if (errno == EPIPE) throw ReaderGone();
+  throw Failure(std::string("standard output: ") + std::strerror(errno));
 }
 
 bool Output::isTerminal() const { return isatty(descriptor_) == 1; }

@@ -12,6 +12,10 @@ namespace halvermonte {
 /// Thrown when nobody reads standard output any more, which is not a failure.
 struct ReaderGone {};
 
+/// Writes the whole text, also to a descriptor that does not block. Returns false, with errno set,
+/// if it cannot.
+bool writeWhole(int descriptor, std::string_view text);
+
 /// Takes over the program's standard output: what anyone else prints there goes to standard error
 /// from then on. One object in a process.
 class Output {

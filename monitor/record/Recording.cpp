@@ -1,50 +1,39 @@
 #include "monitor/record/Recording.hpp"
 
-#include <cerrno>
 #include <cstdint>
-#include <cstring>
-#include <fstream>
-#include <ios>
-#include <ostream>
+#include <memory>
 #include <string>
 
 #include "halvermonte/MachineRecorder.hpp"
-#include "monitor/Failure.hpp"
+#include "monitor/JsonText.hpp"
+#include "monitor/Line.hpp"
+#include "monitor/record/RecordingFile.hpp"
 
 namespace halvermonte {
-namespace {
-
-[[noreturn]] void failOn(const std::string& path) {
-  throw Failure(path + ": " + std::strerror(errno));
-}
-
-/// Fails at once if nobody can write to the file. What it holds stays until there is a recording.
-void checkIsWritable(const std::string& path) {
-  if (!std::ofstream(path, std::ios::app)) failOn(path);
-}
-
-void writeRecording(const std::string& path, MachineRecorder& recorder) {
-  std::ofstream file(path);
-  if (!file || !(file << recorder.machineFile() << std::flush)) failOn(path);
-}
-
-}  // namespace
 
 void recordMachine(Sampling& sampling, const Options& options, const Output& output,
                    const ShowPass& show) {
   const std::string& path = *options.recordingPath;
-  checkIsWritable(path);
+  // Fails at once if nobody can write there.
+  const auto file =
+      options.recordsOnStandardOutput() ? nullptr : std::make_unique<RecordingFile>(path);
+  const auto writeRecording = [&] {
+    const std::string recording = escapedJson(sampling.recorder()->machineFile());
+    file ? file->write(recording) : output.write(recording);
+  };
   const Pause pause(options);
   uint64_t ticks = 0;
   try {
     ticks = makePasses(sampling, pause, options.ticks, show);
   } catch (...) {  // The lines have no reader any more, but the recording is still wanted.
-    writeRecording(path, *sampling.recorder());
+    writeRecording();
     throw;
   }
-  writeRecording(path, *sampling.recorder());
-  if (show) return;
-  output.write(path + ": " + std::to_string(ticks) + " ticks of " + sampling.view().title + "\n");
+  writeRecording();
+  if (show || !file) return;
+  output.write(
+      printable(path + ": " + std::to_string(ticks) + " ticks of " + sampling.view().title, true) +
+      "\n");
 }
 
 }  // namespace halvermonte
