@@ -90,8 +90,7 @@ std::string_view closestName(const std::string& asked) {
 }
 
 [[noreturn]] void refuseUnknown(const std::string& asked) {
-  constexpr size_t kLongestName = 64;  // longer ones are compared in vain, and slowly
-  const std::string_view closest = asked.size() > kLongestName ? "" : closestName(asked);
+  const std::string_view closest = closestName(asked);
   throw Failure("--machine: no simulated computer and no file is called \"" + asked + "\"" +
                     (closest.empty() ? "" : "; is it \"" + std::string(closest) + "\"?") +
                     " (see --machine list)",
