@@ -31,8 +31,8 @@ struct SimulatedState;
 /// pass in that state, and nextTick() comes before each later pass. One thread at a time.
 class HALVERMONTE_EXPORT SimulatedMachine : public Machine {
  public:
-  /// Reads the file at the path, or the text of a file. Both throw MachineFileError; `fileName` is
-  /// what its message calls the file.
+  /// Reads the file at the path, or the text of a file. Both throw MachineFileError, also if a pass
+  /// over a tick would end the process; `fileName` is what its message calls the file.
   static std::unique_ptr<SimulatedMachine> fromFile(const std::string& path);
   static std::unique_ptr<SimulatedMachine> fromText(std::string_view json,
                                                     const std::string& fileName);
