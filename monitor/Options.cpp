@@ -1,14 +1,14 @@
 #include "monitor/Options.hpp"
 
+#include <CLI/CLI.hpp>
 #include <algorithm>
 #include <charconv>
 #include <cstdio>
 #include <cstdlib>
-#include <functional>
 #include <iterator>
+#include <map>
 #include <string_view>
 #include <system_error>
-#include <vector>
 
 #include "halvermonte/Version.h"
 
@@ -22,12 +22,12 @@ Shows temperatures, fans and disk traffic, of this computer or a simulated one.
 
   -m, --machine WHICH     "host" (this computer, the default), a simulated
                           computer's NAME, a machine FILE, or "list"
-  -f, --format FORMAT     text, or json: the whole record, one line per pass
-      --json              the same as --format json
+  -f, --format FORMAT     text, or json (--json): the record, one line per pass
   -n, --ticks N           number of reports or lines; default 1
   -i, --interval SECONDS  time between passes; default 1, and disks have no
                           rates below that
-      --watch             run until Ctrl-C; at a terminal, redraw in place
+      --live              show the sensors live at a terminal; ? lists keys
+      --watch             the same at a terminal; else reports until Ctrl-C
       --fahrenheit        show degrees Fahrenheit in text
       --color WHEN        auto, always or never
       --pid PID           show a process's current CPU use; 100 = one core
@@ -38,7 +38,7 @@ Shows temperatures, fans and disk traffic, of this computer or a simulated one.
       --sys DIR, --proc DIR  folders to read in place of /sys and /proc
   -h, --help; --version   show this text; show the versions
 examples:
-  halvermonte-monitor --watch
+  halvermonte-monitor --live
   halvermonte-monitor -m M1 --json -n 3 -i 0 | jq .record.sensors
 )";
 
@@ -47,15 +47,6 @@ std::string versions() {
   std::snprintf(engine, sizeof engine, "%.0f", HalvermonteSensorsEngineVersionNumber);
   return "halvermonte-monitor " HALVERMONTE_VERSION "\nengine " + std::string(engine) +
          "\nmachine " HALVERMONTE_SYSTEM "\nlibplist " HALVERMONTE_LIBPLIST_VERSION "\n";
-}
-
-/// The line of a wrong use.
-struct WrongUse {
-  std::string line;
-};
-
-[[noreturn]] void refuse(std::string_view option, const std::string& reason) {
-  throw WrongUse{std::string(option) + ": " + reason};
 }
 
 template <class Integer>
@@ -97,118 +88,96 @@ const std::string kNotWith = "cannot be combined with ";
 
 /// Options that exclude each other.
 struct Exclusion {
-  std::string_view option, other;
+  const char* option;
+  const char* other;
 };
 constexpr Exclusion kExclusive[] = {
-    {"--list", "--record"},
-    {"--list", "--watch"},
-    {"--record", "--watch"},
+    {"--list", "--record"}, {"--list", "--watch"}, {"--record", "--watch"},
+    {"--live", "--json"},   {"--live", "--list"},  {"--live", "--record"},
 };
 
-constexpr std::string_view kOfThisComputer[] = {"--sys", "--proc", "--drive-temperatures"};
+constexpr const char* kOfThisComputer[] = {"--sys", "--proc", "--drive-temperatures"};
 
+[[noreturn]] void refuse(const std::string& name, const std::string& reason) {
+  throw CLI::ValidationError(name, reason);
+}
+
+/// Reads every value as a text, so that each complaint is one of ours.
 class CommandLine {
  public:
   CommandLine() {
-    option("--machine", "-m", options_.machine, name, "a computer's name or a file's");
-    option("--format", "-f", format_, format, "text or json");
+    app_.set_help_flag("-h,--help")->disable_flag_override();
+    app_.set_version_flag("--version", versions());
+    option("-m,--machine", options_.machine, name, "a computer's name or a file's");
+    option("-f,--format", format_, format, "text or json");
     flag("--json", json_);
-    option("--ticks", "-n", ticks_, positiveInteger<uint64_t>, "a positive integer");
-    option("--interval", "-i", options_.interval, seconds, "seconds from 0 to 1000000");
+    option("-n,--ticks", ticks_, positiveInteger<uint64_t>, "a positive integer");
+    option("-i,--interval", options_.interval, seconds, "seconds from 0 to 1000000");
     flag("--watch", options_.watch);
+    flag("--live", options_.live);
     flag("--fahrenheit", options_.fahrenheit);
-    option("--color", "", options_.colours, colours, "auto, always or never");
-    option("--pid", "", options_.process, positiveInteger<int32_t>, "a process identifier");
+    option("--color", options_.colours, colours, "auto, always or never");
+    option("--pid", options_.process, positiveInteger<int32_t>, "a process identifier");
     flag("--list", options_.list);
-    option("--record", "", options_.recordingPath, name, "a file's name");
+    option("--record", options_.recordingPath, name, "a file's name");
     flag("--with-host-name", options_.withHostName);
     flag("--drive-temperatures", options_.driveTemperatures);
-    option("--sys", "", options_.sys, name, "a folder's name");
-    option("--proc", "", options_.proc, name, "a folder's name");
-    flag("--help", help_, "-h");
-    flag("--version", version_);
+    option("--sys", options_.sys, name, "a folder's name");
+    option("--proc", options_.proc, name, "a folder's name");
   }
 
-  std::variant<Options, EarlyExit> parse(const std::vector<std::string>& arguments) {
-    for (next_ = arguments.begin(); next_ != arguments.end();) {
-      take(*next_++, arguments.end());
-      if (help_) return EarlyExit{kHelp, ""};
-      if (version_) return EarlyExit{versions(), ""};
-    }
+  // Throws a CLI::ParseError.
+  Options parse(int argc, const char* const* argv) {
+    app_.parse(argc, argv);
     expectThatTheyFit();
     expectMachineThatFits();
     options_.format = json_ ? Format::json : format_.value_or(Format::text);
-    options_.ticks = ticks_.value_or(options_.watch ? Options::kEndless : 1);
+    options_.ticks = ticks_.value_or(options_.watch || options_.live ? Options::kEndless : 1);
     return options_;
   }
 
+  /// The line for an error that parse() threw.
+  std::string complaint(const CLI::ParseError& error) const {
+    if (dynamic_cast<const CLI::ExtrasError*>(&error) != nullptr) {
+      const std::string argument = app_.remaining().front();
+      return (argument.starts_with('-') ? "unknown option \"" : "unexpected argument \"") +
+             argument + "\"";
+    }
+    if (dynamic_cast<const CLI::ArgumentMismatch*>(&error) == nullptr) return error.what();
+    const std::string_view text = error.what();  // begins with the option, a flag without dashes
+    const std::string option(text.substr(0, text.find_first_of(": ")));
+    const auto expected = expected_.find(option);
+    if (expected == expected_.end()) return "--" + option + ": takes no value";
+    return option + ": needs " + expected->second;
+  }
+
  private:
-  using Arguments = std::vector<std::string>::const_iterator;
-
-  struct Option {
-    std::string_view name, letter;
-    std::string_view expected;  ///< of the value; "" if it takes none
-    std::function<bool(const std::string&)> store;
-    bool isGiven = false;
-  };
-
-  void flag(std::string_view name, bool& target, std::string_view letter = "") {
-    known_.push_back({name, letter, "", [&target](const std::string&) { return target = true; }});
+  void flag(const char* name, bool& target) {
+    app_.add_flag(name, target)->disable_flag_override();
   }
 
   // If an option is given twice, the last one counts.
   template <class Target, class Conversion>
-  void option(std::string_view name, std::string_view letter, Target& target, Conversion conversion,
-              std::string_view expected) {
-    known_.push_back({name, letter, expected, [conversion, &target](const std::string& text) {
-                        const auto value = conversion(text);
-                        if (value) target = *value;
-                        return value.has_value();
-                      }});
+  void option(const char* names, Target& target, Conversion conversion, const char* expected) {
+    const std::string name = std::string(names).substr(std::string_view(names).find("--"));
+    const auto convert = [=, &target](const std::string& text) {
+      const auto value = conversion(text);
+      if (!value) refuse(name, std::string("expected ") + expected + ", not \"" + text + "\"");
+      target = *value;
+    };
+    app_.add_option_function<std::string>(names, convert)
+        ->multi_option_policy(CLI::MultiOptionPolicy::TakeLast);
+    expected_[name] = expected;
   }
 
-  /// Takes an argument and, if it is an option whose value follows, the next one.
-  void take(const std::string& argument, Arguments end) {
-    if (!argument.starts_with('-')) throw WrongUse{"unexpected argument \"" + argument + "\""};
-    const bool isLong = argument.starts_with("--");
-    const size_t nameEnd = isLong ? std::min(argument.find('='), argument.size()) : 2;
-    Option& option = find(argument, argument.substr(0, nameEnd));
-    const bool hasValue = argument.size() > nameEnd;
-    if (option.expected.empty()) {
-      if (hasValue) refuse(option.name, "takes no value");
-      store(option, "");
-    } else if (hasValue) {
-      store(option, argument.substr(isLong ? nameEnd + 1 : nameEnd));
-    } else if (next_ != end) {
-      store(option, *next_++);
-    } else {
-      refuse(option.name, "needs " + std::string(option.expected));
-    }
-  }
-
-  Option& find(const std::string& argument, std::string_view name) {
-    const auto option = std::ranges::find_if(
-        known_, [name](const Option& each) { return name == each.name || name == each.letter; });
-    if (option == known_.end()) throw WrongUse{"unknown option \"" + argument + "\""};
-    return *option;
-  }
-
-  static void store(Option& option, const std::string& value) {
-    option.isGiven = true;
-    if (option.store(value)) return;
-    refuse(option.name, "expected " + std::string(option.expected) + ", not \"" + value + "\"");
-  }
-
-  bool isGiven(std::string_view name) const {
-    return std::ranges::any_of(
-        known_, [name](const Option& option) { return option.isGiven && option.name == name; });
-  }
+  bool isGiven(const std::string& name) const { return app_.count(name) > 0; }
 
   void expectThatTheyFit() const {
     for (const auto& [option, other] : kExclusive) {
-      if (isGiven(option) && isGiven(other)) refuse(option, kNotWith + std::string(other));
+      if (isGiven(option) && isGiven(other)) refuse(option, kNotWith + other);
     }
     if (json_ && format_ == Format::text) refuse("--json", kNotWith + "--format text");
+    if (options_.live && format_ == Format::json) refuse("--live", kNotWith + "--format json");
     if (options_.withHostName && !options_.recordingPath) {
       refuse("--with-host-name", "needs --record");
     }
@@ -220,22 +189,23 @@ class CommandLine {
 
   void expectMachineThatFits() const {
     if (options_.machine == "host") return;
-    for (const Option& option : known_) {
-      if (option.isGiven && options_.machine == "list" && option.name != "--machine") {
-        refuse("--machine list", kNotWith + std::string(option.name));
+    for (const CLI::Option* option : app_.get_options()) {
+      const std::string name = option->get_name();
+      if (option->count() > 0 && options_.machine == "list" && name != "--machine") {
+        refuse("--machine list", kNotWith + name);
       }
     }
-    for (const std::string_view option : kOfThisComputer) {
+    for (const char* option : kOfThisComputer) {
       if (isGiven(option)) refuse(option, "needs --machine host");
     }
   }
 
-  std::vector<Option> known_;
-  Arguments next_;
+  CLI::App app_;
+  std::map<std::string, std::string> expected_;  ///< what an option's value has to be
   Options options_;
   std::optional<Format> format_;
   std::optional<uint64_t> ticks_;
-  bool json_ = false, help_ = false, version_ = false;
+  bool json_ = false;
 };
 
 }  // namespace
@@ -246,10 +216,15 @@ bool Options::recordsOnStandardOutput() const {
 }
 
 std::variant<Options, EarlyExit> parseOptions(int argc, const char* const* argv) {
+  CommandLine line;
   try {
-    return CommandLine().parse({argv + std::min(argc, 1), argv + argc});
-  } catch (const WrongUse& use) {
-    return EarlyExit{"", use.line + " (see --help)"};
+    return line.parse(argc, argv);
+  } catch (const CLI::CallForHelp&) {
+    return EarlyExit{kHelp, ""};
+  } catch (const CLI::CallForVersion&) {
+    return EarlyExit{versions(), ""};
+  } catch (const CLI::ParseError& error) {
+    return EarlyExit{"", line.complaint(error) + " (see --help)"};
   }
 }
 

@@ -24,6 +24,7 @@ struct Options {
   uint64_t ticks = 1;   ///< number of reports or lines
   double interval = 1;  ///< seconds between passes
   bool watch = false;
+  bool live = false;
   bool fahrenheit = false;
   Colours colours = Colours::ofTerminal;
   std::optional<int32_t> process;

@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <atomic>
 #include <csignal>
+#include <iterator>
 
 namespace halvermonte {
 namespace {
@@ -30,7 +31,7 @@ void onStop(int number) {
 
 void onSuspend(int) { suspendAsked = 1; }
 void onResize(int) { resized = 1; }
-void onAbort(int) { performLastAct(); }
+void onCrash(int) { performLastAct(); }
 
 /// Clears the flag and returns whether it was set.
 bool clear(volatile std::sig_atomic_t& flag) {
@@ -45,32 +46,13 @@ struct Handling {
 };
 constexpr Handling kStops[] = {
     {SIGINT, onStop}, {SIGTERM, onStop}, {SIGHUP, onStop}, {SIGQUIT, onStop}};
+constexpr int kCrashes[] = {SIGABRT, SIGBUS, SIGFPE, SIGILL, SIGSEGV, SIGSYS, SIGTRAP};
 constexpr Handling kScreenSignals[] = {{SIGTSTP, onSuspend}, {SIGWINCH, onResize}};
 
 // A signal that the caller ignores, as nohup does, stays ignored.
 void setHandler(int number, void (*handler)(int)) {
   if (std::signal(number, handler) == SIG_IGN) std::signal(number, SIG_IGN);
 }
-
-/// Blocks the signals, so that none arrives between a look at the flags and the wait.
-class BlockedSignals {
- public:
-  BlockedSignals() {
-    sigset_t blocked;
-    sigemptyset(&blocked);
-    for (const Handling& stop : kStops) sigaddset(&blocked, stop.number);
-    for (const Handling& other : kScreenSignals) sigaddset(&blocked, other.number);
-    sigprocmask(SIG_BLOCK, &blocked, &former_);
-  }
-  ~BlockedSignals() { sigprocmask(SIG_SETMASK, &former_, nullptr); }
-  BlockedSignals(const BlockedSignals&) = delete;
-  BlockedSignals& operator=(const BlockedSignals&) = delete;
-
-  const sigset_t& former() const { return former_; }
-
- private:
-  sigset_t former_;
-};
 
 timespec timespecOf(std::chrono::nanoseconds duration) {
   const auto seconds = std::chrono::floor<std::chrono::seconds>(duration);
@@ -84,6 +66,16 @@ std::chrono::nanoseconds partOfWait(std::chrono::nanoseconds left) {
   return left <= kShort ? std::max(left, std::chrono::nanoseconds::zero()) : left - left / 500;
 }
 
+Signals::Blocked::Blocked() {
+  sigset_t blocked;
+  sigemptyset(&blocked);
+  for (const Handling& stop : kStops) sigaddset(&blocked, stop.number);
+  for (const Handling& other : kScreenSignals) sigaddset(&blocked, other.number);
+  pthread_sigmask(SIG_BLOCK, &blocked, &former_);
+}
+
+Signals::Blocked::~Blocked() { pthread_sigmask(SIG_SETMASK, &former_, nullptr); }
+
 Signals::Signals(Watch watch) {
   for (const Handling& stop : kStops) setHandler(stop.number, stop.handler);
   if (watch == Watch::stops) return;
@@ -95,23 +87,26 @@ Signals::~Signals() {
   for (const Handling& other : kScreenSignals) setHandler(other.number, SIG_DFL);
 }
 
-Wake Signals::waitUntil(std::chrono::steady_clock::time_point time, int keyboard) const {
-  const BlockedSignals blocked;
+Wake Signals::waitUntil(std::chrono::steady_clock::time_point time, int keyboard, int news) const {
+  const Blocked blocked;  // so that none arrives between a look at the flags and the wait
   for (;;) {
     if (stopAsked) return Wake::stop;
     if (clear(suspendAsked)) return Wake::suspend;
     if (clear(resized)) return Wake::resized;
     const timespec timeout = timespecOf(partOfWait(time - std::chrono::steady_clock::now()));
-    pollfd input{keyboard, POLLIN, 0};  // poll ignores a negative descriptor
-    const int ready = ppoll(&input, 1, &timeout, &blocked.former());
-    if (ready > 0) return Wake::input;
+    pollfd inputs[] = {{keyboard, POLLIN, 0}, {news, POLLIN, 0}};  // a negative one is ignored
+    const int ready = ppoll(inputs, std::size(inputs), &timeout, &blocked.former());
+    if (ready > 0) return inputs[0].revents != 0 ? Wake::input : Wake::news;
     if (ready == 0 && std::chrono::steady_clock::now() >= time) return Wake::timeUp;
   }
 }
 
 void Signals::setLastAct(void (*act)()) {
   lastAct = act;
-  std::signal(SIGABRT, act != nullptr ? onAbort : SIG_DFL);
+  struct sigaction action {};
+  action.sa_handler = act != nullptr ? onCrash : SIG_DFL;
+  action.sa_flags = static_cast<int>(SA_RESETHAND);  // the signal ends the process after it
+  for (const int number : kCrashes) sigaction(number, &action, nullptr);
 }
 
 }  // namespace halvermonte

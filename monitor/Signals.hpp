@@ -2,12 +2,13 @@
 #pragma once
 
 #include <chrono>
+#include <csignal>
 #include <cstdint>
 
 namespace halvermonte {
 
 /// Why a wait ended.
-enum class Wake : uint8_t { timeUp, stop, suspend, resized, input };
+enum class Wake : uint8_t { timeUp, stop, suspend, resized, input, news };
 
 /// How long to wait at once if that much time is left. The kernel may end a wait late by a
 /// thousandth of its length, so all but the last milliseconds are waited for in parts that end
@@ -26,13 +27,31 @@ class Signals {
   Signals(const Signals&) = delete;
   Signals& operator=(const Signals&) = delete;
 
-  /// Waits until the point in time, unless something happens first. `keyboard` is a descriptor to
-  /// watch for input, or -1.
-  Wake waitUntil(std::chrono::steady_clock::time_point time, int keyboard = -1) const;
+  /// Waits until the point in time, unless something happens first. `keyboard` and `news` are
+  /// descriptors to watch for input, or -1.
+  Wake waitUntil(std::chrono::steady_clock::time_point time, int keyboard = -1,
+                 int news = -1) const;
 
-  /// Sets a function to call when a second stop or SIGABRT is about to end the process; null: none.
-  /// It runs in a signal handler.
+  /// Sets a function to call when a second stop, SIGABRT or a crash is about to end the process;
+  /// null: none. It runs in a signal handler.
   static void setLastAct(void (*act)());
+
+  /// As long as it lives, the calling thread gets none of the signals, and a thread that it starts
+  /// never gets one.
+  class Blocked;
+};
+
+class Signals::Blocked {
+ public:
+  Blocked();
+  ~Blocked();
+  Blocked(const Blocked&) = delete;
+  Blocked& operator=(const Blocked&) = delete;
+
+  const sigset_t& former() const { return former_; }
+
+ private:
+  sigset_t former_;
 };
 
 }  // namespace halvermonte

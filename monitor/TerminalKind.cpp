@@ -3,6 +3,7 @@
 #include <langinfo.h>
 
 #include <cstdlib>
+#include <string_view>
 
 namespace halvermonte {
 namespace {
@@ -16,7 +17,10 @@ std::string_view environment(const char* name) {
 
 bool isDumbTerminal() { return environment("TERM").empty() || environment("TERM") == "dumb"; }
 
-bool wantsColour() { return environment("NO_COLOR").empty(); }
+bool wantsColour(Colours colours) {
+  if (colours != Colours::ofTerminal) return colours == Colours::always;
+  return environment("NO_COLOR").empty();
+}
 
 bool isUnicode() { return std::string_view(nl_langinfo(CODESET)) == "UTF-8"; }
 

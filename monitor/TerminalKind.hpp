@@ -1,15 +1,15 @@
-// What the environment says about the terminal.
+// What the environment and the user say about the terminal.
 #pragma once
 
-#include <string_view>
+#include "monitor/Options.hpp"
 
 namespace halvermonte {
 
 /// Whether the terminal understands no control sequences, or none is named.
 bool isDumbTerminal();
 
-/// Whether colours are wanted: NO_COLOR is not set, or empty.
-bool wantsColour();
+/// Whether a terminal gets colours. If the user leaves that to the terminal, NO_COLOR decides.
+bool wantsColour(Colours colours);
 
 /// Whether texts are UTF-8.
 bool isUnicode();

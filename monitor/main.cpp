@@ -15,6 +15,7 @@
 #include "monitor/StandardStreams.hpp"
 #include "monitor/json/JsonOutput.hpp"
 #include "monitor/list/SensorList.hpp"
+#include "monitor/live/LiveView.hpp"
 #include "monitor/record/Recording.hpp"
 #include "monitor/report/TextOutput.hpp"
 
@@ -39,8 +40,16 @@ void record(Sampling& sampling, const Options& options, const Output& output) {
   recordMachine(sampling, options, output, show);
 }
 
+/// --watch is the same at a terminal, as far as it prints reports.
+bool isForLiveView(const Options& options, const Output& output) {
+  const bool printsReports =
+      options.format == Format::text && !options.list && !options.recordingPath;
+  return options.live || (options.watch && printsReports && canShowLive(output));
+}
+
 void run(const Options& options, const Output& output) {
   if (options.machine == "list") return output.write(machineList());
+  if (isForLiveView(options, output)) return showLive(options, output);
   const Choice choice = chooseMachine(options);
   Sampling& sampling = *choice.sampling;
   if (options.process) sampling.watchProcess(*options.process);

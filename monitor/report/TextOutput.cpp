@@ -13,8 +13,8 @@ namespace halvermonte {
 namespace {
 
 bool usesColour(const Options& options, const Output& output) {
-  if (options.colours != Colours::ofTerminal) return options.colours == Colours::always;
-  return output.isTerminal() && !isDumbTerminal() && wantsColour();
+  if (options.colours == Colours::always) return true;
+  return output.isTerminal() && !isDumbTerminal() && wantsColour(options.colours);
 }
 
 ReportStyle styleOf(const Options& options) {

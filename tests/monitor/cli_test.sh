@@ -63,7 +63,8 @@ grep -q '^M1 ' out || fail "the list lacks M1"
 for arguments in '--bogus' 'extra' '--ticks 0' '--ticks -1' '--ticks x' '--interval -1' \
   '--interval nan' '--interval soon' '--format xml' '--json --format text' '--machine' \
   '--machine M1 --sys /sys' '--record a --watch' '--record a --list' '--machine list --json' \
-  '--record - --json' '--color' '--with-host-name' '--watch=3'; do
+  '--record - --json' '--color' '--with-host-name' '--watch=3' '--live --json' \
+  '--live --list' '--live --record a'; do
   # shellcheck disable=SC2086
   expect 2 $arguments
   has out 0
@@ -92,6 +93,13 @@ expect 0 --machine - --json --interval 0 <machine.json
 has out 1
 expect 0 --machine <(cat machine.json) --json --interval 0
 has out 1
+
+# The live view needs a terminal
+for term in xterm dumb; do
+  TERM=$term expect 1 --live --machine M1
+  has out 0
+  has err 1 '^halvermonte-monitor: --live: '
+done
 
 # Text
 expect 0 --machine machine.json --interval 0
@@ -247,6 +255,10 @@ at_terminal "$quoted -m M1 -n 1 -i 0 --color=never"
 grep -qF "$bold" typescript && fail "colours in spite of --color=never"
 TERM=dumb at_terminal "$quoted -m M1 --watch -n 1 -i 0"
 grep -q $'\033' typescript && fail "a dumb terminal was steered"
+grep -q '^M1, simulated' typescript || fail "no reports at a dumb terminal: $(cat typescript)"
+TERM=dumb at_terminal "$quoted -m M1 --live"
+grep -q '^halvermonte-monitor: --live: standard output is not a terminal' typescript ||
+  fail "a live view at a dumb terminal: $(cat typescript)"
 
 [ $failures = 0 ] && echo "all passed"
 exit $((failures > 0))
