@@ -1,6 +1,7 @@
 #include "monitor/live/LiveScreen.hpp"
 
 #include <algorithm>
+#include <sstream>
 #include <utility>
 #include <vector>
 
@@ -20,6 +21,22 @@ void drawLines(Grid& grid, const std::vector<std::string>& lines, size_t top, si
   for (size_t i = 0; i < lines.size() && top + i < bottom; ++i) {
     grid.put(top + i, 1, pen.shown(lines[i]));
   }
+}
+
+/// The texts as lines of that width, which end between words if they can.
+std::vector<std::string> wrapped(const std::vector<std::string>& texts, size_t width) {
+  std::vector<std::string> lines;
+  for (const std::string& text : texts) {
+    lines.emplace_back();
+    std::istringstream words(text);
+    for (std::string word; words >> word;) {
+      const bool fits = cells(lines.back()) + 1 + cells(word) <= width;
+      if (!lines.back().empty() && !fits) lines.emplace_back();
+      if (!lines.back().empty()) lines.back() += ' ';
+      lines.back() += word;
+    }
+  }
+  return lines;
 }
 
 /// A line across the screen that names what stands below it.
@@ -80,7 +97,8 @@ void LiveScreen::drawList(Grid& grid, size_t top, size_t bottom) {
   size_t listBottom = bottom;
   if (const Row* const row = list_.selected(state_); row != nullptr && height > 1) {
     const std::vector<std::string> lines =
-        detailLines(*row, pen_, snapshot_->view, history_, *snapshot_->origins);
+        wrapped(detailLines(*row, pen_, snapshot_->view, history_, *snapshot_->origins),
+                grid.size().columns - std::min<size_t>(grid.size().columns, 1));
     listBottom -= std::min(lines.size(), height - 1);
     drawSeparator(grid, listBottom, lines.front(), pen_);
     drawLines(grid, {lines.begin() + 1, lines.end()}, listBottom + 1, bottom, pen_);

@@ -23,8 +23,8 @@ bool mentions(std::string_view text, std::string_view part) {
 
 Section sectionOf(const SensorView& sensor, const Origins& origins) {
   const auto origin = origins.find({Quantity::temperature, sensor.identity});
-  const std::string_view driver = origin == origins.end() ? "" : origin->second.driver;
-  return static_cast<Section>(groupOf(sensor.name, driver));
+  if (origin == origins.end()) return static_cast<Section>(groupOf(sensor.name));
+  return static_cast<Section>(groupOf(sensor.name, origin->second.driver));
 }
 
 /// Sorts, and gives the heading the one with the highest number.
