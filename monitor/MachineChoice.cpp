@@ -8,6 +8,7 @@
 #include <cerrno>
 #include <cstring>
 #include <numeric>
+#include <optional>
 #include <string_view>
 #include <utility>
 #include <vector>
