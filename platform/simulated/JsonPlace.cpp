@@ -92,7 +92,7 @@ std::optional<JsonPlace> JsonPlace::find(std::string_view name) const& {
 JsonPlace JsonPlace::required(std::string_view name) const& {
   std::optional<JsonPlace> member = find(name);
   if (!member) at(name, *value_).refuse("a value, as the member is required");
-  return *std::move(member);
+  return *member;
 }
 
 std::optional<JsonPlace::Member> JsonPlace::atMostOneOf(Names names) const& {
@@ -101,7 +101,7 @@ std::optional<JsonPlace::Member> JsonPlace::atMostOneOf(Names names) const& {
     std::optional<JsonPlace> member = find(name);
     if (!member) continue;
     if (given) refuse("only one of " + joined(names));
-    given = Member{name, *std::move(member)};
+    given = Member{name, *member};
   }
   return given;
 }
@@ -109,7 +109,7 @@ std::optional<JsonPlace::Member> JsonPlace::atMostOneOf(Names names) const& {
 JsonPlace::Member JsonPlace::exactlyOneOf(Names names) const& {
   std::optional<Member> given = atMostOneOf(names);
   if (!given) refuse("one of " + joined(names));
-  return *std::move(given);
+  return *given;
 }
 
 }  // namespace halvermonte
