@@ -3,8 +3,8 @@
 #include <cstdint>
 #include <string>
 
+#include "halvermonte/CountTexts.hpp"
 #include "halvermonte/Values.hpp"
-#include "platform/Foundation.hpp"
 
 namespace halvermonte {
 namespace {
@@ -14,11 +14,6 @@ std::string durationText(uint64_t seconds) {
   if (hours == 0) return std::to_string(minutes) + " min";
   if (days == 0) return std::to_string(hours) + " h " + std::to_string(minutes % 60) + " min";
   return std::to_string(days) + " d " + std::to_string(hours % 24) + " h";
-}
-
-Text byteCount(uint64_t bytes) {
-  return Text(
-      foundation::byteCountText(static_cast<int64_t>(bytes), foundation::ByteCountStyle::file));
 }
 
 /// A number of bytes, and the two properties that hold it.
@@ -46,7 +41,7 @@ void storeMemory(StatisticsData& record, const MemoryFacts& memory) {
   for (const MemoryField& field : kMemoryFields) {
     const uint64_t bytes = memory.*field.bytes;
     (record.*field.setNumber)(Number::ofUInt64(bytes));
-    (record.*field.setText)(byteCount(bytes));
+    (record.*field.setText)(Text(byteCountText(bytes)));
   }
 }
 

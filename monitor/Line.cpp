@@ -4,7 +4,7 @@
 #include <iterator>
 #include <optional>
 
-#include "platform/UTF8.hpp"
+#include "halvermonte/UTF8.hpp"
 
 namespace halvermonte {
 

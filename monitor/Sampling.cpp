@@ -4,10 +4,10 @@
 #include <thread>
 #include <utility>
 
+#include "halvermonte/Exceptions.hpp"
 #include "halvermonte/MachineAnswers.hpp"
 #include "halvermonte/Values.hpp"
 #include "monitor/HostFields.hpp"
-#include "platform/Foundation.hpp"
 
 namespace halvermonte {
 
@@ -74,7 +74,12 @@ void Sampling::watchProcess(int32_t identifier) {
 void Sampling::makePass() {
   watch_.beginPass();
   const auto start = std::chrono::steady_clock::now();
-  view_.exception = foundation::reasonRaisedBy([this] { engine_.getSensorsInfo(record_); });
+  view_.exception.reset();
+  try {
+    engine_.getSensorsInfo(record_);
+  } catch (const PlatformException& exception) {
+    view_.exception = exception.reason();
+  }
   view_.cost = std::chrono::steady_clock::now() - start;
   view_.counted = watch_.lastAsked();
   view_.time = watch_.time();

@@ -6,7 +6,7 @@
 #include <type_traits>
 
 #include "platform/Conversions.hpp"
-#include "platform/UTF8.hpp"
+#include "halvermonte/UTF8.hpp"
 
 namespace halvermonte {
 

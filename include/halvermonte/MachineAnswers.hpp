@@ -85,6 +85,9 @@ struct SensorListing {
   std::string reason;    ///< why it has no key
   std::string state;     ///< "read", "opened each time", or why there is no reading
   std::string raw;       ///< the file's text; "" if there is none
+  /// The reading in degrees Celsius, revolutions per minute, volts, amperes, watts, joules, percent
+  /// or hertz; absent if there is none.
+  std::optional<double> number = std::nullopt;
 };
 using SensorInventory = std::vector<SensorListing>;
 

@@ -3,6 +3,7 @@
 #include <iterator>
 #include <string>
 
+#include "halvermonte/CountTexts.hpp"
 #include "platform/Foundation.hpp"
 
 namespace halvermonte {
@@ -44,7 +45,9 @@ std::string decimalText(uint64_t steps, int fractionDigits) {
   return text;
 }
 
-std::string magnitudeText(uint64_t bytes) {
+}  // namespace
+
+std::string byteCountText(uint64_t bytes) {
   if (bytes == 0) return "Zero KB";
   if (bytes == 1) return "1 byte";
   if (bytes < 1000) return std::to_string(bytes) + " bytes";
@@ -59,11 +62,9 @@ std::string magnitudeText(uint64_t bytes) {
   return {};
 }
 
-}  // namespace
-
 std::string foundation::byteCountText(int64_t bytes, ByteCountStyle /*style*/) {
-  if (bytes >= 0) return magnitudeText(static_cast<uint64_t>(bytes));
-  return '-' + magnitudeText(0 - static_cast<uint64_t>(bytes));
+  if (bytes >= 0) return halvermonte::byteCountText(static_cast<uint64_t>(bytes));
+  return '-' + halvermonte::byteCountText(0 - static_cast<uint64_t>(bytes));
 }
 
 }  // namespace halvermonte

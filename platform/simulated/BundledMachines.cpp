@@ -4,7 +4,7 @@
 #include <cstddef>
 #include <optional>
 
-#include "platform/Counted.hpp"
+#include "halvermonte/CountTexts.hpp"
 #include "platform/FanCount.hpp"
 #include "platform/simulated/JsonPlace.hpp"
 #include "platform/simulated/JsonValue.hpp"

@@ -5,7 +5,7 @@
 #include <utility>
 
 #include "halvermonte/MachineFileError.hpp"
-#include "platform/simulated/HexText.hpp"
+#include "platform/portable/HexText.hpp"
 
 namespace halvermonte {
 namespace {

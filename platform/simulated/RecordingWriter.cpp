@@ -14,7 +14,7 @@
 #include "platform/FourCharacterCode.hpp"
 #include "platform/SensorNames.hpp"
 #include "platform/simulated/HIDKindNames.hpp"
-#include "platform/simulated/HexText.hpp"
+#include "platform/portable/HexText.hpp"
 #include "platform/simulated/SensorNamesReader.hpp"
 
 namespace halvermonte {

@@ -15,7 +15,7 @@
 #include "platform/ASCII.hpp"
 #include "platform/FanDescriptor.hpp"
 #include "platform/FourCharacterCode.hpp"
-#include "platform/simulated/HexText.hpp"
+#include "platform/portable/HexText.hpp"
 #include "platform/simulated/SMCAnswer.hpp"
 #include "platform/simulated/Wave.hpp"
 #include "platform/simulated/WaveReader.hpp"

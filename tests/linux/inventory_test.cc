@@ -1,6 +1,7 @@
 #include <gmock/gmock.h>
 
 #include <cerrno>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -24,11 +25,13 @@ TEST(Inventory, ListsPlaceKeyAndReadingOfEachSensor) {
   EXPECT_EQ(temperature.reason, "");
   EXPECT_EQ(temperature.state, "read");
   EXPECT_EQ(temperature.raw, "51000");
+  EXPECT_EQ(temperature.number, 51);
   const SensorListing voltage = listed(machine, "coretemp", "in0_input");
   EXPECT_EQ(voltage.quantity, "voltage");
   EXPECT_EQ(voltage.key, "");
   EXPECT_EQ(voltage.reason, "only temperatures and fans are shown");
   EXPECT_EQ(voltage.raw, "900");
+  EXPECT_EQ(voltage.number, 0.9);
 }
 
 TEST(Inventory, SaysWhyThereIsNoReading) {
@@ -64,6 +67,7 @@ TEST(Inventory, HasNoTextOfASensorThatIsNotReadNow) {
   EXPECT_EQ(listed(machine, "coretemp", "temp1_input").raw, "51000");
   tree.write(chipFile(0, "temp1_fault"), "1\n");
   EXPECT_EQ(listed(machine, "coretemp", "temp1_input").raw, "");
+  EXPECT_EQ(listed(machine, "coretemp", "temp1_input").number, std::nullopt);
 }
 
 TEST(Inventory, ListsEverySensorButReadsDrivesOnlyOnRequest) {

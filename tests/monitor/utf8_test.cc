@@ -1,4 +1,4 @@
-#include "platform/UTF8.hpp"
+#include "halvermonte/UTF8.hpp"
 
 #include <gmock/gmock.h>
 

@@ -1,9 +1,11 @@
 #include <gtest/gtest.h>
 
+#include <cstdint>
 #include <limits>
 #include <random>
 #include <string>
 
+#include "halvermonte/CountTexts.hpp"
 #include "platform/Foundation.hpp"
 
 namespace halvermonte::test {
@@ -143,6 +145,11 @@ TEST(ByteCountTest, RandomCountsAreShownLiterally) {
   for (int i = 0; i < 100'000; ++i) {
     expectLiterally(static_cast<int64_t>(random() >> random() % 64));
   }
+}
+
+TEST(ByteCountTest, OfUnsignedBytesHasNoSign) {
+  EXPECT_EQ(halvermonte::byteCountText(1'500'000), "1.5 MB");
+  EXPECT_EQ(halvermonte::byteCountText(UINT64_MAX), "18.45 EB");
 }
 
 }  // namespace

@@ -267,7 +267,7 @@ SensorListing HwmonController::makeListing(const FoundSensor& found, Sensor* sen
                         .state = "not read",
                         .raw = ""};
   if (sensor == nullptr) return listing;
-  sensor->read(pass_);
+  listing.number = sensor->read(pass_);
   listing.state = sensor->state();
   listing.raw = sensor->raw();
   return listing;

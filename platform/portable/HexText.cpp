@@ -1,4 +1,4 @@
-#include "platform/simulated/HexText.hpp"
+#include "platform/portable/HexText.hpp"
 
 #include <cstddef>
 
