@@ -4,7 +4,7 @@
 #include <cstdint>
 #include <utility>
 
-#include "platform/Counted.hpp"
+#include "halvermonte/CountTexts.hpp"
 
 namespace halvermonte {
 namespace {

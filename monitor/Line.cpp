@@ -107,7 +107,7 @@ Line cut(const Line& line, size_t width) {
 }
 
 std::string printable(std::string_view text, bool unicode) {
-  const std::string shown = printableText(text);
+  std::string shown = printableText(text);
   if (unicode) return shown;
   std::string ascii;
   for (std::string_view rest = shown; !rest.empty();) {

@@ -31,7 +31,7 @@ Shows temperatures, fans and disk traffic, of this computer or a simulated one.
       --fahrenheit        show degrees Fahrenheit in text
       --color WHEN        auto, always or never
       --pid PID           show a process's current CPU use; 100 = one core
-      --list              list every sensor: key, name, source and reading
+      --list              list every sensor with its reading and its source
       --record FILE       write N passes to a machine file, or "-"; the host's
                           name is in it only if --with-host-name is given
       --drive-temperatures  read drives too, which may keep them spinning
@@ -80,8 +80,9 @@ std::optional<Colours> colours(const std::string& text) {
   return std::nullopt;
 }
 
+/// An option that follows is not a name: "--record --json" would write a file.
 std::optional<std::string> name(const std::string& text) {
-  return text.empty() ? std::nullopt : std::optional(text);
+  return text.empty() || text.starts_with("--") ? std::nullopt : std::optional(text);
 }
 
 const std::string kNotWith = "cannot be combined with ";

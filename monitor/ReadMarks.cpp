@@ -5,13 +5,10 @@
 #include <memory>
 #include <optional>
 
-#include "engine/EngineState.hpp"
-#include "engine/HIDTemperatures.hpp"
+#include "halvermonte/FourCharacterCode.hpp"
 #include "halvermonte/Machine.hpp"
 #include "halvermonte/SMC.h"
-#include "halvermonte/Values.hpp"
-#include "platform/Conversions.hpp"
-#include "platform/FourCharacterCode.hpp"
+#include "halvermonte/SensorSources.hpp"
 
 namespace halvermonte {
 namespace {
@@ -30,20 +27,21 @@ class Connection {
   uint32_t number_ = 0;
 };
 
-void setReading(SensorView& sensor, int32_t reading) {
+/// Cut to a whole number, as the engine does; absent for what is no temperature.
+std::optional<int32_t> wholeDegrees(double degrees) {
+  constexpr double kFarOff = 1e6;
+  if (!(degrees > -kFarOff && degrees < kFarOff)) return std::nullopt;
+  return static_cast<int32_t>(degrees);
+}
+
+void setReading(SensorView& sensor, std::optional<int32_t> reading) {
   if (reading != sensor.number) sensor.reading = reading;
 }
 
 }  // namespace
 
 ReadMarks::ReadMarks(const HalvermonteSensorsEngine& engine) {
-  const EngineState& state = engine.state();
-  for (const Value& value : state.smcTempKeys) {
-    const Text key = value.asText();
-    if (const Text name = state.smcKeyHumanReadableNames.find(key.view()).asText()) {
-      keys_[name.str()].push_back(key.str());
-    }
-  }
+  for (const auto& [key, name] : sampledKeys(engine)) keys_[name].push_back(key);
 }
 
 void ReadMarks::mark(const PassWatch& watch, PassView& view) const {
@@ -61,13 +59,13 @@ void ReadMarks::markKeys(const PassWatch& watch, uint32_t conn, PassView& view) 
     // The fixed keys have no memory: what the short list alone has was read.
     if (keys == keys_.end() || sensor.lists == InLists::shortAlone) continue;
     std::optional<int32_t> highest;
+    sensor.isRead = false;
     for (const std::string& key : keys->second) {
       if (!watch.hasRead(fourCharacterCode(key))) continue;
-      const auto degrees = truncated<int32_t>(SMCGetTemperature(key.c_str(), conn));
-      highest = std::max(degrees, highest.value_or(degrees));
+      sensor.isRead = true;
+      highest = std::max(highest, wholeDegrees(SMCGetTemperature(key.c_str(), conn)));
     }
-    sensor.isRead = highest.has_value();
-    if (highest) setReading(sensor, *highest);
+    setReading(sensor, highest);
   }
 }
 
@@ -77,13 +75,13 @@ void ReadMarks::markServices(const HIDServices& services, PassView& view) {
     size_t members = 0;
     bool isAnyRead = false;
     for (const HIDService& service : services) {
-      if (hidDisplayName(service.product.value_or("")) != sensor.name) continue;
+      if (listedNameOfService(service.product.value_or("")) != sensor.name) continue;
       if (members++ == 0) first = &service;
       isAnyRead = isAnyRead || service.value.has_value();
     }
     if (members == 0) continue;
     sensor.isRead = isAnyRead;
-    if (members == 1 && first->value) setReading(sensor, truncated<int32_t>(*first->value));
+    if (members == 1 && first->value) setReading(sensor, wholeDegrees(*first->value));
   }
 }
 
@@ -93,7 +91,7 @@ void ReadMarks::markFans(const PassWatch& watch, uint32_t conn, PassView& view) 
   for (int i = 0; i < kMostFans && fan != view.fans.end(); ++i) {
     const uint32_t key = fourCharacterCode("F" + std::to_string(i) + "Ac");
     if (!watch.wasAsked(key)) continue;
-    if (truncated<int32_t>(SMCGetFanSpeed(i, conn)) < 0) continue;  // the engine leaves it out
+    if (SMCGetFanSpeed(i, conn) <= -1) continue;  // the engine leaves it out
     fan->isRead = watch.hasRead(key);
     ++fan;
   }

@@ -54,7 +54,10 @@ void run(const Options& options, const Output& output) {
   Sampling& sampling = *choice.sampling;
   if (options.process) sampling.watchProcess(*options.process);
   if (!choice.hint.empty()) complain(choice.hint);
-  if (options.list) return output.write(sensorList(sampling));
+  if (options.list) {
+    const bool isJson = options.format == Format::json;
+    return output.write(isJson ? sensorListJson(sampling) : sensorList(sampling, options));
+  }
   if (options.recordingPath) return record(sampling, options, output);
   if (options.format == Format::json) return printJson(sampling, options, output);
   printReports(sampling, options, output);

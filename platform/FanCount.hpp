@@ -6,7 +6,7 @@
 #include <cstdint>
 #include <iterator>
 
-#include "platform/FourCharacterCode.hpp"
+#include "halvermonte/FourCharacterCode.hpp"
 
 namespace halvermonte {
 

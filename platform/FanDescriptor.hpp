@@ -7,7 +7,7 @@
 #include <cstdint>
 #include <string_view>
 
-#include "platform/FourCharacterCode.hpp"
+#include "halvermonte/FourCharacterCode.hpp"
 
 namespace halvermonte {
 

@@ -8,9 +8,9 @@
 #include <string_view>
 #include <type_traits>
 
+#include "halvermonte/FourCharacterCode.hpp"
 #include "halvermonte/SMC.h"
 #include "platform/FanCount.hpp"
-#include "platform/FourCharacterCode.hpp"
 #include "platform/Processor.hpp"
 #include "smc/ParameterRecord.hpp"
 

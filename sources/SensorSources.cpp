@@ -180,4 +180,17 @@ std::vector<SensorSource> sensorSources(const HalvermonteSensorsEngine& engine, 
   return sources;
 }
 
+std::vector<SampledKey> sampledKeys(const HalvermonteSensorsEngine& engine) {
+  const EngineState& state = engine.state();
+  std::vector<SampledKey> keys;
+  for (const Value& value : state.smcTempKeys) {
+    const Text key = value.asText();
+    const Text name = state.smcKeyHumanReadableNames.find(key.view()).asText();
+    if (name) keys.push_back({key.str(), name.str()});
+  }
+  return keys;
+}
+
+std::string_view listedNameOfService(std::string_view product) { return hidDisplayName(product); }
+
 }  // namespace halvermonte

@@ -55,4 +55,17 @@ struct SensorSource {
 HALVERMONTE_EXPORT std::vector<SensorSource> sensorSources(const HalvermonteSensorsEngine& engine,
                                                            Machine& machine);
 
+/// A key that each pass asks the controller for, and the name of its reading in the full list.
+struct SampledKey {
+  std::string key;
+  std::string name;
+};
+
+/// Returns the keys that the engine samples, in its order. Asks the machine nothing.
+HALVERMONTE_EXPORT std::vector<SampledKey> sampledKeys(const HalvermonteSensorsEngine& engine);
+
+/// Returns the name under which the full list has a HID temperature service, alone or in an
+/// average; "" if it has none for the product. The characters are constant.
+HALVERMONTE_EXPORT std::string_view listedNameOfService(std::string_view product);
+
 }  // namespace halvermonte

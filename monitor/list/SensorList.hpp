@@ -1,14 +1,19 @@
-// Everything that a machine answers, shown or not.
+// Every sensor and drive that a machine knows, shown or not.
 #pragma once
 
 #include <string>
 
+#include "monitor/Options.hpp"
 #include "monitor/Sampling.hpp"
 
 namespace halvermonte {
 
-/// A line for each sensor and drive: its key, its name or why it is not shown, its source, and its
-/// reading in the source's own terms.
-std::string sensorList(Sampling& sampling);
+/// A heading for each group, and below it a line for each sensor: its name, its reading in its
+/// unit, its key, where it comes from, the reading in the source's own terms, and which list shows
+/// it or why none does.
+std::string sensorList(Sampling& sampling, const Options& options);
+
+/// The same as one line of JSON (docs/sensor-list-json.md), in the order of the machine.
+std::string sensorListJson(Sampling& sampling);
 
 }  // namespace halvermonte

@@ -2,8 +2,8 @@
 
 #include <algorithm>
 
+#include "halvermonte/UTF8.hpp"
 #include "monitor/Line.hpp"
-#include "platform/UTF8.hpp"
 
 namespace halvermonte {
 namespace {

@@ -8,13 +8,13 @@
 #include <string_view>
 #include <variant>
 
+#include "halvermonte/FourCharacterCode.hpp"
 #include "halvermonte/Machine.hpp"
 #include "halvermonte/Values.hpp"
 #include "platform/ASCII.hpp"
-#include "platform/FourCharacterCode.hpp"
 #include "platform/SensorNames.hpp"
-#include "platform/simulated/HIDKindNames.hpp"
 #include "platform/portable/HexText.hpp"
+#include "platform/simulated/HIDKindNames.hpp"
 #include "platform/simulated/SensorNamesReader.hpp"
 
 namespace halvermonte {

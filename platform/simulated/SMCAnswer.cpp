@@ -7,7 +7,7 @@
 #include <iterator>
 #include <limits>
 
-#include "platform/FourCharacterCode.hpp"
+#include "halvermonte/FourCharacterCode.hpp"
 
 namespace halvermonte {
 namespace {

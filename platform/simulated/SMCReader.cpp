@@ -10,11 +10,11 @@
 #include <string_view>
 #include <variant>
 
+#include "halvermonte/FourCharacterCode.hpp"
 #include "halvermonte/Machine.hpp"
 #include "halvermonte/MachineAnswers.hpp"
 #include "platform/ASCII.hpp"
 #include "platform/FanDescriptor.hpp"
-#include "platform/FourCharacterCode.hpp"
 #include "platform/portable/HexText.hpp"
 #include "platform/simulated/SMCAnswer.hpp"
 #include "platform/simulated/Wave.hpp"

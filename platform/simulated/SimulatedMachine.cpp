@@ -8,9 +8,9 @@
 #include <variant>
 
 #include "halvermonte/Exceptions.hpp"
+#include "halvermonte/FourCharacterCode.hpp"
 #include "halvermonte/MachineAnswers.hpp"
 #include "platform/Foundation.hpp"
-#include "platform/FourCharacterCode.hpp"
 #include "platform/simulated/HIDKindNames.hpp"
 #include "platform/simulated/MachineFile.hpp"
 #include "platform/simulated/SMCAnswer.hpp"

@@ -151,20 +151,27 @@ has out 1 '^{"tick":0,'
 expect 0 --machine machine.json --list
 has err 0
 head -1 out | grep -q '^Sample, simulated$' || fail "the list names no machine"
-grep -q '^TC0P  CPU 1 Proximity .*SMC sp78 .*6400$' out || fail "the list lacks TC0P: $(cat out)"
-grep -q '^F0Ac  Fan 1 (fan) .*SMC fpe2 .*0000$' out || fail "the list lacks the fan"
-grep -q 'Disks .*drive 1 .*1000 bytes read, 2000 written$' out || fail "the list lacks the drive"
+grep -q '^  CPU 1 Proximity .* 100 °C .* TC0P .* SMC sp78 .* 6400 ' out ||
+  fail "the list lacks TC0P: $(cat out)"
+grep -q '^  Fan 1 .* 0 rpm .* F0Ac .* SMC fpe2 .* 0000 ' out || fail "the list lacks the fan"
+grep -q '^  Disks .* 1 KB read, 2 KB written .* drive 1 ' out || fail "the list lacks the drive"
+expect 0 --machine machine.json --list --json
+jq -e '.sensors[0].key == "F0Ac" and .drives[0].bytesRead == 1000' out >jq.out ||
+  fail "the list as JSON: $(cat out)"
+cp out list.json
+expect 0 --machine machine.json --list --format json
+cmp -s out list.json || fail "--list --format json and --list --json differ"
 cat >proximity.json <<'END'
 {"name": "Proximity", "ticks": [{"smc": {"keys": {"TP0P": {"type": "sp78", "value": 40}}}}]}
 END
 expect 0 --machine proximity.json --list
-grep -q '^TP0P  PCH Proximity (not sampled) ' out || fail "a key that no pass reads: $(cat out)"
+grep -q ' TP0P .*no: PCH Proximity is not sampled$' out || fail "a key that no pass reads: $(cat out)"
 "$trees/../../../scripts/lay-out-tree" "$trees/mac.tree" mac || fail "mac.tree is not laid out"
 expect 0 --machine host --sys mac/sys --proc mac/proc --list
-grep -q '^TA0P  Airflow 1 .*applesmc platform/applesmc.768/temp1_input "TA0P" .*32000$' out &&
-  grep -q '^TW0P .*-127000, no reading: outside its range$' out &&
-  grep -q '^F0Ac  Right (fan) .*fan1_input "Right Side" .*1309$' out &&
-  grep -q '^- .*Disks .*block pci0000:00/ata1/block/sda/stat .*1048576 bytes read, 2097152' out ||
+grep -q '^  Airflow 1 .* 32 °C .* TA0P .*applesmc.768/temp1_input "TA0P" .* 32000 ' out &&
+  grep -q ' TW0P .*-127000 .*; no reading: outside its range$' out &&
+  grep -q '^  Right .* 1309 rpm .* F0Ac .*fan1_input "Right Side" .* 1309 ' out &&
+  grep -q '^  Disks .* 1 MB read, 2.1 MB written .*block pci0000:00/ata1/block/sda/stat ' out ||
   fail "the list of a tree: $(cat out)"
 expect 0 --sys empty --proc empty --list
 has err 1 '^halvermonte-monitor: no sensors'

@@ -9,7 +9,7 @@
 #include <string>
 #include <vector>
 
-#include "monitor/json/IsoDate.hpp"
+#include "monitor/IsoDate.hpp"
 #include "tests/support/TestMachine.hpp"
 
 namespace halvermonte::test {

@@ -131,6 +131,7 @@ const Misuse kMisuses[] = {
     {{"--pid", "0"}, "--pid: expected a process identifier, not \"0\""},
     {{"--pid", "2147483648"}, "--pid: expected a process identifier, not \"2147483648\""},
     {{"--record", ""}, "--record: expected a file's name, not \"\""},
+    {{"--record", "--json"}, "--record: expected a file's name, not \"--json\""},
     {{"--sys", ""}, "--sys: expected a folder's name, not \"\""},
     {{"--proc="}, "--proc: needs a folder's name"},
     {{"--ticks", "--json"}, "--ticks: expected a positive integer, not \"--json\""},

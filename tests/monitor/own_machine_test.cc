@@ -88,15 +88,15 @@ std::vector<std::string> reportOf(const PassView& view) {
 
 TEST(OwnMachine, IsListedWithItsKeysSensorsAndDrives) {
   const Choice choice = chosen();
-  const std::string list = sensorList(*choice.sampling);
+  const std::string list = sensorList(*choice.sampling, {});
   EXPECT_THAT(list, StartsWith("This computer: Kettle\n"));
   for (const char* row :
-       {"\nTC0P  CPU 1 Proximity +SMC sp78 +2800\n",
-        "\nF0Ac  Lid \\(fan\\) +lid i2c-0/fan1_input +1200, opened each time\n",
-        "\n-     voltage: no name for its kind +lid i2c-0/in0_input \"Handle\" +1208\n",
-        "\n-     Gas Gauge Battery +HID temperature \"gas gauge battery\" +30\\.0+\n",
-        "\n-     Disks +block sda +1000 bytes read, 2000 written\n",
-        "\n-     Disks +drive 2 +0 bytes read, 0 written\n"}) {
+       {"\n  CPU 1 Proximity +40 °C +TC0P +SMC sp78 +2800 +full list\n",
+        "\n  Lid +1200 rpm +F0Ac +lid i2c-0/fan1_input +1200 +fans\n",
+        "\n  - +- +- +lid i2c-0/in0_input \"Handle\" +1208 +no: no name for its kind; no reading\n",
+        "\n  Gas Gauge Battery +30 °C +- +HID temperature \"gas gauge battery\" +- +full list\n",
+        "\n  Disks +1 KB read, 2 KB written +- +block sda +1000 2000 +disks\n",
+        "\n  Disks +Zero KB read, Zero KB written +- +drive 2 +0 0 +disks\n"}) {
     EXPECT_THAT(list, ContainsRegex(row));
   }
 }
@@ -120,11 +120,11 @@ Choice recorded() {
 
 TEST(OwnMachine, IsTheSameWhileItIsRecorded) {
   const Choice plain = chosen();
-  const std::string list = sensorList(*plain.sampling);
+  const std::string list = sensorList(*plain.sampling, {});
   const std::vector<std::string> report = reportOf(plain.sampling->pass());
   const Choice choice = recorded();
   EXPECT_EQ(choice.hint, plain.hint);
-  EXPECT_EQ(sensorList(*choice.sampling), list);
+  EXPECT_EQ(sensorList(*choice.sampling, {}), list);
   EXPECT_EQ(reportOf(choice.sampling->pass()), report);
 }
 

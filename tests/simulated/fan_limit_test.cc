@@ -50,20 +50,24 @@ TEST(FanLimit, AnswerThatIsNotReadCountsNothing) {
 }
 
 TEST(FanLimit, WaveIsJudgedByAllThatItReaches) {
-  const auto wave = [](const std::string& type, const std::string& mean,
-                       const std::string& members = "") {
-    return refusalOfCount(R"({"type": ")" + type + R"(", "wave": {"mean": )" + mean +
-                          R"(, "amplitude": 2, "period": 60})" + members + "}");
+  const auto wave = [](const std::string& type, const std::string& course,
+                       const std::string& size = "") {
+    return refusalOfCount(R"({"type": ")" + type + R"(", "wave": {"period": 60, )" + course + "}" +
+                          size + "}");
   };
-  EXPECT_EQ(wave("ui8 ", "8"), "");
-  EXPECT_EQ(wave("ui8 ", "8.5"), kTooMany);
-  EXPECT_EQ(wave("ui16", "260"), "") << "a last byte of 2 to 6";
-  EXPECT_EQ(wave("ui16", "257"), kTooMany) << "255 on its way";
-  EXPECT_EQ(wave("ui16", "257", R"(, "size": 1)"), "") << "the first byte, 0 or 1";
-  EXPECT_EQ(wave("ui8 ", "20", R"(, "size": 2)"), "") << "the second byte, which is 0";
-  EXPECT_EQ(wave("ui8 ", "20", R"(, "size": 5)"), kTooMany) << "the first and the fifth";
-  EXPECT_EQ(wave("ui8 ", "20", R"(, "size": 4294967295)"), "");
-  EXPECT_EQ(wave("flt ", "2"), kTooMany);
+  const std::string from0To4 = R"("mean": 2, "amplitude": 2)";
+  const std::string from18To22 = R"("mean": 20, "amplitude": -2)";
+  EXPECT_EQ(wave("ui8 ", R"("mean": 8, "amplitude": 2)"), "");
+  EXPECT_EQ(wave("ui8 ", R"("mean": 8.5, "amplitude": 2)"), kTooMany);
+  EXPECT_EQ(wave("ui16", R"("mean": 260, "amplitude": 4)"), "") << "a last byte of 0 to 8";
+  EXPECT_EQ(wave("ui16", R"("mean": 384, "amplitude": 128)"), kTooMany) << "255 on its way";
+  EXPECT_EQ(wave("ui16", R"("mean": 384, "amplitude": 128)", R"(, "size": 1)"), "") << "1 or 2";
+  EXPECT_EQ(wave("ui8 ", from18To22, R"(, "size": 2)"), "") << "the second byte, which is 0";
+  EXPECT_EQ(wave("ui8 ", from18To22, R"(, "size": 5)"), kTooMany) << "the first and the fifth";
+  EXPECT_EQ(wave("ui8 ", from18To22, R"(, "size": 2147483649)"), "") << "a negative size";
+  EXPECT_EQ(wave("flt ", from0To4), kTooMany) << "up to 0x40";
+  EXPECT_EQ(wave("flt ", R"("mean": 1, "amplitude": 1)", R"(, "size": 3)"), kTooMany)
+      << "0 at both ends";
 }
 
 TEST(FanLimit, PlaceIsThatOfTheAnswerInWhateverTickAndSpelling) {

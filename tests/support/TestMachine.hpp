@@ -9,8 +9,8 @@
 #include <string_view>
 #include <vector>
 
+#include "halvermonte/FourCharacterCode.hpp"
 #include "halvermonte/Machine.hpp"
-#include "platform/FourCharacterCode.hpp"
 
 namespace halvermonte::test {
 

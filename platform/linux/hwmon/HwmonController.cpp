@@ -8,8 +8,8 @@
 #include <utility>
 
 #include "catalogue/BuiltInNames.hpp"
+#include "halvermonte/FourCharacterCode.hpp"
 #include "platform/FanDescriptor.hpp"
-#include "platform/FourCharacterCode.hpp"
 #include "platform/linux/Files.hpp"
 #include "platform/linux/ProcessorCores.hpp"
 #include "platform/linux/ProcessorName.hpp"

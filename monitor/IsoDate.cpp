@@ -1,4 +1,4 @@
-#include "monitor/json/IsoDate.hpp"
+#include "monitor/IsoDate.hpp"
 
 #include <algorithm>
 #include <chrono>
