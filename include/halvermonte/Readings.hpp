@@ -22,7 +22,7 @@ namespace halvermonte {
 
 enum class Unit : uint8_t { degreesCelsius, revolutionsPerMinute };
 
-/// Returns "°C" in UTF-8, or "rpm". The characters are constant.
+/// Returns "°C" in UTF-8, or "rpm". The characters are constant, and a NUL follows them.
 HALVERMONTE_EXPORT std::string_view symbolOf(Unit unit);
 
 struct Reading {

@@ -4,6 +4,7 @@
 
 #include <string>
 #include <string_view>
+#include <utility>
 
 namespace halvermonte {
 
@@ -16,8 +17,8 @@ class KeptLines {
   KeptLines(const KeptLines&) = delete;
   KeptLines& operator=(const KeptLines&) = delete;
 
-  /// The lines so far, each ended by a line feed.
-  const std::string& text() const { return text_; }
+  /// Returns the lines since the last call, each ended by a line feed.
+  std::string take() { return std::exchange(text_, {}); }
 
   /// Keeps a line. Returns false if nothing on the calling thread keeps lines.
   static bool keep(std::string_view line);

@@ -27,20 +27,20 @@ TEST(KeptLinesTest, APassWithoutAControllerAndDrivesPrintsNothing) {
   machine.controller.present = false;
   machine.driveReason = "the drives are on strike";
   Sampler sampler(machine);
-  const KeptLines lines;
+  KeptLines lines;
   EXPECT_EQ(writtenBy([&] { sampler.pass(); }), "");
-  EXPECT_EQ(lines.text(), "the drives are on strike\nError: no SMC found\n");
+  EXPECT_EQ(lines.take(), "the drives are on strike\nError: no SMC found\n");
 }
 
 TEST(KeptLinesTest, TheInnermostKeeperGetsTheLineAndTheOuterOneTheNext) {
-  const KeptLines outer;
+  KeptLines outer;
   {
-    const KeptLines inner;
+    KeptLines inner;
     foundation::print("first");
-    EXPECT_EQ(inner.text(), "first\n");
+    EXPECT_EQ(inner.take(), "first\n");
   }
   foundation::log("second");
-  EXPECT_EQ(outer.text(), "second\n");
+  EXPECT_EQ(outer.take(), "second\n");
 }
 
 TEST(KeptLinesTest, AfterItsEndLinesAreLetOutAgain) {
@@ -49,10 +49,10 @@ TEST(KeptLinesTest, AfterItsEndLinesAreLetOutAgain) {
 }
 
 TEST(KeptLinesTest, LinesOfOtherThreadsAreLetOut) {
-  const KeptLines lines;
+  KeptLines lines;
   EXPECT_EQ(writtenBy([] { std::jthread([] { foundation::print("elsewhere"); }).join(); }),
             "elsewhere\n");
-  EXPECT_EQ(lines.text(), "");
+  EXPECT_EQ(lines.take(), "");
 }
 
 }  // namespace
