@@ -2,7 +2,11 @@
  * aligned by index.
  *
  * Plain functions for C and C++. Any thread may call them: each call has its own client, and sees
- * the services of that moment. The caller releases what a function returns. */
+ * the services of that moment. The caller releases what a function returns with CFRelease().
+ *
+ * On Linux these functions serve the engine; a host finds the readings in halvermonte.h. The shared
+ * library exports nothing of CoreFoundation, because another library of the process may do so. A
+ * host that links the static library has the functions of CoreFoundation/CoreFoundation.h. */
 #ifndef HALVERMONTE_HID_HID_SENSORS_H
 #define HALVERMONTE_HID_HID_SENSORS_H
 

@@ -4,7 +4,8 @@
  * - A key is a text of four characters; no more than its first four are read.
  * - A connection is a 32-bit IOKit handle. One connection is used from one thread at a time.
  * - Codes are the kernel's: 0 is success.
- * - Nothing is kept between calls, and every platform object is released before a call returns. */
+ * - Nothing is kept between calls, and every platform object is released before a call returns.
+ * - On Linux the keys are those of the kernel's sensors, and a connection always opens. */
 #ifndef HALVERMONTE_SMC_SMC_H
 #define HALVERMONTE_SMC_SMC_H
 

@@ -1,4 +1,4 @@
-/* A host in C: every C header, and the calls that answer alike on every computer. */
+/* A host in C: the headers of the plain functions, and what they return on every computer. */
 #include <halvermonte/DiskCounters.h>
 #include <halvermonte/HIDSensors.h>
 #include <halvermonte/SMC.h>
@@ -24,9 +24,17 @@ int main(void) {
   failures += check(_flttof(bytes) == temperature, "_flttof reads a float");
 
   SMCValue value;
+  uint32_t conn = 0;
   failures += check(SMCReadKey("TC0P", &value, 0) != 0, "no key is read without a connection");
-  failures += check(matching(kSensorsPage, kTemperatureUsage) != NULL, "matching answers");
+  failures += check(SMCOpen(&conn) == 0, "a connection opens");
+  failures += check(SMCGetFanNumber("FNum", conn) <= 10, "fans are counted");
+  failures += check(SMCClose(conn) == 0, "the connection closes");
 
+  io_stats reads = {1, 2, 3, 4, 5}, writes = {1, 2, 3, 4, 5};
+  getDISKcounters(0, &reads, &writes);
+  failures += check(reads.bytes == 0 && writes.bytes == 0, "no iterator has no drives");
+
+  failures += check(matching(kSensorsPage, kTemperatureUsage) != NULL, "a dictionary is made");
   failures += check(HalvermonteSensorsEngineVersionNumber > 0, "the version has a number");
   failures += check(HalvermonteSensorsEngineVersionString[0] == '@', "the version has a text");
   return failures;
