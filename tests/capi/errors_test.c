@@ -148,6 +148,15 @@ static void aFileThatIsNotAMachineFileIsRefusedWithThePlace(void) {
   CHECK(made == UNTOUCHED);
 }
 
+/* A pass over its second tick would end the process. */
+static void aMachineFileOfMoreThanTenFansIsRefused(void) {
+  halvermonte_engine* made = UNTOUCHED;
+  CHECK(halvermonte_engine_create_from_file(FILES "/eleven_fans.json", &made) ==
+        HALVERMONTE_BAD_MACHINE_FILE);
+  CHECK(strstr(halvermonte_last_error(), "/ticks/1/smc/keys/FNum") != NULL);
+  CHECK(made == UNTOUCHED);
+}
+
 static void unknownNamesAreRefused(void) {
   halvermonte_engine* made = UNTOUCHED;
   const halvermonte_value* value = UNTOUCHED;
@@ -249,6 +258,7 @@ int main(void) {
       TEST(nothingIsFreedOfNull),
       TEST(aMachineFileThatIsNotThereIsRefusedByName),
       TEST(aFileThatIsNotAMachineFileIsRefusedWithThePlace),
+      TEST(aMachineFileOfMoreThanTenFansIsRefused),
       TEST(unknownNamesAreRefused),
       TEST(numbersOutOfRangeAreRefused),
       TEST(valuesOfAnotherKindAreRefused),
