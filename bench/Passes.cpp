@@ -7,6 +7,7 @@
 #include "bench/Machines.hpp"
 #include "engine/DiskPublishing.hpp"
 #include "halvermonte/HalvermonteSensorsEngine.hpp"
+#include "halvermonte/ThisComputer.hpp"
 
 namespace halvermonte {
 namespace {

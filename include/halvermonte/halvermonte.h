@@ -52,6 +52,7 @@ typedef int32_t halvermonte_status;
 enum {
   HALVERMONTE_OK = 0,
   HALVERMONTE_NULL_ARGUMENT = 1,
+  /* Some of what the call had allocated by then may stay allocated. */
   HALVERMONTE_OUT_OF_MEMORY = 2,
   /* The machine file cannot be read, or is not a machine file. */
   HALVERMONTE_BAD_MACHINE_FILE = 3,

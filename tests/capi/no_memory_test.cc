@@ -13,15 +13,20 @@ namespace {
 /// How many allocations of this thread still succeed; below 0: all of them.
 thread_local long remaining = -1;
 
+void* allocated(size_t size) noexcept {
+  const bool fails = remaining == 0;
+  if (remaining > 0) --remaining;
+  return fails ? nullptr : std::malloc(size);
+}
+
 }  // namespace
 
 // The other forms of new and delete come down to these, also those of the shared library.
 void* operator new(size_t size) {
-  const bool fails = remaining == 0;
-  if (remaining > 0) --remaining;
-  if (void* const block = fails ? nullptr : std::malloc(size)) return block;
+  if (void* const block = allocated(size)) return block;
   throw std::bad_alloc();
 }
+void* operator new(size_t size, const std::nothrow_t& /*tag*/) noexcept { return allocated(size); }
 void operator delete(void* block) noexcept { std::free(block); }
 void operator delete(void* block, size_t /*size*/) noexcept { std::free(block); }
 

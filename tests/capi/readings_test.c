@@ -24,27 +24,16 @@ static size_t readingCount(const halvermonte_snapshot* snapshot, halvermonte_lis
 static void temperaturesHaveNamesNumbersAndUnits(void) {
   halvermonte_snapshot* const snapshot = snapshotAfter(1);
   CHECK(readingCount(snapshot, HALVERMONTE_TEMPERATURES) == 3);
-  checkReading(snapshot, HALVERMONTE_TEMPERATURES, 0, "Airport Proximity", 41,
-               "\xC2\xB0"
-               "C");
-  checkReading(snapshot, HALVERMONTE_TEMPERATURES, 1,
-               "Netzwerk S\xC3\xBC"
-               "d",
-               55,
-               "\xC2\xB0"
-               "C");
-  checkReading(snapshot, HALVERMONTE_TEMPERATURES, 2, "Samsung SSD 990 PRO", 38,
-               "\xC2\xB0"
-               "C");
+  checkReading(snapshot, HALVERMONTE_TEMPERATURES, 0, "Airport Proximity", 41, "°C");
+  checkReading(snapshot, HALVERMONTE_TEMPERATURES, 1, "Netzwerk Süd", 55, "°C");
+  checkReading(snapshot, HALVERMONTE_TEMPERATURES, 2, "Samsung SSD 990 PRO", 38, "°C");
   halvermonte_snapshot_free(snapshot);
 }
 
 static void theShortListIsAListOfItsOwn(void) {
   halvermonte_snapshot* const snapshot = snapshotAfter(1);
   CHECK(readingCount(snapshot, HALVERMONTE_SHORT_TEMPERATURES) == 1);
-  checkReading(snapshot, HALVERMONTE_SHORT_TEMPERATURES, 0, "Wi-Fi", 41,
-               "\xC2\xB0"
-               "C");
+  checkReading(snapshot, HALVERMONTE_SHORT_TEMPERATURES, 0, "Wi-Fi", 41, "°C");
   halvermonte_snapshot_free(snapshot);
 }
 
@@ -121,9 +110,7 @@ static void aSnapshotStaysAsItWasMade(void) {
   checkReading(second, HALVERMONTE_FANS, 0, "Left", 1250, "rpm");
   checkTraffic(first, HALVERMONTE_READ, 0, 5000000001);
   halvermonte_snapshot_free(first);
-  checkReading(second, HALVERMONTE_TEMPERATURES, 2, "Samsung SSD 990 PRO", 39,
-               "\xC2\xB0"
-               "C");
+  checkReading(second, HALVERMONTE_TEMPERATURES, 2, "Samsung SSD 990 PRO", 39, "°C");
   halvermonte_snapshot_free(second);
 }
 
