@@ -4,6 +4,7 @@
 
 #include <cstddef>
 #include <cstdlib>
+#include <cstring>
 #include <functional>
 #include <new>
 #include <string>
@@ -83,10 +84,18 @@ TEST_F(NoMemoryTest, ASnapshotIsNotMade) {
 TEST_F(NoMemoryTest, AnErrorsTextIsReplacedIfThereIsNoRoomForIt) {
   const std::string name(1000, 'x');
   halvermonte_engine* made = nullptr;
-  const auto create = [&] { return halvermonte_engine_create_bundled(name.c_str(), &made); };
-  ASSERT_EQ(create(), HALVERMONTE_UNKNOWN_NAME);
-  EXPECT_EQ(withAllocations(0, create), HALVERMONTE_OUT_OF_MEMORY);
-  EXPECT_STREQ(halvermonte_last_error(), "out of memory");
+  bool isReplaced = false;
+  for (long count = 0; std::strlen(halvermonte_last_error()) < name.size(); ++count) {
+    halvermonte_engine_pass(nullptr);  // leaves another text
+    const halvermonte_status status = withAllocations(
+        count, [&] { return halvermonte_engine_create_bundled(name.c_str(), &made); });
+    const bool isFull = std::strlen(halvermonte_last_error()) > name.size();
+    if (status == HALVERMONTE_UNKNOWN_NAME && !isFull) {
+      EXPECT_STREQ(halvermonte_last_error(), "out of memory");
+      isReplaced = true;
+    }
+  }
+  EXPECT_TRUE(isReplaced);
 }
 
 }  // namespace

@@ -1,7 +1,9 @@
 """What halvermonte.py makes of the values of a machine file."""
 import datetime
 import itertools
+import json
 import pathlib
+import tempfile
 import unittest
 
 import halvermonte
@@ -28,6 +30,14 @@ class ReadingsTest(unittest.TestCase):
         self.assertEqual(read.history[-3:], [-1, 0, 2500000])
         self.assertEqual(len(read.history), 75)
         self.assertEqual(snapshot_after(2).write.rate, 40000)
+
+    def test_a_property_may_be_larger_than_signed_numbers(self) -> None:
+        drive = {"Bytes (Read)": 9 * 10**18}
+        with tempfile.NamedTemporaryFile("w", suffix=".json") as file:
+            json.dump({"name": "Large", "ticks": [{"drives": [drive, drive]}]}, file)
+            file.flush()
+            with halvermonte.Engine(file.name) as engine:
+                self.assertEqual(next(engine.snapshots())["diskIO_read"], 18 * 10**18)
 
     def test_a_snapshot_outlives_its_engine_and_stays_as_it_is(self) -> None:
         with halvermonte.Engine(DESK) as engine:
