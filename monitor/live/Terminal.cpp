@@ -89,8 +89,10 @@ constexpr short kDefaultColour = -1;
 constexpr Palette kManyColours{31, 166, 160};
 constexpr Palette kEightColours{kDefaultColour, kDefaultColour, COLOR_RED};
 
+attr_t pair(int number) { return static_cast<attr_t>(COLOR_PAIR(number)); }
+
 attr_t attributesOf(const Cell& cell) {
-  const attr_t reverse = cell.isReversed ? A_REVERSE : A_NORMAL;
+  const attr_t reverse = cell.isReversed ? attr_t{A_REVERSE} : attr_t{0};
   switch (cell.look) {
     case Look::plain:
       return reverse;
@@ -99,11 +101,11 @@ attr_t attributesOf(const Cell& cell) {
     case Look::faint:
       return reverse | A_DIM;
     case Look::chart:
-      return reverse | COLOR_PAIR(kChartPair);
+      return reverse | pair(kChartPair);
     case Look::warm:
-      return reverse | A_BOLD | COLOR_PAIR(kWarmPair);
+      return reverse | A_BOLD | pair(kWarmPair);
     case Look::hot:
-      return reverse | A_BOLD | COLOR_PAIR(kHotPair);
+      return reverse | A_BOLD | pair(kHotPair);
   }
   return reverse;
 }

@@ -21,6 +21,7 @@ std::string bar(int32_t degrees, bool unicode = true) {
 TEST(Bar, HasFiveDegreesForHalfACellAndMarksWhereWarmAndHotBegin) {
   EXPECT_EQ(bar(0), "────────┼┼─\n");
   EXPECT_EQ(bar(45), "━━━━╸───┼┼─\n");
+  EXPECT_EQ(bar(48), "━━━━━───┼┼─\n") << "the nearest half";
   EXPECT_EQ(bar(50), "━━━━━───┼┼─\n");
   EXPECT_EQ(bar(95), "━━━━━━━━┿┼─\n");
   EXPECT_EQ(bar(100), "━━━━━━━━┿┿─\n");
