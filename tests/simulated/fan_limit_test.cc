@@ -64,7 +64,8 @@ TEST(FanLimit, WaveIsJudgedByAllThatItReaches) {
   EXPECT_EQ(wave("ui16", R"("mean": 384, "amplitude": 128)", R"(, "size": 1)"), "") << "1 or 2";
   EXPECT_EQ(wave("ui8 ", from18To22, R"(, "size": 2)"), "") << "the second byte, which is 0";
   EXPECT_EQ(wave("ui8 ", from18To22, R"(, "size": 5)"), kTooMany) << "the first and the fifth";
-  EXPECT_EQ(wave("ui8 ", from18To22, R"(, "size": 2147483649)"), "") << "a negative size";
+  EXPECT_EQ(wave("ui16", R"("mean": 384, "amplitude": 128)", R"(, "size": 2147483650)"), "")
+      << "a negative size";
   EXPECT_EQ(wave("flt ", from0To4), kTooMany) << "up to 0x40";
   EXPECT_EQ(wave("flt ", R"("mean": 1, "amplitude": 1)", R"(, "size": 3)"), kTooMany)
       << "0 at both ends";
