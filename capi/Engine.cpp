@@ -1,12 +1,12 @@
 #include "capi/Engine.hpp"
-#include <cstddef>
-#include <cstdint>
-#include <vector>
 
 #include <IOKit/IOKitLib.h>
 
+#include <cstddef>
+#include <cstdint>
 #include <functional>
 #include <utility>
+#include <vector>
 
 #include "capi/Errors.hpp"
 #include "engine/EngineState.hpp"

@@ -23,5 +23,5 @@ struct halvermonte_engine {
   const std::shared_ptr<halvermonte::StatisticsData> record =
       std::make_shared<halvermonte::StatisticsData>();
   std::optional<halvermonte::Text> processorName;  ///< once it was asked for
-  std::string messages;                            ///< of the last call
+  std::string messages;                            ///< of the last pass
 };

@@ -16,8 +16,8 @@
  * 2. NULL. A pointer that is NULL is HALVERMONTE_NULL_ARGUMENT, unless the function says that it
  *    may be. A free function does nothing with it.
  * 3. Ownership. The caller frees engines and snapshots, each with its own function. All else
- * belongs to the engine or the snapshot that it came from, and is valid until that one is freed,
- * unless the function says less.
+ *    belongs to the engine or the snapshot that it came from, and is valid until that one is freed,
+ *    unless the function says less.
  * 4. Text is UTF-8 and ends with a NUL. A text with a NUL inside seems to end there;
  *    halvermonte_value_text() gives the size too.
  * 5. Threads. One engine is for one thread at a time; several engines may be used at once. A
@@ -108,9 +108,8 @@ HALVERMONTE_EXPORT halvermonte_status halvermonte_engine_pass(halvermonte_engine
  * call. HALVERMONTE_NOT_AVAILABLE on this computer, which changes by itself. */
 HALVERMONTE_EXPORT halvermonte_status halvermonte_engine_next_tick(halvermonte_engine* engine);
 
-/* The lines about sensors or drives that could not be read in the last call for this engine, such
- * as "Error: no SMC found", each ended by a line feed; "" if there was nothing to say. Valid until
- * the next call for this engine. */
+/* The lines about sensors or drives that could not be read in the last pass, such as "Error: no SMC
+ * found", each ended by a line feed; "" if there was nothing to say. Valid until the next pass. */
 HALVERMONTE_EXPORT halvermonte_status halvermonte_engine_messages(const halvermonte_engine* engine,
                                                                   const char** lines);
 
