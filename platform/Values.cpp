@@ -5,8 +5,8 @@
 #include <ostream>
 #include <type_traits>
 
-#include "platform/Conversions.hpp"
 #include "halvermonte/UTF8.hpp"
+#include "platform/Conversions.hpp"
 
 namespace halvermonte {
 

@@ -70,7 +70,7 @@ std::string_view listNameOf(ShownIn list) {
 }
 
 std::string shownText(const SensorSource& sensor) {
-  const std::string list(listNameOf(sensor.shownIn));
+  std::string list(listNameOf(sensor.shownIn));
   if (sensor.reason.empty()) return list;
   return list + (sensor.shownIn == ShownIn::nothing ? ": " : "; ") + sensor.reason;
 }
