@@ -92,22 +92,22 @@ constexpr Palette kEightColours{kDefaultColour, kDefaultColour, COLOR_RED};
 attr_t pair(int number) { return static_cast<attr_t>(COLOR_PAIR(number)); }
 
 attr_t attributesOf(const Cell& cell) {
-  const attr_t reverse = cell.isReversed ? attr_t{A_REVERSE} : attr_t{0};
+  if (cell.isReversed) return A_REVERSE;  // colours are made for the ground of the others
   switch (cell.look) {
     case Look::plain:
-      return reverse;
+      return A_NORMAL;
     case Look::strong:
-      return reverse | A_BOLD;
+      return A_BOLD;
     case Look::faint:
-      return reverse | A_DIM;
+      return A_DIM;
     case Look::chart:
-      return reverse | pair(kChartPair);
+      return pair(kChartPair);
     case Look::warm:
-      return reverse | A_BOLD | pair(kWarmPair);
+      return A_BOLD | pair(kWarmPair);
     case Look::hot:
-      return reverse | A_BOLD | pair(kHotPair);
+      return A_BOLD | pair(kHotPair);
   }
-  return reverse;
+  return A_NORMAL;
 }
 
 /// What terminals send for these keys if they are not quite what TERM says.

@@ -194,6 +194,14 @@ TEST_F(LiveScreenOfAMachine, FilterShowsOnlyNamesWithItsText) {
   EXPECT_THAT(rows(), Contains(HasSubstr("Mem Bank")));
 }
 
+TEST_F(LiveScreenOfAMachine, FilterFindsSensorsInFoldedSections) {
+  addTwoGroups();
+  pass();
+  press({{Key::down}, {Key::left}});
+  type("/core");
+  EXPECT_THAT(rows(), Contains(StartsWith("   CPU Core 1")));
+}
+
 TEST_F(LiveScreenOfAMachine, LetterOfTheFilterIsNoCommand) {
   pass();
   type("/q");
@@ -393,6 +401,18 @@ TEST_F(LiveScreenOfAMachine, WideWindowHasColumns) {
   const std::vector<std::string> wide = rows({200, 20});
   EXPECT_THAT(wide, Contains(AllOf(StartsWith(" ▾ CPU (8)"), HasSubstr(" ▾ Memory (9)"),
                                    HasSubstr(" ▾ Disks"))));
+  EXPECT_THAT(wide, Contains(EndsWith(" read                             -    Zero KB")))
+      << "its chart stands below it";
+}
+
+TEST_F(LiveScreenOfAMachine, ColumnThatIsTooHighFlowsOnInTheNext) {
+  machine.keys["FNum"] = ui8(2);
+  for (const char* fan : {"F0Ac", "F1Ac"}) machine.keys[fan] = flt(1200);
+  addManyTemperatures();
+  pass();
+  press({{Key::end}}, {200, 19});
+  for (const std::string& row : rows({200, 19})) EXPECT_THAT(row, Not(HasSubstr(">▾ Fans")));
+  EXPECT_THAT(rows({200, 19}), Contains(HasSubstr(">  write")));
 }
 
 TEST_F(LiveScreenOfAMachine, FitsEveryWindow) {
