@@ -5,7 +5,7 @@
 #include <string>
 
 #include "halvermonte/MachineRecorder.hpp"
-#include "monitor/JsonText.hpp"
+#include "monitor/JsonEscapes.hpp"
 #include "monitor/Line.hpp"
 #include "monitor/record/RecordingFile.hpp"
 

@@ -18,9 +18,9 @@
 
 #include "halvermonte/Exceptions.hpp"
 #include "halvermonte/Machine.hpp"
+#include "halvermonte/UTF8.hpp"
 #include "halvermonte/Values.hpp"
 #include "platform/portable/KeptLines.hpp"
-#include "platform/UTF8.hpp"
 
 namespace halvermonte {
 
