@@ -4,6 +4,7 @@
 #include <variant>
 
 #include "halvermonte/Exceptions.hpp"
+#include "halvermonte/MachineAnswers.hpp"
 
 namespace halvermonte {
 namespace {

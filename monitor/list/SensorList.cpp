@@ -5,7 +5,9 @@
 #include <charconv>
 #include <cstddef>
 #include <cstdint>
+#include <optional>
 #include <string_view>
+#include <tuple>
 #include <vector>
 
 #include "halvermonte/CountTexts.hpp"

@@ -1,10 +1,14 @@
 #include <cstdint>
 #include <optional>
+#include <string>
 #include <string_view>
 #include <utility>
+#include <vector>
 
+#include "halvermonte/Machine.hpp"
 #include "halvermonte/SensorSources.hpp"
 #include "monitor/JsonText.hpp"
+#include "monitor/Sampling.hpp"
 #include "monitor/SensorGroups.hpp"
 #include "monitor/list/Drives.hpp"
 #include "monitor/list/Group.hpp"
