@@ -19,8 +19,8 @@ Origin originOf(const SensorSource& sensor) {
 }
 
 /// Adds what one more sensor of the same name comes from.
-void addTo(Origins& origins, const Track& track, Origin origin) {
-  const auto [it, isNew] = origins.try_emplace(track, std::move(origin));
+void addTo(Origins& origins, const Track& track, const Origin& origin) {
+  const auto [it, isNew] = origins.try_emplace(track, origin);
   if (!isNew) it->second.text += "; " + origin.text;
 }
 

@@ -1,6 +1,7 @@
 #include "monitor/live/Panes.hpp"
 
 #include <algorithm>
+#include <cmath>
 #include <cstdint>
 #include <string_view>
 #include <utility>
@@ -73,7 +74,7 @@ std::string rangeText(const Row& row, const Pen& pen, const Extremes& extremes) 
     return row.section == Section::fans ? std::to_string(number) + " rpm" : pen.temperature(number);
   };
   return "minimum " + text(extremes.lowest) + ", maximum " + text(extremes.highest) + ", average " +
-         text(static_cast<int32_t>(extremes.average() + 0.5)) + " since the start";
+         text(static_cast<int32_t>(std::lround(extremes.average()))) + " since the start";
 }
 
 /// Why the shown number is not what the machine gives; "" if it is.

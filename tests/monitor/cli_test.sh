@@ -264,7 +264,7 @@ TERM=dumb at_terminal "$quoted -m M1 --watch -n 1 -i 0"
 grep -q $'\033' typescript && fail "a dumb terminal was steered"
 grep -q '^M1, simulated' typescript || fail "no reports at a dumb terminal: $(cat typescript)"
 TERM=dumb at_terminal "$quoted -m M1 --live"
-grep -q '^halvermonte-monitor: --live: standard output is not a terminal' typescript ||
+grep -q '^halvermonte-monitor: --live: ' typescript ||
   fail "a live view at a dumb terminal: $(cat typescript)"
 
 [ $failures = 0 ] && echo "all passed"
