@@ -10,6 +10,7 @@
 #include <array>
 #include <climits>
 #include <csignal>
+#include <cstdint>
 #include <cstdlib>
 #include <cstring>
 #include <cwchar>
@@ -57,7 +58,7 @@ void addSequence(const char* sequence) {
 /// Null if the terminal has no such capability.
 const char* capability(const char* name) {
   const char* const sequence = tigetstr(name);
-  return sequence == reinterpret_cast<const char*>(-1) ? nullptr : sequence;
+  return reinterpret_cast<intptr_t>(sequence) == -1 ? nullptr : sequence;
 }
 
 /// Notes how to leave the screen: colours, mouse, keypad, cursor, and the other screen.
@@ -150,7 +151,7 @@ std::optional<KeyPress> wheel() {
 }
 
 std::optional<KeyPress> character(wint_t code) {
-  if (const auto key = keyIn(kControlKeys, code)) return key;
+  if (auto key = keyIn(kControlKeys, code)) return key;
   if (code < ' ') return std::nullopt;
   std::array<char, MB_LEN_MAX> bytes{};
   std::mbstate_t state{};
