@@ -53,9 +53,8 @@ struct ProcessUse {
 
 struct PassView {
   // The same in every pass.
-  std::string title;   ///< the machine, and why this one if nobody asked for it
-  std::string name;    ///< the machine's alone
-  std::string reason;  ///< why this machine; "" if somebody asked for it
+  std::string title;  ///< the machine, and why this one if nobody asked for it
+  std::string name;   ///< the machine's alone
   bool isSimulated = false;
   std::string processor;  ///< "" if it is not known
   int32_t cores = 1;      ///< physical; 1 also stands for an unknown number

@@ -42,7 +42,6 @@ Sampling::Sampling(ChosenMachine chosen)
       marks_(engine_) {
   view_.title = chosen_.title;
   view_.name = machine_.name();
-  view_.reason = chosen_.reason;
   view_.isSimulated = chosen_.isSimulated;
   view_.processor = engine_.askSytemInfoForProcessorName();
   view_.cores = engine_.physicalCores();

@@ -19,9 +19,7 @@ using std::chrono::steady_clock;
 constexpr std::string_view kBetween = "   ";
 
 std::string titleOf(const PassView& view) {
-  std::string title = view.isSimulated ? "simulated: " + view.name : view.name;
-  if (!view.reason.empty()) title += " (" + view.reason + ")";
-  return title;
+  return view.isSimulated ? "simulated: " + view.name : view.name;
 }
 
 std::string costText(const PassView& view) {
