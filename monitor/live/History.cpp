@@ -1,6 +1,7 @@
 #include "monitor/live/History.hpp"
 
 #include <algorithm>
+#include <iterator>
 
 namespace halvermonte {
 namespace {

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "monitor/PassView.hpp"
 #include "monitor/live/RowDrawing.hpp"
 
 namespace halvermonte {

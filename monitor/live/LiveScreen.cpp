@@ -6,7 +6,9 @@
 #include <vector>
 
 #include "monitor/Line.hpp"
+#include "monitor/PassView.hpp"
 #include "monitor/live/Panes.hpp"
+#include "monitor/live/Rows.hpp"
 
 namespace halvermonte {
 namespace {

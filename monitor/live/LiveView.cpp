@@ -17,7 +17,9 @@
 #include "monitor/live/LiveScreen.hpp"
 #include "monitor/live/Panes.hpp"
 #include "monitor/live/Sampler.hpp"
+#include "monitor/live/Snapshot.hpp"
 #include "monitor/live/Terminal.hpp"
+#include "monitor/live/ViewState.hpp"
 
 namespace halvermonte {
 namespace {

@@ -7,6 +7,8 @@
 
 #include "monitor/Line.hpp"
 #include "monitor/ReadingTexts.hpp"
+#include "monitor/live/Charts.hpp"
+#include "monitor/live/ViewState.hpp"
 
 namespace halvermonte {
 namespace {
