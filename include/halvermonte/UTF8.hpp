@@ -21,10 +21,10 @@ HALVERMONTE_EXPORT std::optional<char32_t> takeCodePoint(std::string_view& text)
 
 /// False for a control character, and for one that reorders what stands around it or cannot be
 /// seen: it could pass one text off as another.
-bool isPrintable(char32_t code);
+HALVERMONTE_EXPORT bool isPrintable(char32_t code);
 
 /// The text with "?" for each character that is not printable, and U+FFFD for bytes that are not
 /// UTF-8.
-std::string printableText(std::string_view text);
+HALVERMONTE_EXPORT std::string printableText(std::string_view text);
 
 }  // namespace halvermonte
