@@ -27,8 +27,8 @@ namespace halvermonte {
 struct ChosenMachine {
   std::unique_ptr<Machine> machine;
   std::unique_ptr<MachineRecorder> recorder = nullptr;  ///< null unless it is recorded
-  std::string title = "";    ///< its name, and what it is
-  bool isSimulated = false;  ///< from a machine file
+  std::string title = "";                               ///< its name, and what it is
+  bool isSimulated = false;                             ///< from a machine file
 };
 
 /// The time from one pass to the next: the engine has no rates for passes that are less than a
