@@ -31,7 +31,10 @@ void onStop(int number) {
 
 void onSuspend(int) { suspendAsked = 1; }
 void onResize(int) { resized = 1; }
-void onCrash(int) { performLastAct(); }
+void onCrash(int number) {
+  performLastAct();
+  raise(number);
+}
 
 /// Clears the flag and returns whether it was set.
 bool clear(volatile std::sig_atomic_t& flag) {
@@ -105,7 +108,7 @@ void Signals::setLastAct(void (*act)()) {
   lastAct = act;
   struct sigaction action {};
   action.sa_handler = act != nullptr ? onCrash : SIG_DFL;
-  action.sa_flags = static_cast<int>(SA_RESETHAND);  // the signal ends the process after it
+  action.sa_flags = static_cast<int>(SA_RESETHAND);  // raised once more, it ends the process
   for (const int number : kCrashes) sigaction(number, &action, nullptr);
 }
 

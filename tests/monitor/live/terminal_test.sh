@@ -46,9 +46,6 @@ modes() {
 is_back() { [ "$(state)" = '0 1 0 0' ]; }
 
 mkfifo slow.json
-cat >eleven.json <<'END'
-{"name": "Eleven", "ticks": [{}, {"smc": {"keys": {"FNum": {"type": "ui8 ", "value": 11}}}}]}
-END
 terminal -f /dev/null new-session -d -x 80 -y 24 "TERM=screen PS1='ready> ' exec bash --norc --noprofile -i"
 await "there is a shell" has 'ready>'
 modes
@@ -149,11 +146,13 @@ keys C-c
 await "the end by Ctrl-C" has 'status: 0'
 gives_back "Ctrl-C"
 
-# An engine that ends the process
+# An engine that ends the process does so by abort()
 for name in screen xterm-256color vt100; do
   type "clear; TERM=$name"
-  start --machine eleven.json --interval 0.01
-  await "the end by the engine" has 'status: 134'
+  start --machine M1
+  await "a pass before SIGABRT" has 'Hottest:'
+  kill -ABRT "$(pgrep -P "$(terminal display-message -p '#{pane_pid}')")"
+  await "the end by SIGABRT" has 'status: 134'
   gives_back "SIGABRT at $name"
 done
 type 'TERM=screen'
@@ -163,7 +162,7 @@ start --machine M1 --ticks 2 --interval 0.01
 await "--ticks ends it" has 'status: 0'
 gives_back "--ticks"
 start --machine no-such-machine
-await "a machine that is not there" has 'status: 1'
+await "a machine that is not there" has 'status: 2'
 await "the complaint about the machine" has 'halvermonte-monitor: --machine: '
 gives_back "a machine that is not there"
 
