@@ -9,6 +9,7 @@
 #include <unordered_map>
 
 #include "halvermonte/Machine.hpp"
+#include "halvermonte/MachineAnswers.hpp"
 
 namespace halvermonte {
 

@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "halvermonte/HalvermonteSensorsEngine.hpp"
+#include "halvermonte/MachineAnswers.hpp"
 #include "monitor/PassView.hpp"
 #include "monitor/PassWatch.hpp"
 

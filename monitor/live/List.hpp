@@ -5,6 +5,7 @@
 #include <optional>
 #include <vector>
 
+#include "monitor/PassView.hpp"
 #include "monitor/live/Grid.hpp"
 #include "monitor/live/History.hpp"
 #include "monitor/live/Pen.hpp"

@@ -1,6 +1,7 @@
 // What all parts of the live view draw with.
 #pragma once
 
+#include <cstdint>
 #include <string>
 #include <string_view>
 

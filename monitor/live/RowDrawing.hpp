@@ -6,6 +6,7 @@
 #include <string>
 
 #include "monitor/PassView.hpp"
+#include "monitor/live/Charts.hpp"
 #include "monitor/live/Grid.hpp"
 #include "monitor/live/History.hpp"
 #include "monitor/live/Pen.hpp"

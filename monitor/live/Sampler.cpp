@@ -10,7 +10,9 @@
 #include <utility>
 
 #include "monitor/Failure.hpp"
+#include "monitor/PassView.hpp"
 #include "monitor/Signals.hpp"
+#include "monitor/live/Origins.hpp"
 
 namespace halvermonte {
 
