@@ -1,9 +1,13 @@
 #include <gtest/gtest.h>
+#include <pthread.h>
 
+#include <csignal>
+#include <future>
 #include <thread>
 #include <variant>
 #include <vector>
 
+#include "platform/linux/SystemCalls.hpp"
 #include "tests/linux/Computer.hpp"
 
 namespace halvermonte::test {
@@ -28,6 +32,20 @@ TEST(LinuxMachineThreads, MayAskAtTheSameTime) {
   std::vector<std::thread> threads;
   for (int i = 0; i < 3; ++i) threads.emplace_back(ask);
   for (std::thread& thread : threads) thread.join();
+}
+
+TEST(LinuxMachineThreads, GetNoSignals) {
+  std::promise<bool> areBlocked;
+  EXPECT_TRUE(linuxos::SystemCalls::real().startThread([&] {
+    sigset_t blocked;
+    pthread_sigmask(SIG_SETMASK, nullptr, &blocked);
+    areBlocked.set_value(sigismember(&blocked, SIGTERM) == 1 &&
+                         sigismember(&blocked, SIGUSR1) == 1);
+  }));
+  EXPECT_TRUE(areBlocked.get_future().get());
+  sigset_t blocked;
+  pthread_sigmask(SIG_SETMASK, nullptr, &blocked);
+  EXPECT_EQ(sigismember(&blocked, SIGTERM), 0) << "the host's own are as before";
 }
 
 }  // namespace

@@ -1,5 +1,8 @@
 #include "platform/linux/hwmon/SourceReader.hpp"
 
+#include <algorithm>
+#include <utility>
+
 namespace halvermonte::linuxos {
 
 SourceReader::Speed SourceReader::speed() const {
@@ -30,8 +33,7 @@ void SourceReader::attempt() {
 
   const std::lock_guard lock(mutex_);
   isReading_ = false;
-  const bool isSlow = ended - began > kSlowSeconds || history_.speed == Speed::slow;
-  history_.speed = isSlow ? Speed::slow : Speed::fast;
+  judge(ended - began);
   ++history_.attempts;
   history_.nextAttempt = ended + kRetrySeconds;
   if (answer.error == 0) {
@@ -43,7 +45,23 @@ void SourceReader::attempt() {
 
 void SourceReader::giveUp() {
   const std::lock_guard lock(mutex_);
+  becomeSlow();
+}
+
+void SourceReader::judge(double seconds) {
+  if (seconds > kSlowSeconds) {
+    becomeSlow();
+  } else if (history_.speed != Speed::slow) {
+    history_.speed = Speed::fast;
+  } else if (++history_.fastReadings == history_.neededReadings) {
+    history_.speed = Speed::fast;
+    history_.neededReadings = std::min(2 * history_.neededReadings, kMostFastReadings);
+  }
+}
+
+void SourceReader::becomeSlow() {
   history_.speed = Speed::slow;
+  history_.fastReadings = 0;
 }
 
 void SourceReader::keepReading(double now, double end) {
@@ -67,6 +85,7 @@ void SourceReader::run() {
     lock.unlock();
     attempt();
     lock.lock();
+    if (history_.speed == Speed::fast) break;
     calls_.waitUntil(history_.nextAttempt, lock, stopped_, isStopped);
   } while (!isStopped_ && calls_.steadySeconds() < end_);
   hasThread_ = false;
