@@ -1,34 +1,14 @@
 #!/bin/bash
 # The built monitor from outside: exit statuses, streams, pipes and terminals.
 # Usage: cli_test.sh MONITOR VERSION
-set -u
 
 monitor=$1 version=$2
 quoted=$(printf %q "$monitor")
 trees=$(cd "$(dirname "$0")/../linux/trees" && pwd)
 page=$(cd "$(dirname "$0")/../../docs" && pwd)/record-json.md
-export LC_ALL=C.UTF-8
-unset NO_COLOR
-work=$(mktemp -d)
-trap 'rm -rf "$work"' EXIT
-cd "$work" || exit 1
-ulimit -c 0
+# shellcheck source=tests/monitor/outside.sh
+. "$(dirname "$0")/outside.sh"
 
-failures=0
-fail() {
-  echo "FAIL: $*" >&2
-  failures=$((failures + 1))
-}
-
-# expect STATUS ARGUMENT...: runs the monitor with its output in the files out and err, and under the
-# locale of the variable locale if that is set.
-expect() {
-  local status=$1
-  shift
-  LC_ALL=${locale:-$LC_ALL} timeout 60 "$monitor" "$@" >out 2>err
-  local got=$?
-  [ $got = "$status" ] || fail "[$*] exit status $got, expected $status; err: $(cat err)"
-}
 lines() { wc -l <"$1"; }
 # has FILE LINES [PATTERN]: fails unless the file has that number of lines and one has the pattern.
 has() {
@@ -267,5 +247,4 @@ TERM=dumb at_terminal "$quoted -m M1 --live"
 grep -q '^halvermonte-monitor: --live: ' typescript ||
   fail "a live view at a dumb terminal: $(cat typescript)"
 
-[ $failures = 0 ] && echo "all passed"
-exit $((failures > 0))
+finish

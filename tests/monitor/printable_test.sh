@@ -1,19 +1,10 @@
 #!/bin/bash
 # A machine file whose texts steer terminals, hide and reorder, through every output of the monitor.
 # Usage: printable_test.sh MONITOR
-set -u
 
 monitor=$1
-work=$(mktemp -d)
-trap 'rm -rf "$work"' EXIT
-cd "$work" || exit 1
-export LC_ALL=C.UTF-8
-
-failures=0
-fail() {
-  echo "FAIL: $*" >&2
-  failures=$((failures + 1))
-}
+# shellcheck source=tests/monitor/outside.sh
+. "$(dirname "$0")/outside.sh"
 
 # ESC, CSI, DEL, an override, an isolate, a separator of lines, and a blank of no width
 nasty='\u001b[2J\u009b1m\u007f\u202e\u2066\u2028\u200b'
@@ -30,14 +21,10 @@ cat >nasty.json <<END
   {"drivesRaise": "reason$nasty"}]}
 END
 
-# run STATUS ARGUMENT...: runs the monitor and checks both of its outputs, which are in out and err.
+# run STATUS ARGUMENT...: as expect, and checks both of its outputs.
 run() {
-  local status=$1
-  shift
-  timeout 60 "$monitor" "$@" >out 2>err
-  local got=$?
-  [ $got = "$status" ] || fail "[$*] exit status $got, expected $status; err: $(cat -v err)"
-  grep -aPn "$unprintable" out err >found && fail "[$*] $(cat -v found)"
+  expect "$@"
+  grep -aPn "$unprintable" out err >found && fail "[${*:2}] $(cat -v found)"
 }
 # has FILE TEXT...: fails unless the file has each text, followed by what is shown for the rest.
 has() {
@@ -83,5 +70,4 @@ printf '{"member%s": 1}' "$nasty" >refused.json
 run 2 -m refused.json
 grep -q '/member' err || fail "no place: $(cat -v err)"
 
-[ $failures = 0 ] && echo "all passed"
-exit $((failures > 0))
+finish

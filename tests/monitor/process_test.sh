@@ -1,29 +1,14 @@
 #!/bin/bash
 # The built monitor watches processes of this computer.
 # Usage: process_test.sh MONITOR
-set -u
 
 monitor=$1
-export LC_ALL=C.UTF-8
-work=$(mktemp -d)
+# shellcheck source=tests/monitor/outside.sh
+. "$(dirname "$0")/outside.sh"
 busy=
 watching=
 trap 'kill -KILL $busy $watching 2>"$work/kill.err"; rm -rf "$work"' EXIT
-cd "$work" || exit 1
 
-failures=0
-fail() {
-  echo "FAIL: $*" >&2
-  failures=$((failures + 1))
-}
-# expect STATUS ARGUMENT...: runs the monitor with its output in the files out and err.
-expect() {
-  local status=$1
-  shift
-  timeout 60 "$monitor" "$@" >out 2>err
-  local got=$?
-  [ $got = "$status" ] || fail "[$*] exit status $got, expected $status; err: $(cat err)"
-}
 # complains PATTERN: fails unless there is one line on standard error, with the pattern, and no other.
 complains() {
   [ "$(wc -l <err)" = 1 ] || fail "standard error has other than one line: $(cat err)"
@@ -82,5 +67,4 @@ complains '^halvermonte-monitor: --pid 2147483647: there is no such process$'
 expect 1 --machine M1 --pid 1
 complains '^halvermonte-monitor: --pid 1: a simulated machine has no processes$'
 
-[ $failures = 0 ] && echo "all passed"
-exit $((failures > 0))
+finish

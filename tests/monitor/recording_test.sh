@@ -1,27 +1,13 @@
 #!/bin/bash
 # Recordings of the built monitor from outside: where they go, and what stays if they fail.
 # Usage: recording_test.sh MONITOR
-set -u
 
 monitor=$1
-work=$(mktemp -d)
-trap 'rm -rf "$work"' EXIT
-cd "$work" || exit 1
+# shellcheck source=tests/monitor/outside.sh
+. "$(dirname "$0")/outside.sh"
 
-failures=0
-fail() {
-  echo "FAIL: $*" >&2
-  failures=$((failures + 1))
-}
-
-# record STATUS ARGUMENT...: records the M1, with the output in the files out and err.
-record() {
-  local status=$1
-  shift
-  timeout 60 "$monitor" --machine M1 --interval 0 --ticks 2 --record "$@" >out 2>err
-  local got=$?
-  [ $got = "$status" ] || fail "[--record $*] exit status $got, expected $status; err: $(cat err)"
-}
+# record STATUS ARGUMENT...: records the M1.
+record() { expect "$1" --machine M1 --interval 0 --ticks 2 --record "${@:2}"; }
 # is_recording FILE: fails unless the file is the machine file of two ticks.
 is_recording() {
   jq -es 'length == 1 and (.[0].ticks | length) == 2' "$1" >jq.out || fail "$1: $(head -c 300 "$1")"
@@ -85,5 +71,4 @@ replays part.json
 jq -e '.ticks | length >= 2' part.json >jq.out || fail "a closed pipe took the recording"
 replays part.json
 
-[ $failures = 0 ] && echo "all passed"
-exit $((failures > 0))
+finish

@@ -1,19 +1,15 @@
 #!/bin/bash
 # The built monitor's live view at a terminal, with real keys: start, keys, sizes, suspension and ends.
 # Usage: terminal_test.sh MONITOR
-set -u
 
 monitor=$(printf %q "$1")
-export LC_ALL=C.UTF-8
-unset NO_COLOR TMUX
-work=$(mktemp -d)
+# shellcheck source=tests/monitor/outside.sh
+. "$(dirname "$0")/../outside.sh"
+unset TMUX
 # A terminal of its own, with a shell that controls jobs.
 terminal() { tmux -u -S "$work/socket" "$@"; }
 trap 'terminal kill-server 2>"$work/err"; rm -rf "$work"' EXIT
-cd "$work" || exit 1
-ulimit -c 0
 
-failures=0
 fail() {
   echo "FAIL: $*; the screen is:" >&2
   screen >&2
@@ -178,5 +174,4 @@ type "clear; TERM=no-such-terminal $monitor --live; echo \"status: \$?\""
 await "an unknown terminal" has 'status: 1'
 await "the complaint about the terminal" has 'halvermonte-monitor: --live: the terminal "no-such-terminal" is not known'
 
-[ $failures = 0 ] && echo "all passed"
-exit $((failures > 0))
+finish
