@@ -1,13 +1,12 @@
 // The connection to the controller, and the two-step key read.
 #include "halvermonte/SMC.h"
-#include <cstdint>
 
 #include <IOKit/IOKitLib.h>
 
-#include <array>
 #include <bit>
-#include <cstdio>
+#include <cstdint>
 #include <cstring>
+#include <string>
 
 #include "platform/Foundation.hpp"
 #include "platform/IOOwned.hpp"
@@ -19,9 +18,11 @@ using halvermonte::IOOwned;
 namespace {
 
 void printFailure(const char* call, kern_return_t code) {
-  std::array<char, 64> line;
-  std::snprintf(line.data(), line.size(), "Error: %s() = %08x", call, static_cast<unsigned>(code));
-  halvermonte::foundation::print(line.data());
+  std::string line = "Error: " + std::string(call) + "() = ";
+  for (int shift = 28; shift >= 0; shift -= 4) {
+    line += "0123456789abcdef"[static_cast<uint32_t>(code) >> shift & 15];
+  }
+  halvermonte::foundation::print(line);
 }
 
 /// The first matching service, or 0 after a line that says why there is none.

@@ -28,7 +28,7 @@ int runTests(const Test* tests, size_t count) {
 
 halvermonte_engine* engineAfter(int passes) {
   halvermonte_engine* engine = NULL;
-  CHECK_OK(halvermonte_engine_create_from_file(FILES "/desk.json", &engine));
+  CHECK_OK(halvermonte_engine_create_from_file(FILES "/desk.machine", &engine));
   for (int pass = 0; pass < passes; ++pass) {
     if (pass > 0) CHECK_OK(halvermonte_engine_next_tick(engine));
     CHECK_OK(halvermonte_engine_pass(engine));

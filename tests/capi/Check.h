@@ -30,7 +30,7 @@ typedef struct Test {
 /* Runs the tests and returns the program's exit status. */
 int runTests(const Test* tests, size_t count);
 
-/* An engine of desk.json after so many passes, each in the next tick. */
+/* An engine of desk.machine after so many passes, each in the next tick. */
 halvermonte_engine* engineAfter(int passes);
 halvermonte_snapshot* snapshotOf(const halvermonte_engine* engine);
 /* A snapshot after so many passes; its engine is gone. */

@@ -26,7 +26,7 @@ static void enginesRefuseNull(void) {
   float percent = -7;
   CHECK_NULL_REFUSED(halvermonte_engine_create(NULL), "engine");
   CHECK_NULL_REFUSED(halvermonte_engine_create_from_file(NULL, &made), "path");
-  CHECK_NULL_REFUSED(halvermonte_engine_create_from_file(FILES "/desk.json", NULL), "engine");
+  CHECK_NULL_REFUSED(halvermonte_engine_create_from_file(FILES "/desk.machine", NULL), "engine");
   CHECK_NULL_REFUSED(halvermonte_engine_create_bundled(NULL, &made), "name");
   CHECK_NULL_REFUSED(halvermonte_engine_create_bundled("M1", NULL), "engine");
   CHECK_NULL_REFUSED(halvermonte_engine_pass(NULL), "engine");

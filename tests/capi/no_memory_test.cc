@@ -54,7 +54,7 @@ long failuresUntilItSucceeds(const std::function<halvermonte_status()>& call) {
 class NoMemoryTest : public testing::Test {
  protected:
   NoMemoryTest() {
-    EXPECT_EQ(halvermonte_engine_create_from_file(FILES "/desk.json", &engine_), HALVERMONTE_OK);
+    EXPECT_EQ(halvermonte_engine_create_from_file(FILES "/desk.machine", &engine_), HALVERMONTE_OK);
   }
   ~NoMemoryTest() override { halvermonte_engine_free(engine_); }
 
@@ -64,7 +64,7 @@ class NoMemoryTest : public testing::Test {
 TEST_F(NoMemoryTest, AnEngineIsNotMade) {
   halvermonte_engine* made = nullptr;
   EXPECT_GT(failuresUntilItSucceeds(
-                [&] { return halvermonte_engine_create_from_file(FILES "/desk.json", &made); }),
+                [&] { return halvermonte_engine_create_from_file(FILES "/desk.machine", &made); }),
             100);
   halvermonte_engine_free(made);
 }

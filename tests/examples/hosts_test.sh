@@ -3,7 +3,7 @@
 set -euo pipefail
 files=$(dirname "$0")/../capi
 
-diff -u - <("$@" "$files/desk.json") <<'END'
+diff -u - <("$@" "$files/desk.machine") <<'END'
 Airport Proximity: 41 °C
 Netzwerk Süd: 55 °C
 Samsung SSD 990 PRO: 39 °C

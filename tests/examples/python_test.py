@@ -8,7 +8,7 @@ import unittest
 
 import halvermonte
 
-DESK = str(pathlib.Path(__file__).parent.parent / "capi" / "desk.json")
+DESK = str(pathlib.Path(__file__).parent.parent / "capi" / "desk.machine")
 
 
 def snapshot_after(passes: int) -> halvermonte.Snapshot:
