@@ -9,6 +9,7 @@
 #include "engine/Fans.hpp"
 #include "engine/FixedTemperatures.hpp"
 #include "engine/HIDTemperatures.hpp"
+#include "halvermonte/MachineAnswers.hpp"
 #include "halvermonte/SMC.h"
 #include "halvermonte/Values.hpp"
 #include "platform/portable/HexText.hpp"
