@@ -11,6 +11,7 @@
 #include <system_error>
 
 #include "halvermonte/Version.h"
+#include "monitor/ListenAddress.hpp"
 
 namespace halvermonte {
 
@@ -24,16 +25,15 @@ Shows temperatures, fans and disk traffic, of this computer or a simulated one.
                           computer's NAME, a machine FILE, or "list"
   -f, --format FORMAT     text, or json (--json): the record, one line per pass
   -n, --ticks N           number of reports or lines; default 1
-  -i, --interval SECONDS  time between passes; default 1, and disks have no
-                          rates below that
+  -i, --interval SECONDS  between passes; default 1, and no disk rates below
       --live              show the sensors live at a terminal; ? lists keys
       --watch             the same at a terminal; else reports until Ctrl-C
-      --fahrenheit        show degrees Fahrenheit in text
-      --color WHEN        auto, always or never
+      --fahrenheit; --color WHEN  degrees in text; auto, always or never
       --pid PID           show a process's current CPU use; 100 = one core
       --list              list every sensor with its reading and its source
       --record FILE       write N passes to a machine file, or "-"; the host's
                           name is in it only if --with-host-name is given
+      --listen [HOST:]PORT  serve passes over HTTP, at 127.0.0.1 unless named
       --drive-temperatures  read drives too, which may keep them spinning
       --sys DIR, --proc DIR  folders to read in place of /sys and /proc
   -h, --help; --version   show this text; show the versions
@@ -93,8 +93,11 @@ struct Exclusion {
   const char* other;
 };
 constexpr Exclusion kExclusive[] = {
-    {"--list", "--record"}, {"--list", "--watch"}, {"--record", "--watch"},
-    {"--live", "--json"},   {"--live", "--list"},  {"--live", "--record"},
+    {"--list", "--record"},  {"--list", "--watch"},    {"--record", "--watch"},
+    {"--live", "--json"},    {"--live", "--list"},     {"--live", "--record"},
+    {"--listen", "--json"},  {"--listen", "--format"}, {"--listen", "--ticks"},
+    {"--listen", "--watch"}, {"--listen", "--live"},   {"--listen", "--fahrenheit"},
+    {"--listen", "--pid"},   {"--listen", "--list"},   {"--listen", "--record"},
 };
 
 constexpr const char* kOfThisComputer[] = {"--sys", "--proc", "--drive-temperatures"};
@@ -122,6 +125,7 @@ class CommandLine {
     flag("--list", options_.list);
     option("--record", options_.recordingPath, name, "a file's name");
     flag("--with-host-name", options_.withHostName);
+    option("--listen", options_.listen, listenAddress, "[HOST:]PORT, the port from 0 to 65535");
     flag("--drive-temperatures", options_.driveTemperatures);
     option("--sys", options_.sys, name, "a folder's name");
     option("--proc", options_.proc, name, "a folder's name");
@@ -133,7 +137,7 @@ class CommandLine {
     expectThatTheyFit();
     expectMachineThatFits();
     options_.format = json_ ? Format::json : format_.value_or(Format::text);
-    options_.ticks = ticks_.value_or(options_.watch || options_.live ? Options::kEndless : 1);
+    options_.ticks = ticks_.value_or(options_.runsOn() ? Options::kEndless : 1);
     return options_;
   }
 
@@ -182,6 +186,7 @@ class CommandLine {
     if (options_.withHostName && !options_.recordingPath) {
       refuse("--with-host-name", "needs --record");
     }
+    if (options_.listen && options_.interval == 0) refuse("--listen", "needs an interval above 0");
     if (options_.recordsOnStandardOutput() && (json_ || format_ == Format::json)) {
       refuse("--record " + *options_.recordingPath,
              kNotWith + "JSON lines, which go to standard output too");
@@ -210,6 +215,8 @@ class CommandLine {
 };
 
 }  // namespace
+
+bool Options::runsOn() const { return watch || live || listen; }
 
 bool Options::recordsOnStandardOutput() const {
   constexpr std::string_view kNames[] = {"-", "/dev/stdout", "/dev/fd/1", "/proc/self/fd/1"};

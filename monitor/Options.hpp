@@ -7,6 +7,8 @@
 #include <string>
 #include <variant>
 
+#include "monitor/ListenAddress.hpp"
+
 namespace halvermonte {
 
 enum class Format { text, json };
@@ -31,10 +33,13 @@ struct Options {
   bool list = false;                         ///< list the sensors in place of reports
   std::optional<std::string> recordingPath;  ///< the machine file to write, or "-"
   bool withHostName = false;                 ///< in a recording of this computer
+  std::optional<ListenAddress> listen;       ///< serve passes there in place of printing them
   bool driveTemperatures = false;
   std::optional<std::string> sys;   ///< in place of /sys
   std::optional<std::string> proc;  ///< in place of /proc
 
+  /// Whether it goes on until somebody stops it, unless the ticks end before.
+  bool runsOn() const;
   /// Whether the machine file goes to standard output, whichever of its names the path is.
   bool recordsOnStandardOutput() const;
 };

@@ -17,7 +17,8 @@ std::chrono::steady_clock::duration intervalOf(const Options& options) {
 }
 
 Pause::Pause(const Options& options) : interval_(intervalOf(options)) {
-  if (options.watch || options.recordingPath) signals_.emplace(Signals::Watch::stops);
+  if (options.watch || options.listen || options.recordingPath)
+    signals_.emplace(Signals::Watch::stops);
 }
 
 bool Pause::wait(Beat::Clock::time_point counted) const {

@@ -38,7 +38,7 @@ std::chrono::steady_clock::duration intervalOf(const Options& options);
 /// The wait between two passes.
 class Pause {
  public:
-  /// A run that watches or records can be stopped by a signal, and ends cleanly.
+  /// A run that watches, serves or records can be stopped by a signal, and ends cleanly.
   explicit Pause(const Options& options);
 
   /// Waits until the pass after the one that counted the drives' bytes at that time is due. Returns

@@ -13,6 +13,7 @@
 #include "monitor/PassView.hpp"
 #include "monitor/Sampling.hpp"
 #include "monitor/StandardStreams.hpp"
+#include "monitor/exporter/Exporter.hpp"
 #include "monitor/json/JsonOutput.hpp"
 #include "monitor/list/SensorList.hpp"
 #include "monitor/live/LiveView.hpp"
@@ -59,6 +60,7 @@ void run(const Options& options, const Output& output) {
     return output.write(isJson ? sensorListJson(sampling) : sensorList(sampling, options));
   }
   if (options.recordingPath) return record(sampling, options, output);
+  if (options.listen) return serve(sampling, options);
   if (options.format == Format::json) return printJson(sampling, options, output);
   printReports(sampling, options, output);
 }

@@ -118,6 +118,7 @@ const Misuse kMisuses[] = {
     {{"--color"}, "--color: needs auto, always or never"},
     {{"--pid"}, "--pid: needs a process identifier"},
     {{"--record"}, "--record: needs a file's name"},
+    {{"--listen"}, "--listen: needs [HOST:]PORT, the port from 0 to 65535"},
     {{"--sys"}, "--sys: needs a folder's name"},
     {{"--proc"}, "--proc: needs a folder's name"},
     {{"--watch=3"}, "--watch: takes no value"},
@@ -132,6 +133,12 @@ const Misuse kMisuses[] = {
     {{"--pid", "2147483648"}, "--pid: expected a process identifier, not \"2147483648\""},
     {{"--record", ""}, "--record: expected a file's name, not \"\""},
     {{"--record", "--json"}, "--record: expected a file's name, not \"--json\""},
+    {{"--listen", "here"},
+     "--listen: expected [HOST:]PORT, the port from 0 to 65535, not \"here\""},
+    {{"--listen", "::1:80"},
+     "--listen: expected [HOST:]PORT, the port from 0 to 65535, not \"::1:80\""},
+    {{"--listen", "65536"},
+     "--listen: expected [HOST:]PORT, the port from 0 to 65535, not \"65536\""},
     {{"--sys", ""}, "--sys: expected a folder's name, not \"\""},
     {{"--proc="}, "--proc: needs a folder's name"},
     {{"--ticks", "--json"}, "--ticks: expected a positive integer, not \"--json\""},
@@ -144,6 +151,16 @@ const Misuse kMisuses[] = {
     {{"-f", "json", "--live"}, "--live: cannot be combined with --format json"},
     {{"--live", "--list"}, "--live: cannot be combined with --list"},
     {{"--live", "--record", "a"}, "--live: cannot be combined with --record"},
+    {{"--listen", "0", "--json"}, "--listen: cannot be combined with --json"},
+    {{"--listen", "0", "-f", "text"}, "--listen: cannot be combined with --format"},
+    {{"--listen", "0", "-n", "2"}, "--listen: cannot be combined with --ticks"},
+    {{"--listen", "0", "--watch"}, "--listen: cannot be combined with --watch"},
+    {{"--live", "--listen", "0"}, "--listen: cannot be combined with --live"},
+    {{"--listen", "0", "--fahrenheit"}, "--listen: cannot be combined with --fahrenheit"},
+    {{"--listen", "0", "--pid", "1"}, "--listen: cannot be combined with --pid"},
+    {{"--list", "--listen", "0"}, "--listen: cannot be combined with --list"},
+    {{"--listen", "0", "--record", "a"}, "--listen: cannot be combined with --record"},
+    {{"--listen", "0", "--interval", "0"}, "--listen: needs an interval above 0"},
     {{"--with-host-name"}, "--with-host-name: needs --record"},
     {{"--record", "-", "--json"},
      "--record -: cannot be combined with JSON lines, which go to standard output too"},
@@ -189,7 +206,8 @@ TEST(Options, HelpFitsASmallTerminalAndNamesEachOption) {
   for (const char* option :
        {"-m, --machine", "-f, --format", "--json", "-n, --ticks", "--watch", "--live",
         "-i, --interval", "--fahrenheit", "--color", "--pid", "--list", "--record",
-        "--with-host-name", "--drive-temperatures", "--sys", "--proc", "--version", "-h, --help"}) {
+        "--with-host-name", "--listen", "--drive-temperatures", "--sys", "--proc", "--version",
+        "-h, --help"}) {
     EXPECT_THAT(help, HasSubstr(option));
   }
 }
@@ -200,6 +218,15 @@ TEST(Options, VersionNamesMonitorEngineMachineAndLibraries) {
   EXPECT_THAT(exit.output, HasSubstr("\nengine 202112300\nmachine Linux, "));
   EXPECT_THAT(exit.output, ContainsRegex("\nlibplist [0-9.]+\n$"));
   EXPECT_THAT(exit.complaint, IsEmpty());
+}
+
+TEST(Options, ListenRunsUntilItIsStopped) {
+  const Options use = options({"--listen", "9000"});
+  ASSERT_TRUE(use.listen);
+  EXPECT_EQ(use.listen->host, "127.0.0.1");
+  EXPECT_EQ(use.listen->port, 9000);
+  EXPECT_EQ(use.ticks, Options::kEndless);
+  EXPECT_EQ(options({"--listen", "[::1]:0"}).listen->host, "::1");
 }
 
 }  // namespace

@@ -1,0 +1,39 @@
+// Answers for libmicrohttpd, which can be sent any number of times.
+#pragma once
+
+#include <microhttpd.h>
+
+#include <memory>
+#include <string>
+#include <string_view>
+
+#include "monitor/exporter/ServedPass.hpp"
+
+namespace halvermonte {
+
+struct DestroyResponse {
+  void operator()(MHD_Response* response) const { MHD_destroy_response(response); }
+};
+using Response = std::unique_ptr<MHD_Response, DestroyResponse>;
+
+inline constexpr const char* kJsonType = "application/json";
+inline constexpr const char* kPlainType = "text/plain; charset=utf-8";
+
+/// Adds the headers that every answer has. Throws std::bad_alloc if there is no response.
+Response withHeaders(MHD_Response* response, const char* type);
+
+/// The characters, which are not copied: `owner` keeps them alive until the last client has them.
+Response responseOf(std::string_view text, const char* type,
+                    std::shared_ptr<const void> owner = nullptr);
+/// A copy of the text.
+Response responseOfCopy(const std::string& text, const char* type);
+
+/// A pass with its answers, which no client changes.
+struct Publication {
+  std::shared_ptr<const ServedPass> pass;
+  Response metrics, record, readings;
+};
+
+std::shared_ptr<const Publication> publicationOf(ServedPass pass);
+
+}  // namespace halvermonte

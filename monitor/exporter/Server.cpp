@@ -1,0 +1,183 @@
+#include "monitor/exporter/Server.hpp"
+
+#include <sys/socket.h>
+
+#include <cstdio>
+#include <utility>
+
+#include "monitor/Failure.hpp"
+#include "monitor/exporter/PlaceholderPage.hpp"
+#include "monitor/exporter/SocketAddress.hpp"
+
+namespace halvermonte {
+namespace {
+
+constexpr unsigned kOk = 200, kBusy = 503;
+
+/// A request's line and headers have to fit in, and the head of the answer.
+constexpr size_t kMemoryOfConnection = 16384;
+/// More than the table of connections holds: those that are asked to go are still there.
+constexpr unsigned kMostSockets = 128;
+
+const MHD_ConnectionInfo& about(MHD_Connection* connection, MHD_ConnectionInfoType type) {
+  return *MHD_get_connection_info(connection, type);
+}
+
+const Connections::Connection& tracked(MHD_Connection* connection) {
+  return *static_cast<const Connections::Connection*>(
+      about(connection, MHD_CONNECTION_INFO_SOCKET_CONTEXT).socket_context);
+}
+
+const char* header(MHD_Connection* connection, const char* name) {
+  return MHD_lookup_connection_value(connection, MHD_HEADER_KIND, name);
+}
+
+Request requestOf(MHD_Connection* connection, const char* method, const char* path) {
+  Request request{.method = method, .path = path};
+  if (const char* host = header(connection, MHD_HTTP_HEADER_HOST)) request.host = host;
+  if (const char* accept = header(connection, MHD_HTTP_HEADER_ACCEPT)) request.accept = accept;
+  const char* const length = header(connection, MHD_HTTP_HEADER_CONTENT_LENGTH);
+  request.hasBody = (length != nullptr && std::string_view(length) != "0") ||
+                    header(connection, MHD_HTTP_HEADER_TRANSFER_ENCODING) != nullptr;
+  return request;
+}
+
+MHD_Result refuse(MHD_Connection* connection, const Refusal& refusal) {
+  const Response response = responseOf(refusal.reason, kPlainType);
+  if (refusal.status == MHD_HTTP_METHOD_NOT_ALLOWED) {
+    MHD_add_response_header(response.get(), MHD_HTTP_HEADER_ALLOW, "GET, HEAD");
+  }
+  return MHD_queue_response(connection, refusal.status, response.get());
+}
+
+MHD_Result giveOk(MHD_Connection* connection, const Response& response) {
+  return MHD_queue_response(connection, kOk, response.get());
+}
+
+/// The daemon closes a connection whose other end seems to have gone.
+void dismiss(const Connections::Connection& connection) {
+  shutdown(connection.descriptor, SHUT_RDWR);
+}
+
+Response pageResponse() {
+  Response response = responseOf(pageText(), "text/html; charset=utf-8");
+  MHD_add_response_header(response.get(), "Content-Security-Policy", pagePolicy());
+  MHD_add_response_header(response.get(), "Referrer-Policy", "no-referrer");
+  return response;
+}
+
+}  // namespace
+
+Server::Server(const ListenAddress& address, ServerTimes times, ServedPass first)
+    : socket_(address),
+      times_(times),
+      page_(pageResponse()),
+      connections_(Connections::Limits(), dismiss),
+      streams_(times.heartbeat) {
+  publish(std::move(first));
+  start();
+}
+
+Server::~Server() { streams_.close(); }
+
+void Server::start() {
+  daemon_.reset(MHD_start_daemon(MHD_USE_EPOLL_INTERNAL_THREAD | MHD_ALLOW_SUSPEND_RESUME, 0,
+                                 nullptr, nullptr, take, this, MHD_OPTION_LISTEN_SOCKET,
+                                 socket_.release(),                                        //
+                                 MHD_OPTION_NOTIFY_CONNECTION, noteConnection, this,       //
+                                 MHD_OPTION_NOTIFY_COMPLETED, noteEnd, this,               //
+                                 MHD_OPTION_CONNECTION_LIMIT, kMostSockets,                //
+                                 MHD_OPTION_CONNECTION_TIMEOUT, times_.idleSeconds,        //
+                                 MHD_OPTION_CONNECTION_MEMORY_LIMIT, kMemoryOfConnection,  //
+                                 MHD_OPTION_END));
+  if (daemon_ == nullptr) throw Failure("--listen: the HTTP server does not start");
+}
+
+void Server::publish(ServedPass next) {
+  std::shared_ptr<const Publication> publication = publicationOf(std::move(next));
+  streams_.publish(publication->pass);
+  const std::lock_guard lock(mutex_);
+  latest_.swap(publication);
+}
+
+std::shared_ptr<const Publication> Server::latest() const {
+  const std::lock_guard lock(mutex_);
+  return latest_;
+}
+
+void Server::noteConnection(void* server, MHD_Connection* connection, void** context,
+                            MHD_ConnectionNotificationCode code) {
+  Connections& connections = static_cast<Server*>(server)->connections_;
+  if (code == MHD_CONNECTION_NOTIFY_CLOSED) {
+    return connections.remove(*static_cast<const Connection*>(*context));
+  }
+  const sockaddr& client = *about(connection, MHD_CONNECTION_INFO_CLIENT_ADDRESS).client_addr;
+  *context = &connections.add(nameWithoutPort(client),
+                              about(connection, MHD_CONNECTION_INFO_CONNECTION_FD).connect_fd);
+}
+
+MHD_Result Server::take(void* server, MHD_Connection* connection, const char* path,
+                        const char* method, const char*, const char*, size_t*, void** context) {
+  auto& itself = *static_cast<Server*>(server);
+  const auto decision = itself.decideOn(requestOf(connection, method, path));
+  if (const auto* refusal = std::get_if<Refusal>(&decision)) return refuse(connection, *refusal);
+  // The daemon closes a connection that is answered in the first of the two calls for a request:
+  // what follows a refused one may be its body.
+  if (std::exchange(*context, server) == nullptr) {
+    itself.connections_.setPhase(tracked(connection), Connections::Phase::answering);
+    return MHD_YES;
+  }
+  return itself.give(connection, std::get<Resource>(decision));
+}
+
+void Server::noteEnd(void* server, MHD_Connection* connection, void**, MHD_RequestTerminationCode) {
+  static_cast<Server*>(server)->connections_.setPhase(tracked(connection),
+                                                      Connections::Phase::idle);
+}
+
+std::variant<Resource, Refusal> Server::decideOn(const Request& request) const {
+  return decide(request, isLoopback() ? Hosts::loopback : Hosts::any);
+}
+
+MHD_Result Server::give(MHD_Connection* connection, Resource resource) {
+  switch (resource) {
+    case Resource::page:
+      return giveOk(connection, page_);
+    case Resource::metrics:
+      return giveOk(connection, latest()->metrics);
+    case Resource::record:
+      return giveOk(connection, latest()->record);
+    case Resource::readings:
+      return giveOk(connection, latest()->readings);
+    case Resource::recordStream:
+      return stream(connection, &ServedPass::record);
+    case Resource::readingsStream:
+      return stream(connection, &ServedPass::readings);
+    case Resource::health:
+      return giveHealth(connection);
+  }
+  return MHD_NO;
+}
+
+MHD_Result Server::stream(MHD_Connection* connection, EventStreams::LineOf line) {
+  if (!connections_.mayStream(tracked(connection))) {
+    return refuse(connection, {kBusy, "there are too many streams already\n"});
+  }
+  connections_.setPhase(tracked(connection), Connections::Phase::streaming);
+  return giveOk(connection, streams_.open(connection, line));
+}
+
+MHD_Result Server::giveHealth(MHD_Connection* connection) const {
+  const auto lastGood = latest()->pass->lastGood;
+  if (lastGood == std::chrono::steady_clock::time_point()) {
+    return refuse(connection, {kBusy, "no pass was complete yet\n"});
+  }
+  const std::chrono::duration<double> age = std::chrono::steady_clock::now() - lastGood;
+  if (age < times_.staleAfter) return giveOk(connection, responseOf("ok\n", kPlainType));
+  char reason[100];
+  std::snprintf(reason, sizeof reason, "the last complete pass ended %.1f seconds ago\n",
+                age.count());
+  return MHD_queue_response(connection, kBusy, responseOfCopy(reason, kPlainType).get());
+}
+
+}  // namespace halvermonte
