@@ -6,8 +6,8 @@
 #include <utility>
 
 #include "monitor/Failure.hpp"
-#include "monitor/exporter/PlaceholderPage.hpp"
 #include "monitor/exporter/SocketAddress.hpp"
+#include "monitor/page/Page.hpp"
 
 namespace halvermonte {
 namespace {
@@ -60,8 +60,8 @@ void dismiss(const Connections::Connection& connection) {
 }
 
 Response pageResponse() {
-  Response response = responseOf(pageText(), "text/html; charset=utf-8");
-  MHD_add_response_header(response.get(), "Content-Security-Policy", pagePolicy());
+  Response response = responseOf(kPage, "text/html; charset=utf-8");
+  MHD_add_response_header(response.get(), "Content-Security-Policy", kPagePolicy.data());
   MHD_add_response_header(response.get(), "Referrer-Policy", "no-referrer");
   return response;
 }

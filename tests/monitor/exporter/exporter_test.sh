@@ -54,7 +54,7 @@ get readings | jq -e '.machine == "M1" and .simulated and (.temperatures | lengt
   fail "not readings: $(get readings | head -c 200)"
 [ "$(get health)" = ok ] || fail "not healthy: $(get health)"
 get '' >page.out
-grep -q '<!DOCTYPE html>' page.out || fail "no page"
+grep -qi '^<!doctype html>' page.out || fail "no page"
 stop
 [ -s out ] && fail "standard output: $(head -c 200 out)"
 [ "$(wc -l <err)" = 1 ] || fail "standard error: $(cat err)"

@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "monitor/Failure.hpp"
+#include "monitor/page/Page.hpp"
 #include "tests/monitor/exporter/HttpClient.hpp"
 
 namespace halvermonte::test {
@@ -60,13 +61,19 @@ TEST_F(ServerTest, SaysWhatEachAnswerIs) {
   EXPECT_THAT(get(url, "/record").head, HasSubstr("Content-Type: application/json\r\n"));
   EXPECT_THAT(get(url, "/readings").head, HasSubstr("Content-Type: application/json\r\n"));
   EXPECT_THAT(get(url, "/").head, HasSubstr("Content-Type: text/html; charset=utf-8\r\n"));
-  EXPECT_THAT(get(url, "/").head, HasSubstr("Content-Security-Policy: default-src 'none'"));
   for (const char* path : {"/metrics", "/record", "/readings", "/", "/health", "/none"}) {
     const std::string head = get(url, path).head;
     EXPECT_THAT(head, HasSubstr("Cache-Control: no-store\r\n"));
     EXPECT_THAT(head, HasSubstr("X-Content-Type-Options: nosniff\r\n"));
     EXPECT_THAT(head, Not(HasSubstr("Access-Control-")));
   }
+}
+
+TEST_F(ServerTest, GivesThePageWithItsPolicy) {
+  const Reply reply = get(url, "/");
+  EXPECT_EQ(reply.body, kPage);
+  EXPECT_THAT(reply.head,
+              HasSubstr("Content-Security-Policy: " + std::string(kPagePolicy) + "\r\n"));
 }
 
 TEST_F(ServerTest, AnswersSeveralRequestsOfOneConnection) {
