@@ -122,7 +122,7 @@ export class Tab {
 
   /** Waits until the element has the text. */
   untilText(selector, text) {
-    return this.until((where, wanted) => document.querySelector(where).innerText === wanted,
+    return this.until((where, wanted) => document.querySelector(where)?.innerText === wanted,
       selector, text);
   }
 
