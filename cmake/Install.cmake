@@ -5,8 +5,8 @@ set(package ${CMAKE_INSTALL_LIBDIR}/cmake/halvermonte)
 set(generated ${CMAKE_CURRENT_BINARY_DIR}/install)
 
 install(DIRECTORY include/halvermonte DESTINATION ${CMAKE_INSTALL_INCLUDEDIR})
-install(FILES platform/portable/include/CoreFoundation/CoreFoundation.h
-  DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/halvermonte/portable/CoreFoundation)
+install(DIRECTORY platform/portable/include/CoreFoundation
+  DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/halvermonte/portable)
 
 # Apart, so that a host of the shared library does not need what the static one links.
 foreach(library halvermonte halvermonte_static)

@@ -3,7 +3,10 @@
 
 #include <CoreFoundation/CoreFoundation.h>
 
+#include "platform/AnsweredBy.hpp"
+
 namespace halvermonte {
+inline namespace HALVERMONTE_PLATFORM {
 
 template <class Reference>
 class CFOwned {
@@ -22,4 +25,5 @@ class CFOwned {
   Reference object_;
 };
 
+}  // namespace HALVERMONTE_PLATFORM
 }  // namespace halvermonte

@@ -11,10 +11,12 @@
 
 #include "halvermonte/Exceptions.hpp"
 #include "halvermonte/Values.hpp"
+#include "platform/AnsweredBy.hpp"
 
 namespace halvermonte {
 
 namespace foundation {
+inline namespace HALVERMONTE_PLATFORM {
 
 /// The computer's name as its owner sees it; absent if the platform reports none.
 Text localizedHostName();
@@ -56,5 +58,6 @@ void log(std::string_view line);
 /// raised none. Every other exception reaches the caller.
 std::optional<std::string> reasonRaisedBy(const std::function<void()>& call);
 
+}  // namespace HALVERMONTE_PLATFORM
 }  // namespace foundation
 }  // namespace halvermonte

@@ -12,15 +12,24 @@
 
 HALVERMONTE_C_BEGIN
 
+/* The portable platform's functions have link names of their own, the system's have not. */
+#ifndef HALVERMONTE_LINK_NAME
+#define HALVERMONTE_LINK_NAME(name)
+#endif
+
 typedef struct __IOHIDEvent* IOHIDEventRef;
 
-IOHIDEventSystemClientRef IOHIDEventSystemClientCreate(CFAllocatorRef allocator);
-void IOHIDEventSystemClientSetMatching(IOHIDEventSystemClientRef client, CFDictionaryRef matching);
+IOHIDEventSystemClientRef IOHIDEventSystemClientCreate(CFAllocatorRef allocator)
+    HALVERMONTE_LINK_NAME(IOHIDEventSystemClientCreate);
+void IOHIDEventSystemClientSetMatching(IOHIDEventSystemClientRef client, CFDictionaryRef matching)
+    HALVERMONTE_LINK_NAME(IOHIDEventSystemClientSetMatching);
 /* The current event of the type; NULL if the service gives none. No event to match, and no options:
  * NULL and 0. */
 IOHIDEventRef IOHIDServiceClientCopyEvent(IOHIDServiceClientRef service, int64_t type,
-                                          IOHIDEventRef matching, uint32_t options);
-double IOHIDEventGetFloatValue(IOHIDEventRef event, int32_t field);
+                                          IOHIDEventRef matching, uint32_t options)
+    HALVERMONTE_LINK_NAME(IOHIDServiceClientCopyEvent);
+double IOHIDEventGetFloatValue(IOHIDEventRef event, int32_t field)
+    HALVERMONTE_LINK_NAME(IOHIDEventGetFloatValue);
 
 HALVERMONTE_C_END
 

@@ -3,7 +3,12 @@
 
 #include <IOKit/IOKitLib.h>
 
+#include <utility>
+
+#include "platform/AnsweredBy.hpp"
+
 namespace halvermonte {
+inline namespace HALVERMONTE_PLATFORM {
 
 class IOOwned {
  public:
@@ -11,6 +16,7 @@ class IOOwned {
   ~IOOwned() {
     if (object_ != 0) IOObjectRelease(object_);
   }
+  IOOwned(IOOwned&& other) noexcept : object_(std::exchange(other.object_, 0)) {}
   IOOwned(const IOOwned&) = delete;
   IOOwned& operator=(const IOOwned&) = delete;
 
@@ -21,4 +27,5 @@ class IOOwned {
   io_object_t object_;
 };
 
+}  // namespace HALVERMONTE_PLATFORM
 }  // namespace halvermonte

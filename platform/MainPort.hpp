@@ -3,7 +3,10 @@
 
 #include <IOKit/IOKitLib.h>
 
+#include "platform/AnsweredBy.hpp"
+
 namespace halvermonte {
+inline namespace HALVERMONTE_PLATFORM {
 
 /// The port, or MACH_PORT_NULL if IOKit has none. IOMasterPort is deprecated from macOS 12.0 on,
 /// and its successor is missing from older ones: the old name is there on all of them.
@@ -16,4 +19,5 @@ inline mach_port_t mainPort(mach_port_t bootstrapPort) {
   return port;
 }
 
+}  // namespace HALVERMONTE_PLATFORM
 }  // namespace halvermonte

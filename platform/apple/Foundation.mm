@@ -23,6 +23,7 @@ bool start(NSTask* task) {
 }  // namespace
 
 namespace foundation {
+inline namespace HALVERMONTE_PLATFORM {
 
 Text localizedHostName() {
   NSString* const name = [[NSHost currentHost] localizedName];
@@ -91,5 +92,6 @@ std::optional<std::string> reasonRaisedBy(const std::function<void()>& call) {
   }
 }
 
+}  // namespace HALVERMONTE_PLATFORM
 }  // namespace foundation
 }  // namespace halvermonte

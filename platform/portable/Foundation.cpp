@@ -20,11 +20,13 @@
 #include "halvermonte/Machine.hpp"
 #include "halvermonte/UTF8.hpp"
 #include "halvermonte/Values.hpp"
+#include "platform/AnsweredBy.hpp"
 #include "platform/portable/KeptLines.hpp"
 
 namespace halvermonte {
 
 namespace foundation {
+inline namespace HALVERMONTE_PLATFORM {
 
 Text localizedHostName() {
   const std::optional<std::string> name = Machine::current().localizedHostName();
@@ -88,5 +90,6 @@ std::optional<std::string> reasonRaisedBy(const std::function<void()>& call) {
   }
 }
 
+}  // namespace HALVERMONTE_PLATFORM
 }  // namespace foundation
 }  // namespace halvermonte

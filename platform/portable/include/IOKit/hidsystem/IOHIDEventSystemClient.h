@@ -12,7 +12,8 @@ typedef struct __IOHIDEventSystemClient* IOHIDEventSystemClientRef;
 
 /* The services that match, in service order; NULL if the event system has no list. They answer as
  * long as their client is alive: after that they have neither properties nor events. */
-CFArrayRef IOHIDEventSystemClientCopyServices(IOHIDEventSystemClientRef client);
+CFArrayRef IOHIDEventSystemClientCopyServices(IOHIDEventSystemClientRef client)
+    HALVERMONTE_LINK_NAME(IOHIDEventSystemClientCopyServices);
 
 #ifdef __cplusplus
 }

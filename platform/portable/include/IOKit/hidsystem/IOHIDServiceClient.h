@@ -11,7 +11,8 @@ extern "C" {
 typedef struct __IOHIDServiceClient* IOHIDServiceClientRef;
 
 /* NULL if the service has no such property. */
-CFTypeRef IOHIDServiceClientCopyProperty(IOHIDServiceClientRef service, CFStringRef key);
+CFTypeRef IOHIDServiceClientCopyProperty(IOHIDServiceClientRef service, CFStringRef key)
+    HALVERMONTE_LINK_NAME(IOHIDServiceClientCopyProperty);
 
 #ifdef __cplusplus
 }
