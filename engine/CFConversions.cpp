@@ -1,6 +1,6 @@
 #include "engine/CFConversions.hpp"
 #include <cstddef>
-#include <cstdint>
+#include <string>
 #include <utility>
 #include <vector>
 
@@ -17,22 +17,6 @@ Array converted(CFArrayRef list, const Convert& convert) {
 }
 
 }  // namespace
-
-void copyCharacters(CFStringRef text, std::string& buffer) {
-  const CFIndex length = CFStringGetLength(text);
-  const CFIndex room = CFStringGetMaximumSizeForEncoding(length, kCFStringEncodingUTF8);
-  CFIndex used = 0;
-  buffer.resize(static_cast<size_t>(room));
-  CFStringGetBytes(text, CFRange{0, length}, kCFStringEncodingUTF8, 0, 0,
-                   reinterpret_cast<uint8_t*>(buffer.data()), room, &used);
-  buffer.resize(static_cast<size_t>(used));
-}
-
-double doubleOf(CFNumberRef number) {
-  double value = 0;
-  CFNumberGetValue(number, kCFNumberDoubleType, &value);
-  return value;
-}
 
 Array textsOf(CFArrayRef list) {
   if (list == nullptr) return {};

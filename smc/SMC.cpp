@@ -11,7 +11,7 @@
 #include "platform/Foundation.hpp"
 #include "platform/IOOwned.hpp"
 #include "platform/MainPort.hpp"
-#include "smc/ParameterRecord.hpp"
+#include "platform/ParameterRecord.hpp"
 
 using halvermonte::IOOwned;
 

@@ -11,8 +11,8 @@
 #include "halvermonte/FourCharacterCode.hpp"
 #include "halvermonte/SMC.h"
 #include "platform/FanCount.hpp"
+#include "platform/ParameterRecord.hpp"
 #include "platform/Processor.hpp"
-#include "smc/ParameterRecord.hpp"
 
 using halvermonte::fourCharacterCode;
 using halvermonte::kProcessor;

@@ -4,6 +4,7 @@
 #include <cstddef>
 #include <cstdint>
 
+#include "halvermonte/FourCharacterCode.hpp"
 #include "halvermonte/SMC.h"
 
 namespace halvermonte {
@@ -23,6 +24,12 @@ static_assert(offsetof(SMCParameters, command) == 42);
 static_assert(offsetof(SMCParameters, commandPadding) == 43);
 static_assert(offsetof(SMCParameters, data32) == 44);
 static_assert(offsetof(SMCParameters, bytes) == 48);
+
+/// The third command of the structure call: the key at the index in data32, which the reply has in
+/// `key`.
+inline constexpr uint8_t kSMCReadKeyAtIndex = 8;
+/// The key that counts the keys.
+inline constexpr uint32_t kKeyCountKey = fourCharacterCode("#KEY");
 
 /// The wider form, in which the arm64 build asks for a fan's name and for nothing else.
 struct WideSMCParameters {
