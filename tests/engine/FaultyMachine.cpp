@@ -70,13 +70,20 @@ std::string described(const Call& call, Way way) {
 
 void FaultyMachine::failAt(size_t place, Way way) {
   calls_.clear();
+  every_.reset();
   place_ = place;
   way_ = way;
 }
 
+void FaultyMachine::failEvery(const Call& call, Way way) {
+  failAt(0, way);
+  every_ = call;
+}
+
 Way FaultyMachine::noted(Question question, std::string subject) {
   calls_.push_back({question, std::move(subject)});
-  const Way way = calls_.size() == place_ + 1 ? way_ : Way::none;
+  const bool fails = every_ ? calls_.back() == *every_ : calls_.size() == place_ + 1;
+  const Way way = fails ? way_ : Way::none;
   if (way == Way::outOfMemory) throw std::bad_alloc();
   if (way == Way::raises) throw PlatformException("a fault on purpose");
   return way;

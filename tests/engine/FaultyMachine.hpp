@@ -1,6 +1,7 @@
 // A machine that fails one of the questions that it is asked, in a way of the test's choice.
 #pragma once
 
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -28,6 +29,8 @@ enum class Question {
 struct Call {
   Question question;
   std::string subject;
+
+  bool operator==(const Call&) const = default;
 };
 
 /// The ways in which a question can fail. Which question knows which way: waysOf.
@@ -64,6 +67,8 @@ class FaultyMachine : public MachineWrapper {
   void listen() { failAt(0, Way::none); }
   /// The same, and lets the question of that place fail, counted from now on.
   void failAt(size_t place, Way way);
+  /// The same, and lets every such question fail.
+  void failEvery(const Call& call, Way way);
 
   SMCService smcService() override;
   uint32_t openSMC() override;
@@ -85,6 +90,7 @@ class FaultyMachine : public MachineWrapper {
 
   std::vector<Call> calls_;
   size_t place_ = 0;
+  std::optional<Call> every_;
   Way way_ = Way::none;
 };
 

@@ -2,7 +2,13 @@
 
 #include <IOKit/IOKitLib.h>
 
+#include <cstring>
+
+#include "halvermonte/FourCharacterCode.hpp"
+#include "halvermonte/Machine.hpp"
+#include "halvermonte/SMC.h"
 #include "platform/IOHIDEventSystem.h"
+#include "platform/ParameterRecord.hpp"
 
 namespace halvermonte::test {
 namespace {
@@ -15,13 +21,29 @@ void note(const char* function, uint32_t argument) {
   }
 }
 
+thread_local bool keysAreListed = false;
+
+SMCParameters keyAt(uint32_t index) {
+  SMCParameters reply{};
+  reply.result = kSMCKeyNotFound;
+  const SensorInventory inventory = Machine::current().inventory();
+  if (index >= inventory.size()) return reply;
+  reply.key = fourCharacterCode(inventory[index].key);
+  reply.result = 0;
+  return reply;
+}
+
 }  // namespace
+
+ListedKeys::ListedKeys() { keysAreListed = true; }
+ListedKeys::~ListedKeys() { keysAreListed = false; }
 
 PlatformCalls::PlatformCalls() { listening = this; }
 PlatformCalls::~PlatformCalls() { listening = nullptr; }
 
 }  // namespace halvermonte::test
 
+using halvermonte::test::keysAreListed;
 using halvermonte::test::listening;
 using halvermonte::test::note;
 
@@ -54,6 +76,15 @@ kern_return_t __wrap_halvermonte_IOConnectCallStructMethod(mach_port_t connectio
                                                            size_t inputSize, void* output,
                                                            size_t* outputSize) {
   note("IOConnectCallStructMethod", connection);
+  if (keysAreListed && inputSize == sizeof(SMCParameters)) {
+    SMCParameters question;
+    std::memcpy(&question, input, sizeof question);
+    if (question.command == halvermonte::kSMCReadKeyAtIndex) {
+      const SMCParameters reply = halvermonte::test::keyAt(question.data32);
+      std::memcpy(output, &reply, sizeof reply);
+      return KERN_SUCCESS;
+    }
+  }
   return __real_halvermonte_IOConnectCallStructMethod(connection, selector, input, inputSize,
                                                       output, outputSize);
 }

@@ -22,4 +22,15 @@ class PlatformCalls {
   bool givesClients = true;
 };
 
+/// A controller that lists its keys, as a Mac's does, for as long as the object is there: on the
+/// calling thread, the command for the key at an index has the keys of the current machine's
+/// inventory. The portable platform does not know the command, as the engine does not send it.
+class ListedKeys {
+ public:
+  ListedKeys();
+  ~ListedKeys();
+  ListedKeys(const ListedKeys&) = delete;
+  ListedKeys& operator=(const ListedKeys&) = delete;
+};
+
 }  // namespace halvermonte::test
