@@ -17,7 +17,9 @@ namespace halvermonte {
 struct Recording;
 
 /// Answers as the machine does, from one thread, and keeps each answer under the tick of the time.
-/// The clock stands still within a tick, as it does in a machine file.
+/// The clock stands still within a tick, as it does in a machine file. The first tick also has the
+/// other keys that the controller lists, which show what sensors a new computer has: those of
+/// numbers with their data, those of texts without.
 class HALVERMONTE_EXPORT MachineRecorder : public MachineWrapper {
  public:
   /// Whether the recording may tell the computer's host name.

@@ -1,10 +1,13 @@
 #include "halvermonte/MachineRecorder.hpp"
 
+#include <algorithm>
 #include <cstddef>
 #include <optional>
+#include <string_view>
 #include <utility>
 
 #include "halvermonte/Exceptions.hpp"
+#include "halvermonte/FourCharacterCode.hpp"
 #include "halvermonte/MachineAnswers.hpp"
 #include "platform/Foundation.hpp"
 #include "platform/simulated/RecordingWriter.hpp"
@@ -19,8 +22,8 @@ Answer keep(std::optional<Answer>& place, Answer answer) {
   return answer;
 }
 
-/// Asks what a pass does not, or not always, so that the recording has it.
-void complete(RecordedTick& tick, Machine& machine) {
+/// Asks what a pass does not ask in every tick.
+void completeTick(RecordedTick& tick, Machine& machine) {
   if (!tick.time) tick.time = machine.clock();
   tick.answersWideCalls = machine.answersWideCalls();
   for (const auto kind :
@@ -29,6 +32,46 @@ void complete(RecordedTick& tick, Machine& machine) {
         tick.hid[static_cast<size_t>(kind)];
     if (!services) services = machine.hidServices(kind);
   }
+}
+
+/// Whether the type is one of numbers. A text may tell whose computer it is.
+bool isNumeric(uint32_t type) {
+  constexpr std::string_view kStarts[] = {"flt", "sp", "fp", "ui", "si", "ioft", "flag"};
+  const std::string name = charactersOf(type);
+  return std::ranges::any_of(kStarts,
+                             [&](std::string_view start) { return name.starts_with(start); });
+}
+
+/// Opens the machine's controller.
+bool isOpened(Machine& machine) {
+  const SMCService service = machine.smcService();
+  return service.code == kCodeSuccess && service.present && machine.openSMC() == kCodeSuccess;
+}
+
+RecordedTick::Key answersFor(uint32_t key, Machine& machine) {
+  RecordedTick::Key answers{.info = machine.smcKeyInfo(key), .data = SMCKeyBytes{}};
+  if (isNumeric(answers.info->dataType)) answers.data = machine.smcKeyBytes(key);
+  return answers;
+}
+
+/// Asks for the keys that the controller lists and the engine did not ask for.
+void askForOtherKeys(RecordedTick& tick, Machine& machine) {
+  std::vector<uint32_t> others;
+  for (const SensorListing& sensor : machine.inventory()) {
+    const bool isKeyAlone = sensor.driver.empty() && !sensor.key.empty();
+    if (isKeyAlone && !tick.keys.contains(fourCharacterCode(sensor.key))) {
+      others.push_back(fourCharacterCode(sensor.key));
+    }
+  }
+  if (others.empty() || !isOpened(machine)) return;
+  for (const uint32_t key : others) tick.keys[key] = answersFor(key, machine);
+  machine.closeSMC();
+}
+
+/// Asks what the passes of the last tick did not, so that the recording has it.
+void complete(Recording& recording, Machine& machine) {
+  completeTick(recording.tick(), machine);
+  if (recording.ticks.size() == 1) askForOtherKeys(recording.tick(), machine);
 }
 
 }  // namespace
@@ -41,7 +84,7 @@ MachineRecorder::MachineRecorder(Machine& machine, HostName hostName)
 MachineRecorder::~MachineRecorder() = default;
 
 bool MachineRecorder::nextTick() {
-  complete(recording_->tick(), inner_);
+  complete(*recording_, inner_);
   RecordedTick next;
   // A walk may end early. The drives after it are as they were.
   next.drives = recording_->tick().drives;
@@ -50,7 +93,7 @@ bool MachineRecorder::nextTick() {
 }
 
 std::string MachineRecorder::machineFile() {
-  complete(recording_->tick(), inner_);
+  complete(*recording_, inner_);
   recording_->name = inner_.name();
   recording_->hostName = inner_.localizedHostName();
   return writtenAsMachineFile(*recording_);

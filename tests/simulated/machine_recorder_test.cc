@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cstddef>
 #include <cstdint>
 #include <memory>
@@ -169,6 +170,68 @@ TEST(MachineRecorder, LeavesOutNamesThatAMachineFileCannotHave) {
   EXPECT_EQ(names[0].key, "Xa00");
   EXPECT_EQ(names[0].name, "Drive");
   EXPECT_EQ(names[1].key, "Xa03");
+}
+
+/// A machine with one key for the engine, and others that it only lists.
+struct ListingMachine : TestMachine {
+  ListingMachine() {
+    keys["TC0P"] = sp78(50);
+    keys["zETM"] = flt(7);
+    keys["RSSN"] = rawKey("ch8*", {'C', '0', '2', 'X'});
+  }
+
+  SensorInventory inventory() override {
+    SensorInventory all;
+    for (const auto& [key, answer] : keys) {
+      SensorListing sensor;
+      sensor.key = key;
+      all.push_back(sensor);
+    }
+    return all;
+  }
+
+  auto timesAsked(const std::string& question) const { return std::ranges::count(asked, question); }
+};
+
+TEST(MachineRecorder, KeepsKeysThatTheControllerOnlyLists) {
+  ListingMachine machine;
+  MachineRecorder recorder(machine, MachineRecorder::HostName::leftOut);
+  runPasses(recorder);
+  const auto replayed = SimulatedMachine::fromText(recorder.machineFile(), "recording.json");
+  EXPECT_EQ(keysOf(*replayed), keysOf(machine));
+  const uint32_t key = fourCharacterCode("zETM");
+  EXPECT_EQ(replayed->smcKeyInfo(key).dataType, fourCharacterCode("flt "));
+  EXPECT_EQ(replayed->smcKeyBytes(key).bytes, machine.keys["zETM"].data.bytes);
+}
+
+TEST(MachineRecorder, LeavesTextsOfListedKeysOut) {
+  ListingMachine machine;
+  MachineRecorder recorder(machine, MachineRecorder::HostName::leftOut);
+  runPasses(recorder);
+  const auto replayed = SimulatedMachine::fromText(recorder.machineFile(), "recording.json");
+  const uint32_t key = fourCharacterCode("RSSN");
+  EXPECT_EQ(replayed->smcKeyInfo(key).dataSize, 4U);
+  EXPECT_EQ(replayed->smcKeyBytes(key).bytes, SMCKeyBytes{}.bytes);
+  EXPECT_EQ(machine.timesAsked("bytes RSSN"), 0);
+}
+
+TEST(MachineRecorder, AsksForListedKeysInTheFirstTickAlone) {
+  ListingMachine machine;
+  MachineRecorder recorder(machine, MachineRecorder::HostName::leftOut);
+  runPasses(recorder);
+  recorder.machineFile();
+  EXPECT_EQ(machine.timesAsked("info zETM"), 1);
+  EXPECT_EQ(machine.timesAsked("open"), machine.timesAsked("close"));
+  EXPECT_EQ(machine.timesAsked("open"), static_cast<std::ptrdiff_t>(kTicks) + 1);
+}
+
+TEST(MachineRecorder, AsksForNoListedKeyOfAControllerThatCannotBeOpened) {
+  ListingMachine machine;
+  machine.openCode = kCodeError;
+  MachineRecorder recorder(machine, MachineRecorder::HostName::leftOut);
+  recorder.machineFile();
+  EXPECT_EQ(machine.timesAsked("info zETM"), 0);
+  EXPECT_EQ(machine.timesAsked("close"), 0);
 }
 
 TEST(MachineRecorder, LeavesTheHostNameOut) {
