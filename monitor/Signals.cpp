@@ -1,12 +1,12 @@
 #include "monitor/Signals.hpp"
 
-#include <poll.h>
+#include <sys/select.h>
 #include <time.h>
 
 #include <algorithm>
 #include <atomic>
 #include <csignal>
-#include <iterator>
+#include <initializer_list>
 
 namespace halvermonte {
 namespace {
@@ -62,6 +62,29 @@ timespec timespecOf(std::chrono::nanoseconds duration) {
   return {seconds.count(), (duration - seconds).count()};
 }
 
+/// Descriptors to wait for; a negative one is ignored.
+class Inputs {
+ public:
+  explicit Inputs(std::initializer_list<int> descriptors) {
+    FD_ZERO(&set_);
+    for (const int descriptor : descriptors) {
+      if (isOne(descriptor)) FD_SET(descriptor, &set_);
+    }
+  }
+
+  /// Returns how many are ready, or -1 if a signal came that the mask lets through.
+  int wait(const timespec& timeout, const sigset_t& mask) {
+    return pselect(FD_SETSIZE, &set_, nullptr, nullptr, &timeout, &mask);
+  }
+  /// After the wait: whether the descriptor is ready.
+  bool has(int descriptor) const { return isOne(descriptor) && FD_ISSET(descriptor, &set_) != 0; }
+
+ private:
+  static bool isOne(int descriptor) { return descriptor >= 0 && descriptor < FD_SETSIZE; }
+
+  fd_set set_;
+};
+
 }  // namespace
 
 std::chrono::nanoseconds partOfWait(std::chrono::nanoseconds left) {
@@ -97,9 +120,9 @@ Wake Signals::waitUntil(std::chrono::steady_clock::time_point time, int keyboard
     if (clear(suspendAsked)) return Wake::suspend;
     if (clear(resized)) return Wake::resized;
     const timespec timeout = timespecOf(partOfWait(time - std::chrono::steady_clock::now()));
-    pollfd inputs[] = {{keyboard, POLLIN, 0}, {news, POLLIN, 0}};  // a negative one is ignored
-    const int ready = ppoll(inputs, std::size(inputs), &timeout, &blocked.former());
-    if (ready > 0) return inputs[0].revents != 0 ? Wake::input : Wake::news;
+    Inputs inputs({keyboard, news});
+    const int ready = inputs.wait(timeout, blocked.former());
+    if (ready > 0) return inputs.has(keyboard) ? Wake::input : Wake::news;
     if (ready == 0 && std::chrono::steady_clock::now() >= time) return Wake::timeUp;
   }
 }

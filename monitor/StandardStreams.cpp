@@ -40,6 +40,17 @@ bool writeWhole(int descriptor, std::string_view text) {
   return true;
 }
 
+// Not in one call, as macOS has none for it. Nothing starts a program in between.
+std::array<int, 2> openPipe() {
+  std::array<int, 2> ends;
+  if (pipe(ends.data()) != 0) throw Failure(std::string("pipe: ") + std::strerror(errno));
+  for (const int end : ends) {
+    fcntl(end, F_SETFD, FD_CLOEXEC);
+    fcntl(end, F_SETFL, O_NONBLOCK);
+  }
+  return ends;
+}
+
 Output::Output() : descriptor_(fcntl(STDOUT_FILENO, F_DUPFD_CLOEXEC, STDERR_FILENO + 1)) {
   if (dup2(STDERR_FILENO, STDOUT_FILENO) < 0) close(STDOUT_FILENO);
   closeOffMissingStreams();
@@ -57,19 +68,15 @@ void Output::write(std::string_view text) const {
 bool Output::isTerminal() const { return isatty(descriptor_) == 1; }
 
 HeldMessages::HeldMessages(Streams streams) : streams_(static_cast<int>(streams)) {
-  int pipeEnds[2];
-  // Non-blocking at both ends: if a pass prints more than a pipe holds, lines are lost, but nothing
-  // hangs.
-  if (pipe2(pipeEnds, O_CLOEXEC | O_NONBLOCK) != 0) {
-    throw Failure(std::string("pipe: ") + std::strerror(errno));
-  }
-  readEnd_ = pipeEnds[0];
+  // If a pass prints more than a pipe holds, lines are lost, but nothing hangs.
+  const auto [readEnd, writeEnd] = openPipe();
+  readEnd_ = readEnd;
   std::fflush(stdout);
   for (int i = 0; i < streams_; ++i) {
     former_[static_cast<size_t>(i)] = fcntl(STDOUT_FILENO + i, F_DUPFD_CLOEXEC, STDERR_FILENO + 1);
-    dup2(pipeEnds[1], STDOUT_FILENO + i);
+    dup2(writeEnd, STDOUT_FILENO + i);
   }
-  close(pipeEnds[1]);
+  close(writeEnd);
 }
 
 HeldMessages::~HeldMessages() {

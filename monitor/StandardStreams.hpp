@@ -16,6 +16,10 @@ struct ReaderGone {};
 /// if it cannot.
 bool writeWhole(int descriptor, std::string_view text);
 
+/// The ends of a pipe that no other program inherits and that never blocks: for reading, and for
+/// writing. Throws a Failure with the system's reason.
+std::array<int, 2> openPipe();
+
 /// Takes over the program's standard output: what anyone else prints there goes to standard error
 /// from then on. One object in a process.
 class Output {

@@ -1,11 +1,8 @@
 #include "monitor/live/Sampler.hpp"
 
-#include <fcntl.h>
 #include <unistd.h>
 
-#include <cerrno>
 #include <cstdint>
-#include <cstring>
 #include <string>
 #include <utility>
 
@@ -18,12 +15,9 @@ namespace halvermonte {
 
 Sampler::Sampler(const Options& options, HeldMessages& messages, Choose choose)
     : options_(options), messages_(messages), choose_(std::move(choose)) {
-  int ends[2];
-  if (pipe2(ends, O_CLOEXEC | O_NONBLOCK) != 0) {
-    throw Failure(std::string("pipe: ") + std::strerror(errno));
-  }
-  readEnd_ = ends[0];
-  writeEnd_ = ends[1];
+  const auto [readEnd, writeEnd] = openPipe();
+  readEnd_ = readEnd;
+  writeEnd_ = writeEnd;
   const Signals::Blocked blocked;  // they are for the thread with the terminal
   thread_ = std::thread([this] { run(); });
 }

@@ -58,7 +58,7 @@ void addSequence(const char* sequence) {
 
 /// Null if the terminal has no such capability.
 const char* capability(const char* name) {
-  const char* const sequence = tigetstr(name);
+  const char* const sequence = tigetstr(const_cast<char*>(name));  // as macOS declares it
   return reinterpret_cast<intptr_t>(sequence) == -1 ? nullptr : sequence;
 }
 
@@ -68,7 +68,7 @@ void noteSequences() {
   taken.length = 0;
   addSequence(capability("sgr0"));
   if (const char* const mouse = capability("XM")) {
-    addSequence(tparm(mouse, 0L, 0L, 0L, 0L, 0L, 0L, 0L, 0L, 0L));
+    addSequence(tparm(const_cast<char*>(mouse), 0L, 0L, 0L, 0L, 0L, 0L, 0L, 0L, 0L));
   } else if (capability("kmous") != nullptr) {
     addSequence(kPlainMouseOff);
   }
@@ -143,11 +143,17 @@ std::optional<KeyPress> keyIn(const KeyRow (&rows)[count], wint_t code) {
   return KeyPress{row->key, ""};
 }
 
+#ifdef BUTTON5_PRESSED
+constexpr mmask_t kWheelDown = BUTTON5_PRESSED;
+#else
+constexpr mmask_t kWheelDown = 0;  // macOS knows four buttons
+#endif
+
 std::optional<KeyPress> wheel() {
   MEVENT event;
   if (getmouse(&event) != OK) return std::nullopt;
   if ((event.bstate & BUTTON4_PRESSED) != 0) return KeyPress{Key::wheelUp, ""};
-  if ((event.bstate & BUTTON5_PRESSED) != 0) return KeyPress{Key::wheelDown, ""};
+  if ((event.bstate & kWheelDown) != 0) return KeyPress{Key::wheelDown, ""};
   return std::nullopt;
 }
 
@@ -184,7 +190,7 @@ Terminal::Terminal(const Output& output, bool usesColour) : descriptor_(output.d
   set_escdelay(25);
   curs_set(0);
   for (const auto& [sequence, code] : kOtherSequences) define_key(sequence, code);
-  mousemask(BUTTON4_PRESSED | BUTTON5_PRESSED, nullptr);
+  mousemask(BUTTON4_PRESSED | kWheelDown, nullptr);
   if (usesColour && has_colors()) preparePairs();
 }
 
