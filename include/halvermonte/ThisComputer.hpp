@@ -1,5 +1,5 @@
 // The Machine that is the computer on which the program runs. An engine reads it without being
-// told, so a host needs it only to set options or to wrap it. Not on macOS.
+// told, so a host needs it only to set options or to wrap it. On a Mac, the monitor alone has it.
 #pragma once
 
 #include <memory>
@@ -26,9 +26,10 @@ struct ComputerOptions {
   std::string managementLibrary = "libnvidia-ml.so.1";
 };
 
-/// Makes the machine of this computer, or of a tree. It only reads: nothing is written, and nothing
-/// that sleeps is woken. What cannot be read is absent, and no question fails because of it. Any
-/// thread may ask, while others do.
+/// Makes the machine of this computer, or of a tree. A Mac has no tree: with other folders than
+/// these, the function throws std::invalid_argument there. It only reads: nothing is written, and
+/// nothing that sleeps is woken. What cannot be read is absent, and no question fails because of
+/// it. Any thread may ask, while others do.
 ///
 /// The machine reads slow sensors on threads of its own. They get no signals, and the destructor
 /// does not wait for them.

@@ -5,15 +5,13 @@
 #include <string>
 #include <string_view>
 
-#include <langinfo.h>
-#include <libintl.h>
 #include <unistd.h>
 
 #include <array>
 #include <cerrno>
 #include <chrono>
-#include <clocale>
 #include <cstdio>
+#include <cstdlib>
 #include <ctime>
 
 #include "halvermonte/Exceptions.hpp"
@@ -25,6 +23,18 @@
 
 namespace halvermonte {
 
+namespace {
+
+const char* programName() {
+#ifdef __APPLE__
+  return getprogname();
+#else
+  return program_invocation_short_name;
+#endif
+}
+
+}  // namespace
+
 namespace foundation {
 inline namespace HALVERMONTE_PLATFORM {
 
@@ -34,20 +44,6 @@ Text localizedHostName() {
 }
 
 Date currentDate() { return Date(Machine::current().clock()); }
-
-std::string bundleText(const char* key) {
-  const char* const domain = textdomain(nullptr);
-  const char* const bound = bind_textdomain_codeset(domain, nullptr);
-  const std::string hosts = bound != nullptr ? bound : nl_langinfo(CODESET);
-  const std::string_view language = std::setlocale(LC_MESSAGES, nullptr);
-  if (hosts == "UTF-8" || language == "C") return gettext(key);
-  // gettext gives text in the host's charset, and none if a character is not in it. It is asked in
-  // UTF-8, and the host's own later calls get what they got before.
-  bind_textdomain_codeset(domain, "UTF-8");
-  std::string text = gettext(key);
-  bind_textdomain_codeset(domain, hosts.c_str());
-  return text;
-}
 
 std::string formatted(const std::string& format, const std::string& argument) {
   static constexpr std::string_view kPlace = "%@";
@@ -77,8 +73,7 @@ void log(std::string_view line) {
   std::array<char, 32> date{};
   std::strftime(date.data(), date.size(), "%Y-%m-%d %H:%M:%S", &local);
   std::fprintf(stderr, "%s.%03d %s[%d] %s\n", date.data(),
-               static_cast<int>(sinceEpoch.count() % 1000), program_invocation_short_name, getpid(),
-               shown.c_str());
+               static_cast<int>(sinceEpoch.count() % 1000), programName(), getpid(), shown.c_str());
 }
 
 std::optional<std::string> reasonRaisedBy(const std::function<void()>& call) {
