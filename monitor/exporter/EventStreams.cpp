@@ -2,20 +2,23 @@
 
 #include <algorithm>
 #include <cstring>
-#include <stop_token>
 #include <utility>
 
 namespace halvermonte {
 
 EventStreams::EventStreams(std::chrono::milliseconds heartbeat)
-    : heart_([this, heartbeat](const std::stop_token& stop) {
+    : heart_([this, heartbeat] {
         std::unique_lock lock(mutex_);
-        while (!closing_.wait_for(lock, stop, heartbeat, [this] { return isClosed_; }) &&
-               !stop.stop_requested()) {
+        while (!closing_.wait_for(lock, heartbeat, [this] { return isClosed_; })) {
           ++heartbeats_;
           wakeAll();
         }
       }) {}
+
+EventStreams::~EventStreams() {
+  close();
+  heart_.join();
+}
 
 void EventStreams::publish(std::shared_ptr<const ServedPass> pass) {
   const std::lock_guard lock(mutex_);

@@ -24,6 +24,7 @@ namespace halvermonte {
 class EventStreams {
  public:
   explicit EventStreams(std::chrono::milliseconds heartbeat);
+  ~EventStreams();
   EventStreams(const EventStreams&) = delete;
   EventStreams& operator=(const EventStreams&) = delete;
 
@@ -58,8 +59,8 @@ class EventStreams {
   std::shared_ptr<const ServedPass> latest_;
   uint64_t passes_ = 0, heartbeats_ = 0;
   bool isClosed_ = false;
-  std::condition_variable_any closing_;
-  std::jthread heart_;
+  std::condition_variable closing_;
+  std::thread heart_;
 };
 
 }  // namespace halvermonte

@@ -1,5 +1,6 @@
 #include "monitor/exporter/ListenSocket.hpp"
 
+#include <fcntl.h>
 #include <netdb.h>
 #include <netinet/in.h>
 #include <sys/socket.h>
@@ -48,8 +49,10 @@ bool listenAt(int descriptor, const addrinfo& address) {
 
 ListenSocket::ListenSocket(const ListenAddress& address) {
   const Addresses first = resolved(address);
-  descriptor_ = socket(first->ai_family, SOCK_STREAM | SOCK_CLOEXEC | SOCK_NONBLOCK, 0);
+  descriptor_ = socket(first->ai_family, SOCK_STREAM, 0);
   if (descriptor_ < 0) fail(address, std::strerror(errno));
+  fcntl(descriptor_, F_SETFD, FD_CLOEXEC);
+  fcntl(descriptor_, F_SETFL, O_NONBLOCK);
   if (!listenAt(descriptor_, *first)) {
     const int error = errno;
     close(descriptor_);
