@@ -11,11 +11,17 @@ size_t Connections::count(Condition condition) const {
       connections_, [&](const Connection& each) { return !each.isLeaving && condition(each); }));
 }
 
-template <class Condition>
-void Connections::dismissOne(Condition condition) {
+void Connections::dismissOne() {
+  const auto countOfAddress = [this](const Connection& one) {
+    return count([&](const Connection& each) {
+      return each.address == one.address && each.phase != Phase::streaming;
+    });
+  };
+  size_t most = 0;
+  for (const Connection& each : connections_) most = std::max(most, countOfAddress(each));
   for (const Phase phase : {Phase::fresh, Phase::idle, Phase::answering}) {
     const auto found = std::ranges::find_if(connections_, [&](const Connection& each) {
-      return !each.isLeaving && each.phase == phase && condition(each);
+      return !each.isLeaving && each.phase == phase && countOfAddress(each) == most;
     });
     if (found == connections_.end()) continue;
     found->isLeaving = true;
@@ -24,11 +30,12 @@ void Connections::dismissOne(Condition condition) {
 }
 
 Connections::Connection& Connections::add(std::string address, int descriptor) {
-  const auto isOfAddress = [&](const Connection& each) { return each.address == address; };
-  const auto isAny = [](const Connection&) { return true; };
-  if (count(isOfAddress) >= limits_.ofAddress) dismissOne(isOfAddress);
-  if (count(isAny) >= limits_.all) dismissOne(isAny);
-  connections_.push_back({.address = address, .descriptor = descriptor});
+  const size_t kept =
+      count([&](const Connection& each) { return !each.isPassing && each.address == address; });
+  if (count([](const Connection&) { return true; }) >= limits_.all) dismissOne();
+  connections_.push_back({.address = std::move(address),
+                          .descriptor = descriptor,
+                          .isPassing = kept >= limits_.keptOfAddress});
   return connections_.back();
 }
 

@@ -10,15 +10,21 @@
 
 namespace halvermonte {
 
-/// The open connections of a server. A client never waits for another one: if there are too many
-/// connections, in all or from one address, an old one has to go for the new one. Those that never
-/// made a request go first, then idle ones, then those whose client does not take its answer.
+/// The open connections of a server. A client never waits for another one.
+///
+/// Of one address, only so many connections are kept. Further ones pass: they get an answer, and
+/// are closed with it. So many scrapers behind one address all get their answers, and none of them
+/// sends a request on a connection that is just being closed.
+///
+/// If there are too many connections in all, one has to go for a new one, of the address that has
+/// most. Those that never made a request go first, then idle ones, then those whose client does not
+/// take its answer.
 ///
 /// One thread uses an object.
 class Connections {
  public:
   struct Limits {
-    size_t all = 64, ofAddress = 8;
+    size_t all = 64, keptOfAddress = 8;
     /// Streams are answers without end, and never have to go, so there is a limit below the others.
     size_t streams = 32, streamsOfAddress = 4;
   };
@@ -29,6 +35,7 @@ class Connections {
     std::string address;
     int descriptor = -1;
     Phase phase = Phase::fresh;
+    bool isPassing = false;  ///< to be closed with its first answer
     bool isLeaving = false;  ///< asked to go, but not gone yet
   };
 
@@ -36,7 +43,7 @@ class Connections {
   Connections(Limits limits, std::function<void(const Connection&)> dismiss)
       : limits_(limits), dismiss_(std::move(dismiss)) {}
 
-  /// Adds a new connection, and dismisses others if that makes too many.
+  /// Adds a new connection, and dismisses another if that makes too many.
   Connection& add(std::string address, int descriptor);
   void remove(const Connection& connection);
   /// Notes that something happened on the connection.
@@ -49,8 +56,7 @@ class Connections {
   using Place = std::list<Connection>::iterator;
   template <class Condition>
   size_t count(Condition condition) const;
-  template <class Condition>
-  void dismissOne(Condition condition);
+  void dismissOne();
   Place placeOf(const Connection& connection);
 
   Limits limits_;

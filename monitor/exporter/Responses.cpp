@@ -6,8 +6,6 @@
 namespace halvermonte {
 namespace {
 
-constexpr const char* kMetricsType = "text/plain; version=0.0.4; charset=utf-8";
-
 using Owner = std::shared_ptr<const void>;
 
 void release(void* owner) { delete static_cast<Owner*>(owner); }
@@ -33,15 +31,6 @@ Response responseOf(std::string_view text, const char* type, Owner owner) {
 Response responseOfCopy(const std::string& text, const char* type) {
   const auto copy = std::make_shared<const std::string>(text);
   return responseOf(*copy, type, copy);
-}
-
-std::shared_ptr<const Publication> publicationOf(ServedPass texts) {
-  const auto pass = std::make_shared<const ServedPass>(std::move(texts));
-  return std::make_shared<const Publication>(
-      Publication{.pass = pass,
-                  .metrics = responseOf(pass->metrics, kMetricsType, pass),
-                  .record = responseOf(pass->record, kJsonType, pass),
-                  .readings = responseOf(pass->readings, kJsonType, pass)});
 }
 
 }  // namespace halvermonte

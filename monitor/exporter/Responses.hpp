@@ -1,4 +1,4 @@
-// Answers for libmicrohttpd, which can be sent any number of times.
+// Answers for libmicrohttpd.
 #pragma once
 
 #include <microhttpd.h>
@@ -7,8 +7,6 @@
 #include <string>
 #include <string_view>
 
-#include "monitor/exporter/ServedPass.hpp"
-
 namespace halvermonte {
 
 struct DestroyResponse {
@@ -16,7 +14,9 @@ struct DestroyResponse {
 };
 using Response = std::unique_ptr<MHD_Response, DestroyResponse>;
 
+inline constexpr const char* kMetricsType = "text/plain; version=0.0.4; charset=utf-8";
 inline constexpr const char* kJsonType = "application/json";
+inline constexpr const char* kPageType = "text/html; charset=utf-8";
 inline constexpr const char* kPlainType = "text/plain; charset=utf-8";
 
 /// Adds the headers that every answer has. Throws std::bad_alloc if there is no response.
@@ -27,13 +27,5 @@ Response responseOf(std::string_view text, const char* type,
                     std::shared_ptr<const void> owner = nullptr);
 /// A copy of the text.
 Response responseOfCopy(const std::string& text, const char* type);
-
-/// A pass with its answers, which no client changes.
-struct Publication {
-  std::shared_ptr<const ServedPass> pass;
-  Response metrics, record, readings;
-};
-
-std::shared_ptr<const Publication> publicationOf(ServedPass pass);
 
 }  // namespace halvermonte

@@ -4,6 +4,7 @@
 
 #include <cstdio>
 #include <utility>
+#include <variant>
 
 #include "monitor/Failure.hpp"
 #include "monitor/exporter/SocketAddress.hpp"
@@ -18,6 +19,8 @@ constexpr unsigned kOk = 200, kBusy = 503;
 constexpr size_t kMemoryOfConnection = 16384;
 /// More than the table of connections holds: those that are asked to go are still there.
 constexpr unsigned kMostSockets = 128;
+/// How long a connection that is not kept may take to send its request.
+constexpr unsigned kPassingSeconds = 1;
 
 const MHD_ConnectionInfo& about(MHD_Connection* connection, MHD_ConnectionInfoType type) {
   return *MHD_get_connection_info(connection, type);
@@ -42,16 +45,26 @@ Request requestOf(MHD_Connection* connection, const char* method, const char* pa
   return request;
 }
 
+MHD_Result send(MHD_Connection* connection, unsigned status, const Response& response) {
+  if (tracked(connection).isPassing) {
+    MHD_add_response_header(response.get(), MHD_HTTP_HEADER_CONNECTION, "close");
+  }
+  return MHD_queue_response(connection, status, response.get());
+}
+
 MHD_Result refuse(MHD_Connection* connection, const Refusal& refusal) {
   const Response response = responseOf(refusal.reason, kPlainType);
   if (refusal.status == MHD_HTTP_METHOD_NOT_ALLOWED) {
     MHD_add_response_header(response.get(), MHD_HTTP_HEADER_ALLOW, "GET, HEAD");
   }
-  return MHD_queue_response(connection, refusal.status, response.get());
+  return send(connection, refusal.status, response);
 }
 
-MHD_Result giveOk(MHD_Connection* connection, const Response& response) {
-  return MHD_queue_response(connection, kOk, response.get());
+MHD_Result givePage(MHD_Connection* connection) {
+  const Response response = responseOf(kPage, kPageType);
+  MHD_add_response_header(response.get(), "Content-Security-Policy", kPagePolicy.data());
+  MHD_add_response_header(response.get(), "Referrer-Policy", "no-referrer");
+  return send(connection, kOk, response);
 }
 
 /// The daemon closes a connection whose other end seems to have gone.
@@ -59,19 +72,11 @@ void dismiss(const Connections::Connection& connection) {
   shutdown(connection.descriptor, SHUT_RDWR);
 }
 
-Response pageResponse() {
-  Response response = responseOf(kPage, "text/html; charset=utf-8");
-  MHD_add_response_header(response.get(), "Content-Security-Policy", kPagePolicy.data());
-  MHD_add_response_header(response.get(), "Referrer-Policy", "no-referrer");
-  return response;
-}
-
 }  // namespace
 
 Server::Server(const ListenAddress& address, ServerTimes times, ServedPass first)
     : socket_(address),
       times_(times),
-      page_(pageResponse()),
       connections_(Connections::Limits(), dismiss),
       streams_(times.heartbeat) {
   publish(std::move(first));
@@ -81,9 +86,11 @@ Server::Server(const ListenAddress& address, ServerTimes times, ServedPass first
 Server::~Server() { streams_.close(); }
 
 void Server::start() {
-  daemon_.reset(MHD_start_daemon(MHD_USE_EPOLL_INTERNAL_THREAD | MHD_ALLOW_SUSPEND_RESUME, 0,
-                                 nullptr, nullptr, take, this, MHD_OPTION_LISTEN_SOCKET,
-                                 socket_.release(),                                        //
+  // Not epoll: libmicrohttpd waits only for new bytes there, and misses the end of a connection
+  // that comes together with the last ones.
+  constexpr unsigned kFlags = MHD_USE_POLL_INTERNAL_THREAD | MHD_ALLOW_SUSPEND_RESUME;
+  daemon_.reset(MHD_start_daemon(kFlags, 0, nullptr, nullptr, take, this,                  //
+                                 MHD_OPTION_LISTEN_SOCKET, socket_.release(),              //
                                  MHD_OPTION_NOTIFY_CONNECTION, noteConnection, this,       //
                                  MHD_OPTION_NOTIFY_COMPLETED, noteEnd, this,               //
                                  MHD_OPTION_CONNECTION_LIMIT, kMostSockets,                //
@@ -94,13 +101,13 @@ void Server::start() {
 }
 
 void Server::publish(ServedPass next) {
-  std::shared_ptr<const Publication> publication = publicationOf(std::move(next));
-  streams_.publish(publication->pass);
+  auto pass = std::make_shared<const ServedPass>(std::move(next));
+  streams_.publish(pass);
   const std::lock_guard lock(mutex_);
-  latest_.swap(publication);
+  latest_.swap(pass);
 }
 
-std::shared_ptr<const Publication> Server::latest() const {
+std::shared_ptr<const ServedPass> Server::latest() const {
   const std::lock_guard lock(mutex_);
   return latest_;
 }
@@ -112,8 +119,12 @@ void Server::noteConnection(void* server, MHD_Connection* connection, void** con
     return connections.remove(*static_cast<const Connection*>(*context));
   }
   const sockaddr& client = *about(connection, MHD_CONNECTION_INFO_CLIENT_ADDRESS).client_addr;
-  *context = &connections.add(nameWithoutPort(client),
-                              about(connection, MHD_CONNECTION_INFO_CONNECTION_FD).connect_fd);
+  const Connection& added = connections.add(
+      nameWithoutPort(client), about(connection, MHD_CONNECTION_INFO_CONNECTION_FD).connect_fd);
+  *context = const_cast<Connection*>(&added);
+  if (added.isPassing) {
+    MHD_set_connection_option(connection, MHD_CONNECTION_OPTION_TIMEOUT, kPassingSeconds);
+  }
 }
 
 MHD_Result Server::take(void* server, MHD_Connection* connection, const char* path,
@@ -123,11 +134,14 @@ MHD_Result Server::take(void* server, MHD_Connection* connection, const char* pa
   if (const auto* refusal = std::get_if<Refusal>(&decision)) return refuse(connection, *refusal);
   // The daemon closes a connection that is answered in the first of the two calls for a request:
   // what follows a refused one may be its body.
-  if (std::exchange(*context, server) == nullptr) {
-    itself.connections_.setPhase(tracked(connection), Connections::Phase::answering);
-    return MHD_YES;
+  if (std::exchange(*context, server) != nullptr) {
+    return itself.give(connection, std::get<Resource>(decision));
   }
-  return itself.give(connection, std::get<Resource>(decision));
+  itself.connections_.setPhase(tracked(connection), Connections::Phase::answering);
+  if (tracked(connection).isPassing) {
+    MHD_set_connection_option(connection, MHD_CONNECTION_OPTION_TIMEOUT, itself.times_.idleSeconds);
+  }
+  return MHD_YES;
 }
 
 void Server::noteEnd(void* server, MHD_Connection* connection, void**, MHD_RequestTerminationCode) {
@@ -142,13 +156,13 @@ std::variant<Resource, Refusal> Server::decideOn(const Request& request) const {
 MHD_Result Server::give(MHD_Connection* connection, Resource resource) {
   switch (resource) {
     case Resource::page:
-      return giveOk(connection, page_);
+      return givePage(connection);
     case Resource::metrics:
-      return giveOk(connection, latest()->metrics);
+      return giveText(connection, &ServedPass::metrics, kMetricsType);
     case Resource::record:
-      return giveOk(connection, latest()->record);
+      return giveText(connection, &ServedPass::record, kJsonType);
     case Resource::readings:
-      return giveOk(connection, latest()->readings);
+      return giveText(connection, &ServedPass::readings, kJsonType);
     case Resource::recordStream:
       return stream(connection, &ServedPass::record);
     case Resource::readingsStream:
@@ -159,25 +173,31 @@ MHD_Result Server::give(MHD_Connection* connection, Resource resource) {
   return MHD_NO;
 }
 
+MHD_Result Server::giveText(MHD_Connection* connection, EventStreams::LineOf text,
+                            const char* type) {
+  const std::shared_ptr<const ServedPass> pass = latest();
+  return send(connection, kOk, responseOf((*pass).*text, type, pass));
+}
+
 MHD_Result Server::stream(MHD_Connection* connection, EventStreams::LineOf line) {
   if (!connections_.mayStream(tracked(connection))) {
     return refuse(connection, {kBusy, "there are too many streams already\n"});
   }
   connections_.setPhase(tracked(connection), Connections::Phase::streaming);
-  return giveOk(connection, streams_.open(connection, line));
+  return send(connection, kOk, streams_.open(connection, line));
 }
 
 MHD_Result Server::giveHealth(MHD_Connection* connection) const {
-  const auto lastGood = latest()->pass->lastGood;
+  const auto lastGood = latest()->lastGood;
   if (lastGood == std::chrono::steady_clock::time_point()) {
     return refuse(connection, {kBusy, "no pass was complete yet\n"});
   }
   const std::chrono::duration<double> age = std::chrono::steady_clock::now() - lastGood;
-  if (age < times_.staleAfter) return giveOk(connection, responseOf("ok\n", kPlainType));
+  if (age < times_.staleAfter) return send(connection, kOk, responseOf("ok\n", kPlainType));
   char reason[100];
   std::snprintf(reason, sizeof reason, "the last complete pass ended %.1f seconds ago\n",
                 age.count());
-  return MHD_queue_response(connection, kBusy, responseOfCopy(reason, kPlainType).get());
+  return send(connection, kBusy, responseOfCopy(reason, kPlainType));
 }
 
 }  // namespace halvermonte

@@ -2,9 +2,9 @@
 #pragma once
 
 #include <microhttpd.h>
-#include <cstddef>
 
 #include <chrono>
+#include <cstddef>
 #include <memory>
 #include <mutex>
 #include <string>
@@ -66,17 +66,17 @@ class Server {
 
   std::variant<Resource, Refusal> decideOn(const Request& request) const;
   MHD_Result give(MHD_Connection* connection, Resource resource);
+  MHD_Result giveText(MHD_Connection* connection, EventStreams::LineOf text, const char* type);
   MHD_Result stream(MHD_Connection* connection, EventStreams::LineOf line);
   MHD_Result giveHealth(MHD_Connection* connection) const;
-  std::shared_ptr<const Publication> latest() const;
+  std::shared_ptr<const ServedPass> latest() const;
 
   ListenSocket socket_;
   ServerTimes times_;
-  Response page_;
   Connections connections_;
   EventStreams streams_;
   mutable std::mutex mutex_;
-  std::shared_ptr<const Publication> latest_;
+  std::shared_ptr<const ServedPass> latest_;
   std::unique_ptr<MHD_Daemon, StopDaemon> daemon_;  ///< ends first
 };
 

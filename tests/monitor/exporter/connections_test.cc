@@ -12,7 +12,7 @@ using ::testing::ElementsAre;
 using ::testing::IsEmpty;
 using Phase = Connections::Phase;
 
-/// Room for three connections, two from one address, and one stream.
+/// Room for three connections, two kept of one address, and two streams, one of an address.
 class ConnectionsTest : public ::testing::Test {
  protected:
   Connections::Connection& add(const std::string& address, Phase phase = Phase::fresh) {
@@ -24,7 +24,7 @@ class ConnectionsTest : public ::testing::Test {
   int next = 0;  ///< the descriptor of the next connection
   std::vector<int> dismissed;
   Connections connections{
-      {.all = 3, .ofAddress = 2, .streams = 2, .streamsOfAddress = 1},
+      {.all = 3, .keptOfAddress = 2, .streams = 2, .streamsOfAddress = 1},
       [this](const Connections::Connection& one) { dismissed.push_back(one.descriptor); }};
 };
 
@@ -38,9 +38,20 @@ TEST_F(ConnectionsTest, OldestGoesForANewOne) {
   EXPECT_THAT(dismissed, ElementsAre(0, 1));
 }
 
-TEST_F(ConnectionsTest, OneOfTheSameAddressGoesIfThatHasTooMany) {
-  for (const char* address : {"a", "b", "b", "b"}) add(address);
+TEST_F(ConnectionsTest, OneOfTheAddressThatHasMostGoes) {
+  for (const char* address : {"a", "b", "b", "c"}) add(address);
   EXPECT_THAT(dismissed, ElementsAre(1));
+}
+
+TEST_F(ConnectionsTest, AddressKeepsSoManyAndFurtherOnesPass) {
+  Connections::Connection& first = add("a", Phase::idle);
+  EXPECT_FALSE(first.isPassing);
+  EXPECT_FALSE(add("a").isPassing);
+  EXPECT_TRUE(add("a").isPassing);
+  EXPECT_THAT(dismissed, IsEmpty());
+  connections.remove(first);
+  EXPECT_FALSE(add("a").isPassing);
+  EXPECT_FALSE(add("b").isPassing);
 }
 
 TEST_F(ConnectionsTest, ThoseWithoutARequestGoFirstAndThoseThatAreAnsweredLast) {

@@ -6,6 +6,7 @@
 #include <cstdint>
 #include <memory>
 #include <string>
+#include <thread>
 #include <vector>
 
 #include "monitor/Failure.hpp"
@@ -188,15 +189,66 @@ TEST_F(ServerTest, RefusesMoreStreamsOfOneAddressThanFour) {
   EXPECT_THAT(other.readUntil("first"), HasSubstr(" 200 OK"));
 }
 
-TEST_F(ServerTest, ClientThatSaysNothingHasToGoForTheNinthOfItsAddress) {
-  const HttpClient idle(url);
+std::vector<std::unique_ptr<HttpClient>> keptClients(const std::string& url) {
   std::vector<std::unique_ptr<HttpClient>> clients;
   for (int i = 0; i < 8; ++i) {
     clients.push_back(std::make_unique<HttpClient>(url));
     clients.back()->send(requestFor("/metrics"));
-    EXPECT_EQ(readReply(*clients.back()).status, 200);
+    EXPECT_THAT(readReply(*clients.back()).head, Not(HasSubstr("Connection: close")));
   }
-  EXPECT_TRUE(idle.isClosed());
+  return clients;
+}
+
+TEST_F(ServerTest, NinthConnectionOfAnAddressEndsWithItsAnswer) {
+  const auto clients = keptClients(url);
+  for (const char* path : {"/metrics", "/", "/health", "/none"}) {
+    const HttpClient ninth(url);
+    ninth.send(requestFor(path));
+    EXPECT_THAT(readReply(ninth).head, HasSubstr("Connection: close\r\n")) << path;
+    EXPECT_TRUE(ninth.isClosed());
+  }
+  for (const auto& client : clients) {
+    client->send(requestFor("/metrics"));
+    EXPECT_EQ(readReply(*client).status, 200);
+  }
+}
+
+TEST_F(ServerTest, NinthConnectionOfAnAddressHasToAskSoon) {
+  const auto clients = keptClients(url);
+  const HttpClient ninth(url);
+  ninth.send("GET /metr");
+  const auto start = std::chrono::steady_clock::now();
+  EXPECT_TRUE(ninth.isClosed());
+  EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(15));  // not 30
+}
+
+/// Asks a hundred times, over a connection that it keeps as long as the server does.
+void scrape(const std::string& url) {
+  auto client = std::make_unique<HttpClient>(url);
+  for (int i = 0; i < 100; ++i) {
+    client->send(requestFor("/metrics"));
+    const Reply reply = readReply(*client);
+    EXPECT_EQ(reply.body, "first_metrics 1\n");
+    const bool isKept = reply.head.find("Connection: close") == reply.head.npos;
+    if (!isKept) client = std::make_unique<HttpClient>(url);
+  }
+}
+
+TEST_F(ServerTest, SixteenScrapersAreFineWithTwoPagesOfTheirAddress) {
+  const HttpClient steady(url), page(url), otherPage(url);
+  for (const HttpClient* each : {&page, &otherPage}) {
+    each->send(requestFor("/readings", kEventHeaders));
+    each->readUntil("first\"}\n\n");
+  }
+  std::vector<std::jthread> scrapers;
+  for (int i = 0; i < 16; ++i) scrapers.emplace_back(scrape, url);
+  scrapers.clear();
+  steady.send(requestFor("/metrics"));
+  EXPECT_EQ(readReply(steady).status, 200);
+  server.publish(pass("second"));
+  for (const HttpClient* each : {&page, &otherPage}) {
+    EXPECT_THAT(each->readUntil("second\"}\n\n"), HasSubstr("data: {\"readings\":\"second"));
+  }
 }
 
 TEST_F(ServerTest, ClosesAConnectionThatStaysIdle) {
