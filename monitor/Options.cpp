@@ -34,6 +34,8 @@ Shows temperatures, fans and disk traffic, of this computer or a simulated one.
       --record FILE       write N passes to a machine file, or "-"; the host's
                           name is in it only if --with-host-name is given
       --listen [HOST:]PORT  serve passes over HTTP, at 127.0.0.1 unless named
+      --tls-certificate FILE, --tls-key FILE  serve by HTTPS
+      --users FILE        serve users of an htpasswd file (bcrypt) alone
       --drive-temperatures  read drives too, which may keep them spinning
       --sys DIR, --proc DIR  folders to read in place of /sys and /proc
   -h, --help; --version   show this text; show the versions
@@ -87,17 +89,25 @@ std::optional<std::string> name(const std::string& text) {
 
 const std::string kNotWith = "cannot be combined with ";
 
-/// Options that exclude each other.
-struct Exclusion {
+struct Pair {
   const char* option;
   const char* other;
 };
-constexpr Exclusion kExclusive[] = {
+
+/// Options that exclude each other.
+constexpr Pair kExclusive[] = {
     {"--list", "--record"},  {"--list", "--watch"},    {"--record", "--watch"},
     {"--live", "--json"},    {"--live", "--list"},     {"--live", "--record"},
     {"--listen", "--json"},  {"--listen", "--format"}, {"--listen", "--ticks"},
     {"--listen", "--watch"}, {"--listen", "--live"},   {"--listen", "--fahrenheit"},
     {"--listen", "--pid"},   {"--listen", "--list"},   {"--listen", "--record"},
+};
+
+/// Options that say nothing without another.
+constexpr Pair kNeeds[] = {
+    {"--with-host-name", "--record"},   {"--tls-certificate", "--listen"},
+    {"--tls-key", "--listen"},          {"--users", "--listen"},
+    {"--tls-certificate", "--tls-key"}, {"--tls-key", "--tls-certificate"},
 };
 
 constexpr const char* kOfThisComputer[] = {"--sys", "--proc", "--drive-temperatures"};
@@ -126,6 +136,9 @@ class CommandLine {
     option("--record", options_.recordingPath, name, "a file's name");
     flag("--with-host-name", options_.withHostName);
     option("--listen", options_.listen, listenAddress, "[HOST:]PORT, the port from 0 to 65535");
+    option("--tls-certificate", options_.tlsCertificate, name, "a file's name");
+    option("--tls-key", options_.tlsKey, name, "a file's name");
+    option("--users", options_.users, name, "a file's name");
     flag("--drive-temperatures", options_.driveTemperatures);
     option("--sys", options_.sys, name, "a folder's name");
     option("--proc", options_.proc, name, "a folder's name");
@@ -183,8 +196,8 @@ class CommandLine {
     }
     if (json_ && format_ == Format::text) refuse("--json", kNotWith + "--format text");
     if (options_.live && format_ == Format::json) refuse("--live", kNotWith + "--format json");
-    if (options_.withHostName && !options_.recordingPath) {
-      refuse("--with-host-name", "needs --record");
+    for (const auto& [option, other] : kNeeds) {
+      if (isGiven(option) && !isGiven(other)) refuse(option, std::string("needs ") + other);
     }
     if (options_.listen && options_.interval == 0) refuse("--listen", "needs an interval above 0");
     if (options_.recordsOnStandardOutput() && (json_ || format_ == Format::json)) {

@@ -34,6 +34,8 @@ struct Options {
   std::optional<std::string> recordingPath;  ///< the machine file to write, or "-"
   bool withHostName = false;                 ///< in a recording of this computer
   std::optional<ListenAddress> listen;       ///< serve passes there in place of printing them
+  std::optional<std::string> tlsCertificate, tlsKey;  ///< files: serve by HTTPS
+  std::optional<std::string> users;                   ///< an htpasswd file: serve them alone
   bool driveTemperatures = false;
   std::optional<std::string> sys;   ///< in place of /sys
   std::optional<std::string> proc;  ///< in place of /proc

@@ -51,6 +51,7 @@ bool isForLiveView(const Options& options, const Output& output) {
 void run(const Options& options, const Output& output) {
   if (options.machine == "list") return output.write(machineList());
   if (isForLiveView(options, output)) return showLive(options, output);
+  if (options.listen) return serve(options);
   const Choice choice = chooseMachine(options);
   Sampling& sampling = *choice.sampling;
   if (options.process) sampling.watchProcess(*options.process);
@@ -60,7 +61,6 @@ void run(const Options& options, const Output& output) {
     return output.write(isJson ? sensorListJson(sampling) : sensorList(sampling, options));
   }
   if (options.recordingPath) return record(sampling, options, output);
-  if (options.listen) return serve(sampling, options);
   if (options.format == Format::json) return printJson(sampling, options, output);
   printReports(sampling, options, output);
 }

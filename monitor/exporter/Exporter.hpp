@@ -2,12 +2,12 @@
 #pragma once
 
 #include "monitor/Options.hpp"
-#include "monitor/Sampling.hpp"
 
 namespace halvermonte {
 
-/// Makes passes and serves the last one until a signal asks to stop. Throws a Failure if it cannot
-/// listen. REQUIRES: the options say where.
-void serve(Sampling& sampling, const Options& options);
+/// Makes passes over the machine and serves the last one until a signal asks to stop. Throws a
+/// Failure if a file is not as it should be, if there is no such machine, or if it cannot listen.
+/// REQUIRES: the options say where.
+void serve(const Options& options);
 
 }  // namespace halvermonte

@@ -7,16 +7,19 @@
 #include <cstddef>
 #include <memory>
 #include <mutex>
+#include <optional>
 #include <string>
-#include <variant>
 
 #include "monitor/ListenAddress.hpp"
 #include "monitor/exporter/Connections.hpp"
+#include "monitor/exporter/CredentialChecks.hpp"
 #include "monitor/exporter/EventStreams.hpp"
 #include "monitor/exporter/ListenSocket.hpp"
 #include "monitor/exporter/Request.hpp"
 #include "monitor/exporter/Responses.hpp"
 #include "monitor/exporter/ServedPass.hpp"
+#include "monitor/exporter/TlsFiles.hpp"
+#include "monitor/exporter/Users.hpp"
 
 namespace halvermonte {
 
@@ -29,12 +32,19 @@ struct ServerTimes {
   unsigned idleSeconds = 30;
 };
 
+/// What keeps strangers out.
+struct Protection {
+  std::optional<TlsFiles> tls;
+  std::optional<Users> users;
+};
+
 /// A thread of its own answers all clients. What they ask for is made before, so no answer takes
 /// long.
 class Server {
  public:
   /// Accepts connections from then on. Throws a Failure if it cannot.
-  Server(const ListenAddress& address, ServerTimes times, ServedPass first);
+  Server(const ListenAddress& address, ServerTimes times, ServedPass first,
+         Protection protection = {});
   /// Ends all connections.
   ~Server();
   Server(const Server&) = delete;
@@ -44,7 +54,7 @@ class Server {
   void publish(ServedPass next);
 
   /// "http://127.0.0.1:9000/".
-  std::string url() const { return "http://" + socket_.name() + "/"; }
+  std::string url() const { return (tls_ ? "https://" : "http://") + socket_.name() + "/"; }
   /// Whether it is reached from this computer alone.
   bool isLoopback() const { return socket_.isLoopback(); }
 
@@ -53,6 +63,7 @@ class Server {
     void operator()(MHD_Daemon* daemon) const { MHD_stop_daemon(daemon); }
   };
   using Connection = Connections::Connection;
+  struct Asked;
 
   void start();
   // What the daemon calls.
@@ -64,7 +75,9 @@ class Server {
   static void noteEnd(void* server, MHD_Connection* connection, void** context,
                       MHD_RequestTerminationCode code);
 
-  std::variant<Resource, Refusal> decideOn(const Request& request) const;
+  MHD_Result begin(MHD_Connection* connection, const Request& request, void** context);
+  MHD_Result answer(MHD_Connection* connection, Asked& asked);
+  MHD_Result check(MHD_Connection* connection, Asked& asked);
   MHD_Result give(MHD_Connection* connection, Resource resource);
   MHD_Result giveText(MHD_Connection* connection, EventStreams::LineOf text, const char* type);
   MHD_Result stream(MHD_Connection* connection, EventStreams::LineOf line);
@@ -73,8 +86,10 @@ class Server {
 
   ListenSocket socket_;
   ServerTimes times_;
+  std::optional<TlsFiles> tls_;
   Connections connections_;
   EventStreams streams_;
+  std::optional<CredentialChecks> checks_;  ///< absent: everyone may ask
   mutable std::mutex mutex_;
   std::shared_ptr<const ServedPass> latest_;
   std::unique_ptr<MHD_Daemon, StopDaemon> daemon_;  ///< ends first

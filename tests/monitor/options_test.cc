@@ -119,6 +119,9 @@ const Misuse kMisuses[] = {
     {{"--pid"}, "--pid: needs a process identifier"},
     {{"--record"}, "--record: needs a file's name"},
     {{"--listen"}, "--listen: needs [HOST:]PORT, the port from 0 to 65535"},
+    {{"--tls-certificate"}, "--tls-certificate: needs a file's name"},
+    {{"--tls-key="}, "--tls-key: needs a file's name"},
+    {{"--users"}, "--users: needs a file's name"},
     {{"--sys"}, "--sys: needs a folder's name"},
     {{"--proc"}, "--proc: needs a folder's name"},
     {{"--watch=3"}, "--watch: takes no value"},
@@ -162,6 +165,10 @@ const Misuse kMisuses[] = {
     {{"--listen", "0", "--record", "a"}, "--listen: cannot be combined with --record"},
     {{"--listen", "0", "--interval", "0"}, "--listen: needs an interval above 0"},
     {{"--with-host-name"}, "--with-host-name: needs --record"},
+    {{"--users", "u"}, "--users: needs --listen"},
+    {{"--tls-certificate", "c", "--tls-key", "k"}, "--tls-certificate: needs --listen"},
+    {{"--listen", "0", "--tls-certificate", "c"}, "--tls-certificate: needs --tls-key"},
+    {{"--listen", "0", "--tls-key", "k"}, "--tls-key: needs --tls-certificate"},
     {{"--record", "-", "--json"},
      "--record -: cannot be combined with JSON lines, which go to standard output too"},
     {{"-f", "json", "--record", "/dev/stdout"},
@@ -203,11 +210,28 @@ TEST(Options, HelpFitsASmallTerminalAndNamesEachOption) {
   EXPECT_LE(std::count(help.begin(), help.end(), '\n'), 24);
   std::istringstream lines(help);
   for (std::string line; std::getline(lines, line);) EXPECT_LE(line.size(), 80U) << line;
-  for (const char* option :
-       {"-m, --machine", "-f, --format", "--json", "-n, --ticks", "--watch", "--live",
-        "-i, --interval", "--fahrenheit", "--color", "--pid", "--list", "--record",
-        "--with-host-name", "--listen", "--drive-temperatures", "--sys", "--proc", "--version",
-        "-h, --help"}) {
+  for (const char* option : {"-m, --machine",
+                             "-f, --format",
+                             "--json",
+                             "-n, --ticks",
+                             "--watch",
+                             "--live",
+                             "-i, --interval",
+                             "--fahrenheit",
+                             "--color",
+                             "--pid",
+                             "--list",
+                             "--record",
+                             "--with-host-name",
+                             "--listen",
+                             "--tls-certificate",
+                             "--tls-key",
+                             "--users",
+                             "--drive-temperatures",
+                             "--sys",
+                             "--proc",
+                             "--version",
+                             "-h, --help"}) {
     EXPECT_THAT(help, HasSubstr(option));
   }
 }
