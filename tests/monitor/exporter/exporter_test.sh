@@ -4,7 +4,8 @@
 set -u
 
 monitor=$(realpath "$1")
-page=$(cd "$(dirname "$0")/../../../docs" && pwd)/metrics.md
+root=$(cd "$(dirname "$0")/../../.." && pwd)
+page=$root/docs/metrics.md
 export LC_ALL=C.UTF-8
 work=$(mktemp -d)
 exporter=
@@ -83,6 +84,29 @@ while read -r machine; do
   promtool check metrics <scrape >promtool.out 2>&1 || fail "$machine: $(cat promtool.out)"
   stop
 done <machines
+
+# The kernel numbers its chips in another order at each start. The metrics are the same.
+for tree in "$root"/tests/linux/trees/*.tree; do
+  # hwmon0 becomes hwmon19, hwmon1 hwmon18 and so on.
+  awk '{
+    renumbered = ""
+    while (match($0, /hwmon[0-9]+/)) {
+      renumbered = renumbered substr($0, 1, RSTART - 1) "hwmon" (19 - substr($0, RSTART + 5, RLENGTH - 5))
+      $0 = substr($0, RSTART + RLENGTH)
+    }
+    print renumbered $0
+  }' "$tree" >renumbered.tree
+  cmp -s "$tree" renumbered.tree && fail "$tree has no number"
+  for order in "$tree" renumbered.tree; do
+    rm -rf computer
+    "$root/scripts/lay-out-tree" "$order" computer
+    start --machine host --sys computer/sys --proc computer/proc
+    get metrics | grep -E '^(hw|system)_' >"of-$(basename "$order")"
+    stop
+  done
+  diff "of-$(basename "$tree")" of-renumbered.tree >diff.out || fail "$tree: renumbered chips have other metrics: $(cat diff.out)"
+  grep -q 'hw_id="[^"]' of-renumbered.tree || fail "$tree has no readings"
+done
 
 # A sensor that is no longer read
 cat >failing.json <<'END'
