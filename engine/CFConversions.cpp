@@ -1,4 +1,5 @@
 #include "engine/CFConversions.hpp"
+
 #include <cstddef>
 #include <string>
 #include <utility>

@@ -1,8 +1,9 @@
 #include "halvermonte/DiskCounters.h"
-#include <CoreFoundation/CoreFoundation.h>
-#include <cstdint>
 
+#include <CoreFoundation/CoreFoundation.h>
 #include <IOKit/IOKitLib.h>
+
+#include <cstdint>
 
 #include "platform/CFOwned.hpp"
 #include "platform/IOOwned.hpp"

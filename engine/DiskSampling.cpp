@@ -1,10 +1,10 @@
 #include "engine/DiskSampling.hpp"
+
 #include <cstddef>
 #include <cstdint>
-#include "halvermonte/DiskCounters.h"
-
 #include <vector>
 
+#include "halvermonte/DiskCounters.h"
 #include "platform/Conversions.hpp"
 #include "platform/Foundation.hpp"
 

@@ -1,13 +1,14 @@
 #include "engine/HIDTemperatures.hpp"
+
 #include <CoreFoundation/CoreFoundation.h>
-#include <cstddef>
-#include "halvermonte/Exceptions.hpp"
 
 #include <array>
 #include <cmath>
+#include <cstddef>
 #include <string>
 
 #include "engine/CFConversions.hpp"
+#include "halvermonte/Exceptions.hpp"
 #include "halvermonte/HIDSensors.h"
 #include "platform/CFOwned.hpp"
 #include "platform/Conversions.hpp"

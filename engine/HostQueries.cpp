@@ -1,19 +1,19 @@
 // The engine's queries about its host.
 #include <sys/sysctl.h>
 #include <sys/types.h>
-#include <cstddef>
-#include <cstdint>
-#include <string_view>
-#include <vector>
-#include "halvermonte/Values.hpp"
 
 #include <algorithm>
+#include <cstddef>
+#include <cstdint>
 #include <limits>
 #include <locale>
 #include <sstream>
 #include <string>
+#include <string_view>
+#include <vector>
 
 #include "halvermonte/HalvermonteSensorsEngine.hpp"
+#include "halvermonte/Values.hpp"
 #include "platform/Foundation.hpp"
 #include "platform/HardwareReportCommand.hpp"
 

@@ -1,13 +1,13 @@
 #include "engine/Steadying.hpp"
-#include <cstddef>
-#include <utility>
 
 #include <algorithm>
+#include <cstddef>
 #include <cstdint>
 #include <limits>
 #include <optional>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 namespace halvermonte {

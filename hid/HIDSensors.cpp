@@ -1,5 +1,7 @@
 #include "halvermonte/HIDSensors.h"
+
 #include <IOKit/hidsystem/IOHIDServiceClient.h>
+
 #include <cstdint>
 
 #include "platform/CFOwned.hpp"

@@ -1,7 +1,7 @@
 #include "monitor/ListenAddress.hpp"
-#include <cstddef>
 
 #include <charconv>
+#include <cstddef>
 #include <string_view>
 #include <system_error>
 

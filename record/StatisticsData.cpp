@@ -1,8 +1,9 @@
 #include "halvermonte/StatisticsData.hpp"
+
 #include <string>
 #include <vector>
-#include "halvermonte/Exceptions.hpp"
 
+#include "halvermonte/Exceptions.hpp"
 #include "platform/Foundation.hpp"
 
 namespace halvermonte {

@@ -1,8 +1,8 @@
 // Temperatures and fans: the controller's bytes as numbers and names.
 #include <IOKit/IOKitLib.h>
-#include <cstdint>
 
 #include <array>
+#include <cstdint>
 #include <cstdlib>
 #include <cstring>
 #include <string_view>

@@ -73,7 +73,6 @@ void serve(const Options& options) {
   ServedPasses passes{std::chrono::duration<double>(options.interval)};
   const std::unique_ptr<Server> server =
       startServer(options, servedPassOf(sampling.pass(), passes), std::move(protection));
-  if (!choice.hint.empty()) say(choice.hint);
   announce(*server, options);
   makePasses(sampling, pause, options.ticks,
              [&](const PassView& view) { server->publish(servedPassOf(view, passes)); });

@@ -1,13 +1,13 @@
 #include "monitor/exporter/Metrics.hpp"
-#include <cstdint>
-#include "prometheus/client_metric.h"
-#include "prometheus/metric_type.h"
 
+#include <prometheus/client_metric.h>
 #include <prometheus/metric_family.h>
+#include <prometheus/metric_type.h>
 #include <prometheus/text_serializer.h>
 
 #include <chrono>
 #include <cstddef>
+#include <cstdint>
 #include <utility>
 #include <vector>
 

@@ -1,8 +1,8 @@
 #include "monitor/exporter/Request.hpp"
-#include <sys/socket.h>
-#include "netinet/in.h"
 
 #include <arpa/inet.h>
+#include <netinet/in.h>
+#include <sys/socket.h>
 
 #include <algorithm>
 #include <cstddef>

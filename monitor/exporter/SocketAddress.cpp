@@ -1,8 +1,9 @@
 #include "monitor/exporter/SocketAddress.hpp"
-#include <cstdint>
 
 #include <arpa/inet.h>
 #include <netinet/in.h>
+
+#include <cstdint>
 
 namespace halvermonte {
 namespace {

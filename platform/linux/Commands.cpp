@@ -1,5 +1,4 @@
 #include "platform/linux/Commands.hpp"
-#include <cstdlib>
 
 #include <fcntl.h>
 #include <poll.h>
@@ -11,6 +10,7 @@
 #include <cerrno>
 #include <csignal>
 #include <cstddef>
+#include <cstdlib>
 
 #include "platform/linux/Files.hpp"
 #include "platform/linux/SystemCalls.hpp"

@@ -1,7 +1,7 @@
 #include "platform/linux/HardwareReport.hpp"
-#include <vector>
 
 #include <string_view>
+#include <vector>
 
 #include "platform/portable/XMLText.hpp"
 

@@ -1,6 +1,6 @@
 #include "platform/linux/ProcessorCores.hpp"
-#include <cstddef>
 
+#include <cstddef>
 #include <set>
 #include <string>
 #include <vector>

@@ -1,12 +1,12 @@
 #include <CoreFoundation/CoreFoundation.h>
-#include <cstdint>
-#include <variant>
 
 #include <algorithm>
+#include <cstdint>
 #include <cstdlib>
 #include <cstring>
 #include <map>
 #include <mutex>
+#include <variant>
 
 #include "halvermonte/Values.hpp"
 #include "platform/ASCII.hpp"

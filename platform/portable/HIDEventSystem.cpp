@@ -2,6 +2,7 @@
 #include <CoreFoundation/CoreFoundation.h>
 #include <IOKit/hidsystem/IOHIDEventSystemClient.h>
 #include <IOKit/hidsystem/IOHIDServiceClient.h>
+
 #include <atomic>
 #include <cstddef>
 #include <cstdint>

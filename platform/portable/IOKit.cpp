@@ -1,12 +1,12 @@
 // The registry, its services and their connections, answered by the current machine.
 #include <CoreFoundation/CoreFoundation.h>
 #include <IOKit/IOKitLib.h>
+
 #include <cstddef>
 #include <cstdint>
-#include <variant>
-
 #include <optional>
 #include <string>
+#include <variant>
 
 #include "halvermonte/Machine.hpp"
 #include "halvermonte/MachineAnswers.hpp"

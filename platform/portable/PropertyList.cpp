@@ -1,14 +1,14 @@
 // Property lists, read by libplist.
 #include <plist/plist.h>
-#include <cstdint>
-#include <utility>
-#include <vector>
-#include "halvermonte/Values.hpp"
 
+#include <cstdint>
 #include <cstdlib>
 #include <limits>
 #include <memory>
+#include <utility>
+#include <vector>
 
+#include "halvermonte/Values.hpp"
 #include "platform/Foundation.hpp"
 #include "platform/portable/PropertyListShape.hpp"
 

@@ -1,53 +1,18 @@
 #!/bin/bash
 # The built monitor as an exporter, from outside.
 # Usage: exporter_test.sh MONITOR
-set -u
 
 monitor=$(realpath "$1")
 root=$(cd "$(dirname "$0")/../../.." && pwd)
 page=$root/docs/metrics.md
-export LC_ALL=C.UTF-8
-work=$(mktemp -d)
-exporter=
-trap '[ -z "$exporter" ] || kill -KILL $exporter 2>"$work/kill.err"; rm -rf "$work"' EXIT
-cd "$work" || exit 1
+# shellcheck source=tests/monitor/exporter/outside.sh
+. "$(dirname "$0")/outside.sh"
 
-failures=0
-fail() {
-  echo "FAIL: $*" >&2
-  failures=$((failures + 1))
-}
-# await COMMAND...: waits until it succeeds, or ends the test.
-await() {
-  for _ in $(seq 1200); do
-    "$@" && return
-    sleep 0.05
-  done
-  echo "FAIL: waited in vain for: $*, at a monitor that says: $(cat err)" >&2
-  exit 1
-}
-# start ARGUMENT...: starts an exporter on a free port, of the host in the variable host if that is set;
-# its address is then in url.
-start() {
-  : >err # what the one before has written must not be taken for this one's
-  "$monitor" --listen "${host:+$host:}0" "$@" >out 2>err &
-  exporter=$!
-  await grep -q '^listening on ' err
-  url=$(sed -n 's/^listening on //p' err)
-}
-# stop: ends the exporter and expects success.
-stop() {
-  kill $exporter
-  wait $exporter
-  local status=$?
-  exporter=
-  [ $status = 0 ] || fail "exit status $status after SIGTERM"
-}
 get() { curl -sS --max-time 30 "$url$1"; }
 serves() { get metrics >page.out && grep -q "$1" page.out; }
 
 # Standard output stays empty, and standard error has the one line.
-start --machine M1 --interval 0.05
+start 0 --machine M1 --interval 0.05
 grep -qx 'listening on http://127\.0\.0\.1:[1-9][0-9]*/' err || fail "it says: $(cat err)"
 await serves '^halvermonte_passes_total [1-9][0-9]' # passes go on
 get record | jq -e '.record | length == 103' >jq.out || fail "not a record: $(get record | head -c 200)"
@@ -60,14 +25,20 @@ stop
 [ -s out ] && fail "standard output: $(head -c 200 out)"
 [ "$(wc -l <err)" = 1 ] || fail "standard error: $(cat err)"
 
+# Whoever starts it finds the address in the first line, also if there are no sensors.
+mkdir empty
+start 0 --sys empty --proc empty
+[ "$(wc -l <err)" = 1 ] || fail "standard error without sensors: $(cat err)"
+stop
+
 # Beyond loopback it warns.
-host=0.0.0.0 start --machine M1
+start 0.0.0.0:0 --machine M1
 grep -q '^halvermonte-monitor: warning: whoever reaches the port can read ' err || fail "it says: $(cat err)"
 [ "$(wc -l <err)" = 2 ] || fail "it says: $(cat err)"
 stop
 
 # A port that is taken
-start --machine M1
+start 0 --machine M1
 port=${url##*:}
 timeout 60 "$monitor" --machine M1 --listen "${port%/}" >out2 2>err2
 status=$?
@@ -79,7 +50,7 @@ stop
 # Every machine's metrics are well-formed.
 "$monitor" --machine list | sed 's/   *.*//' >machines
 while read -r machine; do
-  start --machine "$machine"
+  start 0 --machine "$machine"
   get metrics >scrape
   promtool check metrics <scrape >promtool.out 2>&1 || fail "$machine: $(cat promtool.out)"
   stop
@@ -100,7 +71,7 @@ for tree in "$root"/tests/linux/trees/*.tree; do
   for order in "$tree" renumbered.tree; do
     rm -rf computer
     "$root/scripts/lay-out-tree" "$order" computer
-    start --machine host --sys computer/sys --proc computer/proc
+    start 0 --machine host --sys computer/sys --proc computer/proc
     get metrics | grep -E '^(hw|system)_' >"of-$(basename "$order")"
     stop
   done
@@ -115,7 +86,7 @@ cat >failing.json <<'END'
    "drives": [{"Bytes (Read)": 1000, "Bytes (Write)": 2000}]},
   {"smc": {"keys": {"TC0P": null, "FNum": {"type": "ui8 ", "value": 1}, "F0Ac": {"type": "fpe2", "value": 900}}}}]}
 END
-start --machine failing.json --interval 0.05
+start 0 --machine failing.json --interval 0.05
 await serves '^halvermonte_sensor_read{hw_id="[a-z0-9-]*",hw_name="[^"]*"} 0'
 serves '^hw_temperature_celsius{' && fail "the sensor has a reading still"
 
@@ -123,7 +94,7 @@ serves '^hw_temperature_celsius{' && fail "the sensor has a reading still"
 # each, with the temperatures of another machine.
 get metrics >scrape
 stop
-start --machine M1
+start 0 --machine M1
 get metrics >>scrape
 stop
 awk '/^# TYPE / { type[$3] = $4 }
@@ -140,4 +111,4 @@ sed -n '/^## Metrics/,/^## /s/^\(| `[^|]*|[^|]*|[^|]*|\).*/\1/p' "$page" | sort 
 diff listed served >diff.out || fail "$page differs from a scrape: $(cat diff.out)"
 [ "$(wc -l <listed)" -ge 9 ] || fail "the page lists only $(wc -l <listed) metrics"
 
-exit $((failures != 0))
+finish

@@ -1,32 +1,15 @@
 #!/bin/bash
 # A Prometheus that scrapes the built monitor and has the rules that come with it.
 # Usage: prometheus_test.sh MONITOR
-set -u
 
 monitor=$(realpath "$1")
 root=$(cd "$(dirname "$0")/../../.." && pwd)
 rules=$root/packaging/prometheus/halvermonte.rules.yml
-export LC_ALL=C.UTF-8
-work=$(mktemp -d)
-exporter='' prometheus=''
+# shellcheck source=tests/monitor/exporter/outside.sh
+. "$(dirname "$0")/outside.sh"
+prometheus=
 trap '{ kill $exporter $prometheus; wait; } 2>"$work/kill.err"; rm -rf "$work"' EXIT
-cd "$work" || exit 1
 
-failures=0
-fail() {
-  echo "FAIL: $*" >&2
-  failures=$((failures + 1))
-}
-# await COMMAND...: waits until it succeeds, or ends the test.
-await() {
-  for _ in $(seq 600); do
-    "$@" && return
-    sleep 0.1
-  done
-  echo "FAIL: waited in vain for: $*" >&2
-  tail -20 err prometheus.log >&2
-  exit 1
-}
 # finds EXPRESSION: whether Prometheus has a value for it.
 finds() {
   curl -sS --max-time 10 --data-urlencode "query=$1" "http://127.0.0.1:$port/api/v1/query" \
@@ -37,11 +20,8 @@ promtool test rules "${rules%.yml}.test.yml" >promtool.out 2>&1 || fail "$(cat p
 sed -n '/^## Metrics/,/^## /s/^| `\([^`]*\)`.*/\1/p' "$root/docs/metrics.md" | sort -u >listed
 [ -s listed ] || fail "the page lists no metric"
 
-: >err
-"$monitor" --listen 0 --machine 'Intel Tower' --interval 0.2 2>err &
-exporter=$!
-await grep -q '^listening on ' err
-target=$(sed -n 's|^listening on http://\(.*\)/|\1|p' err)
+start 0 --machine 'Intel Tower' --interval 0.2
+target=${url#http://} target=${target%/}
 port=$(python3 -c 'import socket; s = socket.create_server(("127.0.0.1", 0)); print(s.getsockname()[1])')
 cat >prometheus.yml <<END
 global: {scrape_interval: 1s, evaluation_interval: 1s}
@@ -65,4 +45,5 @@ await finds 'time() - halvermonte_last_pass_timestamp_seconds < 60'
 curl -sS "http://127.0.0.1:$port/api/v1/rules" >rules.json
 jq -e '[.data.groups[].rules[].health] | length == 4 and all(. != "err")' rules.json >jq.out ||
   fail "the rules do not run: $(cat rules.json)"
-exit $((failures != 0))
+
+finish

@@ -1,39 +1,10 @@
 #!/bin/bash
 # The built monitor as an exporter with a certificate and users, from outside.
 # Usage: protected_test.sh MONITOR
-set -u
 
 monitor=$(realpath "$1")
-export LC_ALL=C.UTF-8
-work=$(mktemp -d)
-exporter=
-trap '[ -z "$exporter" ] || kill -KILL $exporter 2>"$work/kill.err"; rm -rf "$work"' EXIT
-cd "$work" || exit 1
-
-failures=0
-fail() {
-  echo "FAIL: $*" >&2
-  failures=$((failures + 1))
-}
-# start ADDRESS ARGUMENT...: starts an exporter and waits until it listens; its address is then in url.
-start() {
-  : >err
-  "$monitor" --machine M1 --listen "$@" >out 2>err &
-  exporter=$!
-  for _ in $(seq 600); do
-    grep -q '^listening on ' err && break
-    sleep 0.1
-  done
-  url=$(sed -n 's/^listening on //p' err)
-  [ "$url" ] || { echo "FAIL: it does not listen: $(cat err)" >&2; exit 1; }
-}
-stop() {
-  kill $exporter
-  wait $exporter
-  local status=$?
-  exporter=
-  [ $status = 0 ] || fail "exit status $status after SIGTERM"
-}
+# shellcheck source=tests/monitor/exporter/outside.sh
+. "$(dirname "$0")/outside.sh"
 # status CURL-ARGUMENT...: prints the status of an answer, or curl's own if there is none.
 status() { curl -sS --max-time 60 -o body -w '%{http_code}' "$@" 2>curl.err || echo "curl $?"; }
 # refuses STATUS PATTERN ARGUMENT...: expects one line that matches, and the end before it listens.
@@ -57,7 +28,7 @@ echo text >text
 
 # HTTPS, for users
 tls=(--tls-certificate one.pem --tls-key one.key)
-start 0 "${tls[@]}" --users users
+start 0 --machine M1 "${tls[@]}" --users users
 case $url in https://127.0.0.1:*) ;; *) fail "the address is $url" ;; esac
 trust=(--cacert one.pem)
 [ "$(status "${trust[@]}" -u 'ann:one: two' "${url}metrics")" = 200 ] || fail "a user's scrape: $(cat curl.err)"
@@ -71,17 +42,17 @@ grep -q halvermonte body && fail "a stranger reads: $(cat body)"
 stop
 
 # Beyond loopback there is a warning unless it has both.
-start 0.0.0.0:0 "${tls[@]}" --users users
+start 0.0.0.0:0 --machine M1 "${tls[@]}" --users users
 [ "$(wc -l <err)" = 1 ] || fail "with both it says: $(cat err)"
 stop
-start 0.0.0.0:0 --users users
+start 0.0.0.0:0 --machine M1 --users users
 [ "$(grep -c ': warning: passwords cross the network' err)" = 1 ] || fail "without TLS it says: $(cat err)"
 [ "$(wc -l <err)" = 2 ] || fail "without TLS it says: $(cat err)"
 stop
-start 0.0.0.0:0 "${tls[@]}"
+start 0.0.0.0:0 --machine M1 "${tls[@]}"
 [ "$(grep -c ': warning: whoever reaches the port' err)" = 1 ] || fail "without users it says: $(cat err)"
 stop
-start 0 --users users
+start 0 --machine M1 --users users
 [ "$(wc -l <err)" = 1 ] || fail "on loopback it says: $(cat err)"
 stop
 
@@ -97,4 +68,4 @@ refuses 1 '--users none: No such file or directory' --users none
 refuses 2 '--users empty: has no user' --users empty
 refuses 2 '--users sha:1: expected NAME:HASH with a hash of bcrypt, as htpasswd -B writes it' --users sha
 
-exit $((failures != 0))
+finish

@@ -1,21 +1,12 @@
 #!/bin/bash
 # The systemd unit: systemd knows all of it, it is confined, and it starts the monitor as an exporter.
 # Usage: service_test.sh MONITOR UNIT
-set -u
 
 monitor=$(realpath "$1")
 unit=$(realpath "$2")
 defaults=$(cd "$(dirname "$0")/../../../packaging/systemd" && pwd)/halvermonte-monitor.default
-work=$(mktemp -d)
-exporter=
-trap '[ -z "$exporter" ] || kill -KILL $exporter 2>"$work/kill.err"; rm -rf "$work"' EXIT
-cd "$work" || exit 1
-
-failures=0
-fail() {
-  echo "FAIL: $*" >&2
-  failures=$((failures + 1))
-}
+# shellcheck source=tests/monitor/exporter/outside.sh
+. "$(dirname "$0")/outside.sh"
 
 # It need not be installed to be checked.
 sed "s|^ExecStart=[^ ]*|ExecStart=$monitor|" "$unit" >halvermonte-monitor.service
@@ -33,13 +24,8 @@ cmp unit.variables default.variables || fail "the defaults differ from the unit'
 LISTEN=127.0.0.1:0 ARGS='--machine M1'
 eval "${command/\$\{LISTEN\}/\$LISTEN}" '2>err &'
 exporter=$!
-for _ in $(seq 1200); do
-  grep -q . err && break
-  sleep 0.05
-done
+await grep -q . err
 grep -q '^listening on http://127.0.0.1:' err || fail "the unit's command: $(cat err)"
-kill $exporter
-wait $exporter || fail "it ends with status $?"
-exporter=
+stop
 
-exit $((failures != 0))
+finish
