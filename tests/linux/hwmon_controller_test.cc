@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "tests/linux/Computer.hpp"
+#include "tests/linux/HeldClock.hpp"
 
 namespace halvermonte::test {
 namespace {
@@ -20,7 +21,7 @@ const std::vector<ChannelFiles> kProcessor = {
 
 /// The temperature of a key in a computer's first pass.
 double read(const Tree& tree, const std::string& key) {
-  LinuxMachine machine(tree.roots());
+  LinuxMachine machine(tree.roots(), {}, HeldClock::calls());
   return temperature(machine, key);
 }
 
@@ -43,7 +44,7 @@ TEST(HwmonController, IntelMacsLabelsAreItsKeys) {
   EXPECT_THAT(shown(tree),
               ElementsAre(Pair("Airflow 1", 32), Pair("PCH Proximity", 47), Pair("SMC TH0A", 33),
                           Pair("SMC none", 20), Pair("SMC temp7", 21), Pair("SMC temp8", 22)));
-  LinuxMachine machine(tree.roots());
+  LinuxMachine machine(tree.roots(), {}, HeldClock::calls());
   EXPECT_EQ(listed(machine, "applesmc", "temp4_input").key, "TH0A");
   EXPECT_NE(listed(machine, "applesmc", "temp5_input").key, "TP0P") << "it would have no name";
 }
@@ -173,7 +174,7 @@ TEST(HwmonController, KeysOfOtherQuantitiesMayBeAskedFor) {
           {{"power1", "3214843", "Total System Power"}});
   addDeviceTreeSensor(tree, "power-PSTR", "Total System Power");
   EXPECT_FLOAT_EQ(static_cast<float>(read(tree, "PSTR")), 3.214843F);
-  LinuxMachine machine(tree.roots());
+  LinuxMachine machine(tree.roots(), {}, HeldClock::calls());
   EXPECT_TRUE(machine.sensorNames().empty()) << "but are no temperatures to show";
 }
 
@@ -185,7 +186,7 @@ TEST(HwmonController, OtherKeysOfAMacKeepTheirNamesBesideTheProcessorsCores) {
   EXPECT_THAT(shown(tree),
               ElementsAre(Pair("Airflow 1", 32), Pair("CPU 1 Package", 51), Pair("CPU Core 1", 48),
                           Pair("CPU Core 2", 49), Pair("GPU Die", 33)));
-  LinuxMachine machine(tree.roots());
+  LinuxMachine machine(tree.roots(), {}, HeldClock::calls());
   EXPECT_TRUE(machine.sensorNames().empty()) << "the catalogue has them all";
 }
 
@@ -199,7 +200,7 @@ TEST(HwmonController, KeyBelongsToOneSensor) {
           {{"temp1", "31000", "One"}, {"power1", "7000000", "Two"}});
   addDeviceTreeSensor(other, "temperature-TH0x", "One");
   addDeviceTreeSensor(other, "power-TH0x", "Two");
-  LinuxMachine machine(other.roots());
+  LinuxMachine machine(other.roots(), {}, HeldClock::calls());
   EXPECT_EQ(listed(machine, "macsmc_hwmon", "temp1_input").key, "TH0x");
   EXPECT_EQ(listed(machine, "macsmc_hwmon", "power1_input").key, "");
 }

@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "tests/linux/Computer.hpp"
+#include "tests/linux/HeldClock.hpp"
 
 namespace halvermonte::test {
 namespace {
@@ -16,7 +17,7 @@ using ::testing::Pair;
 using ::testing::SizeIs;
 
 std::vector<std::pair<std::string, float>> fansOf(const Tree& tree) {
-  LinuxMachine machine(tree.roots());
+  LinuxMachine machine(tree.roots(), {}, HeldClock::calls());
   return fans(machine);
 }
 
@@ -71,7 +72,7 @@ TEST(HwmonFans, TenFansThatTurnOrHaveALabelAreShownIfThereAreMore) {
                           Pair("nct6798-4", 0), Pair("nct6798-5", 1005), Pair("nct6798-7", 1007),
                           Pair("nct6798-9", 1009), Pair("nct6798-11", 1011), Pair("Pump", 0),
                           Pair("nct6798-13", 1013)));
-  LinuxMachine machine(tree.roots());
+  LinuxMachine machine(tree.roots(), {}, HeldClock::calls());
   EXPECT_EQ(listed(machine, "nct6798", "fan6_input").reason, "ten other fans are shown");
 }
 

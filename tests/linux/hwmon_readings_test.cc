@@ -11,6 +11,7 @@
 
 #include "tests/linux/Computer.hpp"
 #include "tests/linux/FewDescriptors.hpp"
+#include "tests/linux/HeldClock.hpp"
 #include "tests/linux/WatchedCalls.hpp"
 
 namespace halvermonte::test {
@@ -87,7 +88,7 @@ TEST_F(HwmonReadings, SentinelValuesOfDriversGiveNoReading) {
   addChip(other, 0, "nct6798", "platform/nct6775.656", {{"temp2", "127000", "CPUTIN"}});
   addChip(other, 1, "nvme", "pci0000:00/nvme/nvme0", {{"temp1", "-273150", "Composite"}});
   addChip(other, 2, "thinkpad", "platform/thinkpad_hwmon", {{"temp2", "-128000", "GPU"}});
-  LinuxMachine computer(other.roots());
+  LinuxMachine computer(other.roots(), {}, HeldClock::calls());
   for (const SensorListing& sensor : computer.inventory()) {
     EXPECT_EQ(temperature(computer, sensor.key), -1) << sensor.driver;
   }
@@ -119,7 +120,7 @@ TEST_F(HwmonReadings, ConstantsOfFirmwaresAreNotReadings) {
     Tree other;
     addChip(other, 0, driver, "virtual/thermal/thermal_zone0", {{"temp1", number}});
     other.write(chipFile(0, "temp1_crit"), critical);
-    LinuxMachine computer(other.roots());
+    LinuxMachine computer(other.roots(), {}, HeldClock::calls());
     return static_cast<int>(temperature(computer, keyOf(driver, "virtual/thermal/thermal_zone0")));
   };
   EXPECT_EQ(read("16800", "18800"), -1);
@@ -367,7 +368,7 @@ TEST_F(HwmonReadings, FilesAreOpenedForEachReadIfDescriptorsAreShort) {
 
 TEST(HwmonMissing, ComputerWithoutFilesHasNoReadings) {
   const Tree tree;
-  LinuxMachine machine(tree.roots());
+  LinuxMachine machine(tree.roots(), {}, HeldClock::calls());
   EXPECT_TRUE(machine.smcService().present);
   EXPECT_EQ(temperature(machine, "TC0D"), -1);
   EXPECT_TRUE(fans(machine).empty());

@@ -7,6 +7,7 @@
 
 #include "halvermonte/MachineAnswers.hpp"
 #include "tests/linux/Computer.hpp"
+#include "tests/linux/HeldClock.hpp"
 #include "tests/linux/WatchedCalls.hpp"
 
 namespace halvermonte::test {
@@ -16,7 +17,7 @@ TEST(Inventory, ListsPlaceKeyAndReadingOfEachSensor) {
   Tree tree;
   addChip(tree, 3, "coretemp", "platform/coretemp.0",
           {{"temp1", "51000", "Package id 0"}, {"in0", "900", "VCore"}});
-  LinuxMachine machine(tree.roots());
+  LinuxMachine machine(tree.roots(), {}, HeldClock::calls());
   const SensorListing temperature = listed(machine, "coretemp", "temp1_input");
   EXPECT_EQ(temperature.device, "platform/coretemp.0");
   EXPECT_EQ(temperature.label, "Package id 0");
@@ -63,7 +64,7 @@ TEST(Inventory, HasNoTextOfASensorThatIsNotReadNow) {
   Tree tree;
   addChip(tree, 0, "coretemp", "platform/coretemp.0", {{"temp1", "51000", "Package id 0"}});
   tree.write(chipFile(0, "temp1_fault"), "0\n");
-  LinuxMachine machine(tree.roots());
+  LinuxMachine machine(tree.roots(), {}, HeldClock::calls());
   EXPECT_EQ(listed(machine, "coretemp", "temp1_input").raw, "51000");
   tree.write(chipFile(0, "temp1_fault"), "1\n");
   EXPECT_EQ(listed(machine, "coretemp", "temp1_input").raw, "");
@@ -85,7 +86,7 @@ TEST(Inventory, ListsEverySensorButReadsDrivesOnlyOnRequest) {
   EXPECT_EQ(listed(machine, "a_new_chip", "power2_input").raw, "7");
   EXPECT_EQ(listed(machine, "drivetemp", "temp1_input").state, "not read");
   EXPECT_EQ(calls.opens("hwmon0/temp1_input"), 0u);
-  LinuxMachine asking(tree.roots(), {.driveTemperatures = true});
+  LinuxMachine asking(tree.roots(), {.driveTemperatures = true}, HeldClock::calls());
   EXPECT_EQ(listed(asking, "drivetemp", "temp1_input").raw, "30000");
 }
 
@@ -95,7 +96,7 @@ TEST(Inventory, AverageIsReadOnlyWhereThereIsNoInput) {
   for (const char* file : {"power1_average", "temp1_average", "power2_average"}) {
     tree.write(chipFile(0, file), "5\n");
   }
-  LinuxMachine machine(tree.roots());
+  LinuxMachine machine(tree.roots(), {}, HeldClock::calls());
   EXPECT_EQ(machine.inventory().size(), 3u);
   EXPECT_EQ(listed(machine, "a_new_chip", "power1_input").raw, "7");
   EXPECT_EQ(listed(machine, "a_new_chip", "temp1_input").raw, "31000");
@@ -108,7 +109,7 @@ TEST(Inventory, EntryOfAnotherNameThanAChipsIsNotAChip) {
   for (const char* name : {"hwmon", "hwmon7a", "hwmon-7", "sensor7", "7"}) {
     tree.link("sys/class/hwmon/" + std::string(name), "sys/class/hwmon/hwmon7");
   }
-  LinuxMachine machine(tree.roots());
+  LinuxMachine machine(tree.roots(), {}, HeldClock::calls());
   EXPECT_EQ(machine.inventory().size(), 1u);
 }
 
@@ -119,7 +120,7 @@ TEST(Inventory, LimitsAndSettingsAreNoReadings) {
                            "fan1_target", "power1_cap", "power1_average_interval"}) {
     tree.write(chipFile(0, file), "5\n");
   }
-  LinuxMachine machine(tree.roots());
+  LinuxMachine machine(tree.roots(), {}, HeldClock::calls());
   EXPECT_EQ(machine.inventory().size(), 1u);
   EXPECT_EQ(listed(machine, "a_new_chip", "temp1_input").raw, "31000");
 }
@@ -132,7 +133,7 @@ TEST(Inventory, IsInTheOrderOfTheHardware) {
   addChip(tree, 3, "k10temp", "pci0000:00/0000:00:18.3", {{"temp1", "31000"}});
   addChip(tree, 10, "early", "platform/chip.2", {{"temp1", "31000", "second"}});
   addChip(tree, 4, "early", "platform/chip.2", {{"temp1", "31000", "first"}});
-  LinuxMachine machine(tree.roots());
+  LinuxMachine machine(tree.roots(), {}, HeldClock::calls());
   std::vector<std::string> drivers;
   for (const SensorListing& each : machine.inventory()) {
     drivers.push_back(each.driver + each.label);
@@ -144,7 +145,7 @@ TEST(Inventory, IsInTheOrderOfTheHardware) {
 TEST(Inventory, LimitOfAProcessorIsListedWhateverItsNumber) {
   Tree tree;
   addChip(tree, 0, "peci_cputemp.cpu0.30", "platform/peci-0/0-30", {{"temp5", "-10000", "Tjmax"}});
-  LinuxMachine machine(tree.roots());
+  LinuxMachine machine(tree.roots(), {}, HeldClock::calls());
   const SensorListing limit = listed(machine, "peci_cputemp.cpu0.30", "temp5_input");
   EXPECT_EQ(limit.reason, "a limit, not a reading");
   EXPECT_EQ(limit.state, "read");

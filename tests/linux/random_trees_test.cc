@@ -17,6 +17,7 @@
 #include "catalogue/BuiltInNames.hpp"
 #include "platform/linux/hwmon/NameTable.hpp"
 #include "tests/linux/Computer.hpp"
+#include "tests/linux/HeldClock.hpp"
 #include "tests/support/Sampler.hpp"
 
 namespace halvermonte::test {
@@ -266,7 +267,7 @@ struct Sensors {
 };
 
 Sensors sensorsOf(const Tree& tree) {
-  LinuxMachine machine(tree.roots(), {.driveTemperatures = true});
+  LinuxMachine machine(tree.roots(), {.driveTemperatures = true}, HeldClock::calls());
   Sampler sampler(machine);
   sampler.pass();
   Sensors sensors;

@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "tests/linux/Computer.hpp"
+#include "tests/linux/HeldClock.hpp"
 #include "tests/support/Sampler.hpp"
 
 namespace halvermonte::test {
@@ -98,7 +99,7 @@ class Computer {
 using Sensors = std::map<std::string, std::pair<std::string, std::string>>;
 
 Sensors sensorsOf(const Tree& tree) {
-  LinuxMachine machine(tree.roots(), kWithDrives);
+  LinuxMachine machine(tree.roots(), kWithDrives, HeldClock::calls());
   std::map<std::string, std::string> names;
   for (const SensorName& each : machine.sensorNames()) names[each.key] = each.name;
   Sensors sensors;
@@ -177,7 +178,7 @@ TEST(SensorIdentity, NamesDifferAlsoIfNothingTellsTheDevicesApart) {
 TEST(SensorIdentity, KeyIsTheSameInEveryRelease) {
   Tree tree;
   addChip(tree, 0, "lm75", "pci0000:00/i2c-1/1-0048", {{"temp1", "30000"}});
-  LinuxMachine machine(tree.roots());
+  LinuxMachine machine(tree.roots(), {}, HeldClock::calls());
   ASSERT_EQ(machine.sensorNames().size(), 1u);
   EXPECT_EQ(machine.sensorNames()[0].key, "wbNN") << "other keys break recordings and dashboards";
 }
@@ -205,7 +206,7 @@ TEST(SensorIdentity, BuiltInKeyIsThatOfAPlaceInTheProcessor) {
 TEST(SensorIdentity, SensorThatIsFoundLaterIsShownByTheNextEngine) {
   Tree tree;
   addChip(tree, 0, "lm75", "pci0000:00/i2c-1/1-0048", {{"temp1", "30000"}});
-  LinuxMachine machine(tree.roots());
+  LinuxMachine machine(tree.roots(), {}, HeldClock::calls());
   Sampler sampler(machine);
   addChip(tree, 1, "lm75", "pci0000:00/i2c-1/1-0049", {{"temp1", "40000"}});
   sampler.pass();
@@ -234,7 +235,7 @@ TEST(SensorIdentity, SecondGraphicsCardLeavesTheFirstItsKey) {
 std::map<std::string, std::string> keysOf(const std::vector<ChannelFiles>& channels) {
   Tree tree;
   addChip(tree, 0, "newchip", "platform/newchip", channels);
-  LinuxMachine machine(tree.roots());
+  LinuxMachine machine(tree.roots(), {}, HeldClock::calls());
   std::map<std::string, std::string> keys;
   for (const SensorListing& each : machine.inventory()) keys[each.file] = each.key;
   return keys;

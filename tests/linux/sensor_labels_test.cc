@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "tests/linux/Computer.hpp"
+#include "tests/linux/HeldClock.hpp"
 
 namespace halvermonte::test {
 namespace {
@@ -66,7 +67,7 @@ TEST(SensorLabels, AreOneLineOfPrintableTextInTheList) {
            {"temp2", "32000", "two\r\nlines"},
            {"temp3", "33000", std::string("end\0not", 7)},
            {"temp4", "34000", std::string(100, 'x')}});
-  LinuxMachine machine(tree.roots());
+  LinuxMachine machine(tree.roots(), {}, HeldClock::calls());
   const auto label = [&](const std::string& file) {
     return listed(machine, "newchip", file).label;
   };

@@ -9,6 +9,7 @@
 
 #include "platform/linux/SystemCalls.hpp"
 #include "tests/linux/Computer.hpp"
+#include "tests/linux/HeldClock.hpp"
 
 namespace halvermonte::test {
 namespace {
@@ -18,7 +19,7 @@ TEST(LinuxMachineThreads, MayAskAtTheSameTime) {
   addChip(tree, 0, "coretemp", "platform/coretemp.0", {{"temp1", "51000", "Package id 0"}});
   addDrive(tree, "sda", "pci0000:00/block", 1);
   tree.write("proc/sys/kernel/hostname", "cellar\n");
-  LinuxMachine machine(tree.roots());
+  LinuxMachine machine(tree.roots(), {}, HeldClock::calls());
   const auto ask = [&] {
     for (int i = 0; i < 20; ++i) {
       EXPECT_EQ(temperature(machine, "TC0D"), 51);

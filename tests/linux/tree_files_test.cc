@@ -13,6 +13,7 @@
 #include "halvermonte/MachineRecorder.hpp"
 #include "halvermonte/SimulatedMachine.hpp"
 #include "tests/linux/Computer.hpp"
+#include "tests/linux/HeldClock.hpp"
 #include "tests/linux/TreeFile.hpp"
 #include "tests/support/RecordTexts.hpp"
 #include "tests/support/Sampler.hpp"
@@ -60,7 +61,7 @@ TEST_P(TreeFile, RecordingOfItGivesTheSameRecords) {
     }
     return records;
   };
-  LinuxMachine machine(tree.roots());
+  LinuxMachine machine(tree.roots(), {}, HeldClock::calls());
   MachineRecorder recorder(machine, MachineRecorder::HostName::kept);
   const auto live = passesOver(recorder);
   const auto replay = SimulatedMachine::fromText(recorder.machineFile(), "recording.json");
