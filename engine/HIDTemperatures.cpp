@@ -11,6 +11,7 @@
 #include "halvermonte/Exceptions.hpp"
 #include "halvermonte/HIDSensors.h"
 #include "platform/CFOwned.hpp"
+#include "platform/CFValues.hpp"
 #include "platform/Conversions.hpp"
 #include "platform/Foundation.hpp"
 
