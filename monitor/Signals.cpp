@@ -114,8 +114,10 @@ Signals::~Signals() {
 }
 
 Wake Signals::waitUntil(std::chrono::steady_clock::time_point time, int keyboard, int news) const {
-  const Blocked blocked;  // so that none arrives between a look at the flags and the wait
   for (;;) {
+    // So that none arrives between a look at the flags and the wait. Outside of it the thread
+    // sanitizer delivers what it has kept back.
+    const Blocked blocked;
     if (stopAsked) return Wake::stop;
     if (clear(suspendAsked)) return Wake::suspend;
     if (clear(resized)) return Wake::resized;
