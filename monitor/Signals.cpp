@@ -115,8 +115,8 @@ Signals::~Signals() {
 
 Wake Signals::waitUntil(std::chrono::steady_clock::time_point time, int keyboard, int news) const {
   for (;;) {
-    // So that none arrives between a look at the flags and the wait. Outside of it the thread
-    // sanitizer delivers what it has kept back.
+    // No signal may arrive between a look at the flags and the wait. The mask is taken off after
+    // each wait, since only then does the thread sanitizer deliver a signal that it has held back.
     const Blocked blocked;
     if (stopAsked) return Wake::stop;
     if (clear(suspendAsked)) return Wake::suspend;
