@@ -7,6 +7,7 @@
 #include "halvermonte/FourCharacterCode.hpp"
 #include "platform/portable/LiveCounters.hpp"
 #include "tests/mac/Sandwich.hpp"
+#include "tests/support/ListingMachine.hpp"
 #include "tests/support/PlatformCalls.hpp"
 #include "tests/support/TestMachine.hpp"
 
@@ -81,30 +82,14 @@ TEST_F(MacControllerTest, AControllerThatCannotBeOpenedAnswersWithItsCode) {
   EXPECT_EQ(mac.openSMC(), kCodeError);
 }
 
-/// Lists the keys that it has, and others.
-struct ListingMachine : TestMachine {
-  SensorInventory inventory() override {
-    SensorInventory all;
-    for (const auto& [key, answer] : keys) {
-      SensorListing sensor;
-      sensor.key = key;
-      all.push_back(sensor);
-    }
-    return all;
-  }
-
+/// Its controller counts them, too.
+struct CountingMachine : ListingMachine {
  private:
   ListedKeys listed_;
 };
 
-std::vector<std::string> keysOf(Machine& machine) {
-  std::vector<std::string> keys;
-  for (const SensorListing& sensor : machine.inventory()) keys.push_back(sensor.key);
-  return keys;
-}
-
 TEST(MacInventoryTest, HasEveryKeyThatTheControllerCounts) {
-  ListingMachine below;
+  CountingMachine below;
   below.keys["TC0P"] = sp78(50);
   below.keys["zETM"] = flt(1);
   Sandwich mac(below);
@@ -116,7 +101,7 @@ TEST(MacInventoryTest, HasEveryKeyThatTheControllerCounts) {
 }
 
 TEST(MacInventoryTest, TakesACountInEitherByteOrder) {
-  ListingMachine below;
+  CountingMachine below;
   below.keys["TC0P"] = sp78(50);
   below.keys["#KEY"] = rawKey("ui32", {1, 0, 0, 0});
   Sandwich mac(below);
@@ -124,7 +109,7 @@ TEST(MacInventoryTest, TakesACountInEitherByteOrder) {
 }
 
 TEST(MacInventoryTest, PassesIndexesWithoutAKeyAndCountsOfAnotherSize) {
-  ListingMachine below;
+  CountingMachine below;
   below.keys["TC0P"] = sp78(50);
   below.keys["#KEY"] = rawKey("ui32", {0, 0, 0, 9});
   Sandwich mac(below);

@@ -11,6 +11,7 @@
 #include "halvermonte/HalvermonteSensorsEngine.hpp"
 #include "halvermonte/MachineRecorder.hpp"
 #include "halvermonte/SimulatedMachine.hpp"
+#include "tests/support/ListingMachine.hpp"
 #include "tests/support/RecordTexts.hpp"
 #include "tests/support/TestMachine.hpp"
 
@@ -96,14 +97,6 @@ constexpr const char* kFaulty = R"json({
 
 TEST(MachineRecorder, KeepsFailedAnswers) { expectTheSame(kFaulty); }
 
-std::vector<uint32_t> keysOf(Machine& machine) {
-  std::vector<uint32_t> keys;
-  for (const SensorListing& sensor : machine.inventory()) {
-    keys.push_back(fourCharacterCode(sensor.key));
-  }
-  return keys;
-}
-
 TEST(MachineRecorder, KeepsTheCodeAndResultOfEachStep) {
   const auto machine = SimulatedMachine::fromText(R"json({"name": "refusing", "ticks": [
       {"smc": {"keys": {"AAAA": {"type": "ui8 ", "value": 1, "infoCode": 11},
@@ -113,14 +106,16 @@ TEST(MachineRecorder, KeepsTheCodeAndResultOfEachStep) {
                         "EEEE": {"type": "ui8 ", "value": 1}}}}]})json",
                                                   "original.json");
   MachineRecorder recorder(*machine, MachineRecorder::HostName::kept);
-  for (const uint32_t key : keysOf(*machine)) {
+  for (const std::string& name : keysOf(*machine)) {
+    const uint32_t key = fourCharacterCode(name);
     recorder.smcKeyInfo(key);
     recorder.smcKeyBytes(key);
   }
   const auto replayed = SimulatedMachine::fromText(recorder.machineFile(), "recording.json");
   ASSERT_EQ(keysOf(*replayed), keysOf(*machine));
-  for (const uint32_t key : keysOf(*machine)) {
-    SCOPED_TRACE(charactersOf(key));
+  for (const std::string& name : keysOf(*machine)) {
+    SCOPED_TRACE(name);
+    const uint32_t key = fourCharacterCode(name);
     EXPECT_EQ(replayed->smcKeyInfo(key).code, machine->smcKeyInfo(key).code);
     EXPECT_EQ(replayed->smcKeyInfo(key).result, machine->smcKeyInfo(key).result);
     EXPECT_EQ(replayed->smcKeyInfo(key).dataSize, machine->smcKeyInfo(key).dataSize);
@@ -173,28 +168,18 @@ TEST(MachineRecorder, LeavesOutNamesThatAMachineFileCannotHave) {
 }
 
 /// A machine with one key for the engine, and others that it only lists.
-struct ListingMachine : TestMachine {
-  ListingMachine() {
+struct MachineWithOtherKeys : ListingMachine {
+  MachineWithOtherKeys() {
     keys["TC0P"] = sp78(50);
     keys["zETM"] = flt(7);
     keys["RSSN"] = rawKey("ch8*", {'C', '0', '2', 'X'});
-  }
-
-  SensorInventory inventory() override {
-    SensorInventory all;
-    for (const auto& [key, answer] : keys) {
-      SensorListing sensor;
-      sensor.key = key;
-      all.push_back(sensor);
-    }
-    return all;
   }
 
   auto timesAsked(const std::string& question) const { return std::ranges::count(asked, question); }
 };
 
 TEST(MachineRecorder, KeepsKeysThatTheControllerOnlyLists) {
-  ListingMachine machine;
+  MachineWithOtherKeys machine;
   MachineRecorder recorder(machine, MachineRecorder::HostName::leftOut);
   runPasses(recorder);
   const auto replayed = SimulatedMachine::fromText(recorder.machineFile(), "recording.json");
@@ -205,7 +190,7 @@ TEST(MachineRecorder, KeepsKeysThatTheControllerOnlyLists) {
 }
 
 TEST(MachineRecorder, LeavesTextsOfListedKeysOut) {
-  ListingMachine machine;
+  MachineWithOtherKeys machine;
   MachineRecorder recorder(machine, MachineRecorder::HostName::leftOut);
   runPasses(recorder);
   const auto replayed = SimulatedMachine::fromText(recorder.machineFile(), "recording.json");
@@ -216,7 +201,7 @@ TEST(MachineRecorder, LeavesTextsOfListedKeysOut) {
 }
 
 TEST(MachineRecorder, AsksForListedKeysInTheFirstTickAlone) {
-  ListingMachine machine;
+  MachineWithOtherKeys machine;
   MachineRecorder recorder(machine, MachineRecorder::HostName::leftOut);
   runPasses(recorder);
   recorder.machineFile();
@@ -226,7 +211,7 @@ TEST(MachineRecorder, AsksForListedKeysInTheFirstTickAlone) {
 }
 
 TEST(MachineRecorder, AsksForNoListedKeyOfAControllerThatCannotBeOpened) {
-  ListingMachine machine;
+  MachineWithOtherKeys machine;
   machine.openCode = kCodeError;
   MachineRecorder recorder(machine, MachineRecorder::HostName::leftOut);
   recorder.machineFile();
